@@ -1,0 +1,1 @@
+# Tests of cmif/, on every target.
