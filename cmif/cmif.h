@@ -41,20 +41,24 @@
 #define CMIF_PRINTF_LIKE
 #endif
 
+#if defined(__GNUC__)
+#pragma GCC visibility push(default)
+#endif
+
 #ifdef __cplusplus
 extern "C" {
 #endif
 
 enum cmif_result {
-    CMIF_NO_REPLY_QUEUE = -1,    /* AT: the reply queue can't be looked up */
-    CMIF_OK             = 0,
-    CMIF_NOT_READY      = 1,     /* QMI: the daemon's message thread isn't ready; nothing was sent */
-    CMIF_NO_QUEUE       = 2,     /* a queue can't be looked up; nothing was sent */
-    CMIF_SEND_FAILED    = 3,     /* the send failed */
-    CMIF_RECEIVE_FAILED = 4,     /* QMI: the receive failed */
-    CMIF_INVALID        = 5,     /* NULL where a pointer is needed; a profile text too long; no APN */
-    CMIF_NO_FILE        = 6,     /* the provider list file can't be opened */
-    CMIF_PROFILE_BUSY   = 7      /* QMI: a profile modification is in progress */
+    CMIF_NO_REPLY_QUEUE = -1, /* AT: the reply queue can't be looked up */
+    CMIF_OK = 0,
+    CMIF_NOT_READY = 1,      /* QMI: the daemon's message thread isn't ready; nothing was sent */
+    CMIF_NO_QUEUE = 2,       /* a queue can't be looked up; nothing was sent */
+    CMIF_SEND_FAILED = 3,    /* the send failed */
+    CMIF_RECEIVE_FAILED = 4, /* QMI: the receive failed */
+    CMIF_INVALID = 5,        /* NULL where a pointer is needed; a profile text too long; no APN */
+    CMIF_NO_FILE = 6,        /* the provider list file can't be opened */
+    CMIF_PROFILE_BUSY = 7    /* QMI: a profile modification is in progress */
 };
 
 /* ------------------------------------------------------------------------------------------------
@@ -126,7 +130,8 @@ int shared_CMIF_GetNetworkMode(int *mode);
 /* International roaming: stored "255" gives 0, "2" gives 1, "1" gives 2; else unchanged. */
 int shared_CMIF_get_mobileInternationalRoam(int *mode);
 
-/* Registration: 0 registered (home or roaming), 1 searching, 2 not registered, denied or unknown. */
+/* Registration: 0 registered (home or roaming), 1 searching, 2 not registered, denied or unknown.
+ */
 int shared_CMIF_get_mobileNetworkStatus(int *status);
 
 /* Access technology (3GPP TS 27.007 <AcT>): stored 0, 2, 3, 4, 5, 6, 7, 100 give 0 to 7 in this
@@ -157,7 +162,7 @@ typedef struct WirelessBroadbandInfo {
     char NewIMEI[20];
     char NewOperatorName[20];
     char NewNetworkMode[20];        /* "Auto" or "Manual" */
-    int  NewRSSI;                   /* dBm */
+    int NewRSSI;                    /* dBm */
     char NewModemCurrentStatus[20]; /* always "!sharedGetSIMStatus" */
     char NewModemType[20];          /* "2G", "3G" or "4G" */
     char NewPhoneNumber[20];
@@ -228,7 +233,8 @@ int shared_CMIF_set_DomainServiceStatus(int status);
 /* The packet-switched domain's state, as the daemon writes it. 5 for NULL. */
 int shared_CMIF_get_DomainServiceStatus(char *out);
 
-/* International roaming: 0, 1 or 2, the codes that shared_CMIF_get_mobileInternationalRoam gives. */
+/* International roaming: 0, 1 or 2, the codes that shared_CMIF_get_mobileInternationalRoam gives.
+ */
 int shared_CMIF_set_mobileInternationalRoam(int mode);
 
 /* Automatic operator selection: 1 asks for it. Any other number sends nothing and returns 0, though
@@ -246,8 +252,8 @@ typedef struct cmif_provider_info {
     char oper_long[20];
     char oper_short[20];
     char oper_numeric[20]; /* MCC and MNC, 5 or 6 digits */
-    int  stat;             /* 0 unknown, 1 available, 2 current, 3 forbidden */
-    int  act;              /* 3GPP TS 27.007 <AcT>: 0 GSM, 2 UTRAN, 7 E-UTRAN */
+    int stat;              /* 0 unknown, 1 available, 2 current, 3 forbidden */
+    int act;               /* 3GPP TS 27.007 <AcT>: 0 GSM, 2 UTRAN, 7 E-UTRAN */
 } cmif_provider_info;
 
 /* Reads the list that the daemon left in "/tmp/lte_provider_list" after a search; sends nothing.
@@ -280,11 +286,11 @@ int symbol_filter(const char *src, char *dst);
  * ---------------------------------------------------------------------------------------------- */
 
 typedef struct cmif_sms_info {
-    int           id;         /* index in the modem's store */
-    unsigned char stat;       /* 0 unread, 1 anything else */
-    char          da[20];     /* the other party's number, cut to 19 characters */
-    char          scts[50];   /* service centre time stamp, cut to 49 */
-    char          text[1024]; /* body, cut to 1023 bytes; "%%" arrives as "%" */
+    int id;             /* index in the modem's store */
+    unsigned char stat; /* 0 unread, 1 anything else */
+    char da[20];        /* the other party's number, cut to 19 characters */
+    char scts[50];      /* service centre time stamp, cut to 49 */
+    char text[1024];    /* body, cut to 1023 bytes; "%%" arrives as "%" */
 } cmif_sms_info;
 
 /* Lists the stored messages. `messages` needs as many records as the daemon counts: there is no
@@ -351,9 +357,9 @@ typedef struct qmi_profile {
     char apn[41];
     char user[129];
     char password[129];
-    int  auth;        /* 0 to 3: none, PAP, CHAP, PAP or CHAP */
-    int  pdp;         /* 0 to 3: IPv4, PPP, IPv6, IPv4v6 */
-    int  curIpFamily; /* 0 or 1: IPv4, IPv6 */
+    int auth;        /* 0 to 3: none, PAP, CHAP, PAP or CHAP */
+    int pdp;         /* 0 to 3: IPv4, PPP, IPv6, IPv4v6 */
+    int curIpFamily; /* 0 or 1: IPv4, IPv6 */
 } qmi_profile;
 
 /* The profile as the daemon published it, texts cut and terminated. 0, or 5 for NULL. Doesn't ask
@@ -424,12 +430,12 @@ int shared_debug_lte_backup_log_file(void);
  * msgsnd and msgrcv count the payload alone, which is laid out alike on 32 and 64 bits.
  * ---------------------------------------------------------------------------------------------- */
 
-#define CMIF_AT_REQUEST_KEY  899
-#define CMIF_AT_REPLY_KEY    900
-#define CMIF_QMI_REQUEST_KEY 1158
-#define CMIF_QMI_REPLY_KEY   1159
-#define CMIF_AT_PAYLOAD      116
-#define CMIF_QMI_PAYLOAD     312
+#define CMIF_AT_REQUEST_KEY     899
+#define CMIF_AT_REPLY_KEY       900
+#define CMIF_QMI_REQUEST_KEY    1158
+#define CMIF_QMI_REPLY_KEY      1159
+#define CMIF_AT_PAYLOAD         116
+#define CMIF_QMI_PAYLOAD        312
 
 #define CMIF_PROVIDER_LIST_FILE "/tmp/lte_provider_list"
 #define CMIF_QMI_READY_FILE     "/tmp/lte_qmi_msg_handler_thread_ready" /* "on" when ready */
@@ -442,7 +448,7 @@ struct cmif_msg {
     char set_string2[30];
     char set_string3[30];
     char set_value[22];
-    int  ret_code;
+    int ret_code;
 };
 
 /* A request to the QMI daemon, and its reply: text or a 32-bit integer at the start. */
@@ -453,6 +459,10 @@ struct qmi_msg {
 
 #ifdef __cplusplus
 }
+#endif
+
+#if defined(__GNUC__)
+#pragma GCC visibility pop
 #endif
 
 #endif

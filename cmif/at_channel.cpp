@@ -1,0 +1,109 @@
+#include "at_channel.h"
+
+#include "store.h"
+
+#include <cstddef>
+#include <cstdio>
+#include <sys/ipc.h>
+#include <sys/msg.h>
+
+static_assert(offsetof(cmif_msg, set_string2) - offsetof(cmif_msg, set_string) == 30);
+static_assert(offsetof(cmif_msg, set_string3) - offsetof(cmif_msg, set_string) == 60);
+static_assert(offsetof(cmif_msg, set_value) - offsetof(cmif_msg, set_string) == 90);
+static_assert(offsetof(cmif_msg, ret_code) - offsetof(cmif_msg, set_string) == 112);
+static_assert(offsetof(cmif_msg, set_string) == sizeof(long));
+static_assert(sizeof(int) == 4 && (sizeof(long) != 4 || sizeof(cmif_msg) == 120));
+
+namespace cmif
+{
+namespace
+{
+
+constexpr int queue_flags = IPC_CREAT | 0666;
+
+template <typename Value>
+void say(AtSite &site, const Line<Value> &line, Value value)
+{
+    if (line.empty() || !site.on())
+        return;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral" // checked where the vocabulary is compiled
+    std::printf(line.text(), value);
+#pragma GCC diagnostic pop
+}
+
+int look_up_request_queue(AtRequest &request)
+{
+    const int queue = msgget(CMIF_AT_REQUEST_KEY, queue_flags);
+    if (queue == -1)
+        say(request.sites.no_request_queue, request.lines.no_request_queue, request.name);
+    return queue;
+}
+
+bool send(AtRequest &request, int queue, const cmif_msg &record)
+{
+    if (msgsnd(queue, &record, CMIF_AT_PAYLOAD, 0) == -1) {
+        say(request.sites.not_sent, request.lines.not_sent, request.name);
+        return false;
+    }
+    say(request.sites.sent, request.lines.sent, request.name);
+    return true;
+}
+
+} // namespace
+
+void AtMessage::announce()
+{
+    record.mod_id = request_.code;
+    say(request_.sites.type, request_.lines.type, record.mod_id);
+}
+
+void AtMessage::put(char *field, const char *text)
+{
+    const char *end = reinterpret_cast<const char *>(&record) + offsetof(cmif_msg, ret_code);
+    copy_text(field, end, text);
+}
+
+AtReply cmif_round_trip(AtRequest &request, Preparation prepare)
+{
+    const AtVocabulary &lines = request.lines;
+    AtRequest::Sites &sites = request.sites;
+
+    // Both queues are looked up on every call, so that a daemon may create them anew.
+    const int request_queue = look_up_request_queue(request);
+    if (request_queue == -1)
+        return {CMIF_NO_QUEUE, false};
+    const int reply_queue = msgget(CMIF_AT_REPLY_KEY, queue_flags);
+    if (reply_queue == -1) {
+        say(sites.no_reply_queue, lines.no_reply_queue, request.name);
+        return {lines.no_reply_queue_result, false};
+    }
+    say(sites.request_queue, lines.request_queue, request_queue);
+    say(sites.reply_queue, lines.reply_queue, reply_queue);
+
+    AtMessage message(request);
+    if (prepare(message) == Then::stop)
+        return {CMIF_OK, false};
+    if (!send(request, request_queue, message.record))
+        return {CMIF_SEND_FAILED, false};
+
+    // Endless and without a pause: a caller waits until the daemon answers.
+    while (msgrcv(reply_queue, &message.record, CMIF_AT_PAYLOAD, message.record.mod_id, 0) == -1)
+        say(sites.not_received, lines.not_received, request.name);
+    say(sites.received, lines.received, request.name);
+    return {message.record.ret_code, true};
+}
+
+int cmif_send_only(AtRequest &request)
+{
+    const int queue = look_up_request_queue(request);
+    if (queue == -1)
+        return CMIF_NO_QUEUE;
+    say(request.sites.request_queue, request.lines.request_queue, queue);
+
+    AtMessage message(request);
+    message.announce();
+    return send(request, queue, message.record) ? CMIF_OK : CMIF_SEND_FAILED;
+}
+
+} // namespace cmif

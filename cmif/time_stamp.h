@@ -1,0 +1,20 @@
+#ifndef CMIF_TIME_STAMP_H
+#define CMIF_TIME_STAMP_H
+
+namespace cmif
+{
+
+// Now as log lines show it, in the caller's own memory: safe from several threads.
+class TimeStamp
+{
+public:
+    TimeStamp();
+    const char *text() const { return text_; }
+
+private:
+    char text_[80]; // room for any six integers
+};
+
+} // namespace cmif
+
+#endif
