@@ -1,0 +1,58 @@
+# shellcheck shell=sh
+# What demo.sh and test.sh share: packages, quiet steps, clear failures. Sourced from the root.
+
+fail() {
+    printf '%s: %s\n' "${0##*/}" "$1" >&2
+    exit 1
+}
+
+# need PACKAGE...: installs the Debian packages that are missing; without any, apt isn't touched.
+need() {
+    command -v dpkg-query >/dev/null || fail "this is no Debian system: install by hand: $*"
+    missing=
+    for package; do
+        case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) in
+        *' ok installed') ;;
+        *) missing="$missing $package" ;;
+        esac
+    done
+    [ -n "$missing" ] || return 0
+
+    as_root=
+    if [ "$(id -u)" -ne 0 ]; then
+        command -v sudo >/dev/null || fail "run as root, or install first:$missing"
+        as_root=sudo
+    fi
+    step "install$missing" install_packages
+}
+
+install_packages() {
+    $as_root apt-get update
+    # shellcheck disable=SC2086 # one word a package
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends \
+        -o Dpkg::Options::=--force-unsafe-io -o Dpkg::Use-Pty=0 $missing
+}
+
+# step WHAT COMMAND...: runs quietly; on failure shows the end of what the command said.
+step() {
+    what=$1
+    shift
+    printf '== %s\n' "$what"
+    mkdir -p build/log
+    log=build/log/$(printf '%s' "$what" | cut -c -40 | tr -c 'A-Za-z0-9' '-').txt
+    if ! (set -e; "$@") >"$log" 2>&1 </dev/null; then
+        tail -n 60 "$log" >&2
+        fail "'$what' failed; all it said is in $log"
+    fi
+}
+
+# build PRESET [CMAKE OPTION...]
+build() {
+    preset=$1
+    shift
+    cmake --preset "$preset" "$@"
+    cmake --build --preset "$preset"
+}
+
+# shellcheck disable=SC2034 # for who sources this
+host_packages='g++ cmake ninja-build liblmdb-dev libcli11-dev nlohmann-json3-dev'

@@ -1,0 +1,27 @@
+#!/bin/sh
+# Installs what the tests need, builds everything and runs the whole test suite.
+set -eu
+cd "$(dirname "$0")"
+. scripts/setup.sh
+
+# shellcheck disable=SC2086 # one word a package
+need $host_packages libgtest-dev googletest g++-i686-linux-gnu \
+    clang clang-tidy clang-format libclang-rt-14-dev shellcheck
+
+rm -rf build/log
+tests() { ctest --preset "$1" --no-tests=error -j "$(nproc)"; }
+
+step "check layout and layers" scripts/check
+step "build, address and undefined sanitizers" build dev
+step "test, address and undefined sanitizers" tests dev
+step "build, 32-bit" build i686
+step "test, 32-bit" tests i686
+step "build, thread sanitizer" build tsan -DCMIF_HOST=OFF
+step "test, thread sanitizer" ctest --preset tsan --no-tests=error -R '^Threads'
+step "build fuzz targets" build fuzz
+step "fuzz, 30 seconds a target" tests/fuzz/run build/fuzz 30
+step "clang-tidy" scripts/tidy build/dev
+
+cat build/log/test*.txt | awk '
+    /tests passed, .* tests failed out of/ { failed += $4; all += $9 }
+    END { printf "%d passed, %d failed\n", all - failed, failed }'
