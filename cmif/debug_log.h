@@ -4,7 +4,8 @@
 namespace cmif
 {
 
-extern int g_debug_lte_enable; // read at init; 0: nothing is logged, and nothing need be formatted
+// Read at init. 0: nothing is logged, and nothing need be formatted.
+extern int g_debug_lte_enable; // NOLINT(bugprone-dynamic-static-initializers): constinit where defined
 
 } // namespace cmif
 

