@@ -1,0 +1,97 @@
+#include "measure.h"
+
+#include "cmif.h"
+#include "tarn_nvram_config.h"
+
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <string>
+#include <sys/ipc.h>
+#include <sys/msg.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+namespace
+{
+
+constexpr int flags = IPC_CREAT | 0666;
+
+void serve()
+{
+    const int requests = msgget(CMIF_QMI_REQUEST_KEY, flags);
+    const int replies = msgget(CMIF_QMI_REPLY_KEY, flags);
+    qmi_msg record{};
+    while (msgrcv(requests, &record, CMIF_QMI_PAYLOAD, 0, 0) != -1)
+        msgsnd(replies, &record, CMIF_QMI_PAYLOAD, 0);
+}
+
+void log_line(const char *line)
+{
+    timeval now{};
+    gettimeofday(&now, nullptr);
+    std::tm local{};
+    tzset();
+    localtime_r(&now.tv_sec, &local);
+    shared_debug_lte_write_log_file("[CMIF-QMI][%02d-%02d_%02d:%02d:%02d:%03d]%s", local.tm_mon + 1,
+                                    local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec,
+                                    static_cast<int>(now.tv_usec / 1000), line);
+}
+
+std::size_t read_file(const char *path, char *out, std::size_t size)
+{
+    const int file = open(path, O_RDONLY | O_CLOEXEC);
+    const ssize_t count = read(file, out, size);
+    close(file);
+    return count < 0 ? 0 : static_cast<std::size_t>(count);
+}
+
+// What the device revision call does, with as many lines of about their length.
+void by_hand(bool log)
+{
+    char name[33] = {}, path[32], state[4] = {};
+    std::snprintf(path, sizeof path, "/proc/%d/cmdline", getpid());
+    read_file(path, name, sizeof name - 1);
+    if (log)
+        log_line("[shared_CMIF_get_device_rev_id] called by pid(1) - process name[x]\n");
+    read_file(CMIF_QMI_READY_FILE, state, 2);
+
+    qmi_msg record[2] = {};
+    record->mtype = 1;
+    if (log)
+        log_line("[cmif_send_to_msgqueue] start...\n");
+    const int requests = msgget(CMIF_QMI_REQUEST_KEY, flags);
+    const int replies = msgget(CMIF_QMI_REPLY_KEY, flags);
+    if (log)
+        log_line("[cmif_send_to_msgqueue] key msqID = (0)\n");
+    if (log)
+        log_line("[cmif_send_to_msgqueue] key msg_recv_ID = (1)\n");
+    msgsnd(requests, record, 101, 0);
+    if (log)
+        log_line("[cmif_send_to_msgqueue] rcv_id = (1)\n");
+    msgrcv(replies, record, 316, 1, 0);
+    if (log)
+        log_line("(1) msgrcv succeeed!\n");
+    std::printf("%s msgrcv succeeed!\n", "shared_CMIF_get_device_rev_id");
+}
+
+bool exchange(const char *what, bool log)
+{
+    tarnNvramConfig_set("debug_lte_enable", log ? "1" : "0");
+    shared_debug_lte_mutex_init();
+    static char revision[100];
+    return bench::compare(
+        what, 300, 1.10, [log] { by_hand(log); }, [] { shared_CMIF_get_device_rev_id(revision); });
+}
+
+} // namespace
+
+bool bench::qmi_exchange()
+{
+    std::FILE *marker = std::fopen(CMIF_QMI_READY_FILE, "w");
+    std::fputs("on\n", marker);
+    std::fclose(marker);
+    const Daemon daemon(serve);
+    return exchange("QMI exchange, log off", false) & exchange("QMI exchange, log on", true);
+}
