@@ -66,7 +66,7 @@ public:
         if (offset == FIELD(NewRSSI))
             site.print("List->%s=%d\n", name, info_.NewRSSI);
         else
-            site.print("List->%s=%.*s\n", name, static_cast<int>(end() - bytes_ - offset),
+            site.print("List->%s=%.*s\n", name, static_cast<int>(sizeof info_ - offset),
                        bytes_ + offset);
     }
 

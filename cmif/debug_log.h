@@ -5,7 +5,8 @@ namespace cmif
 {
 
 // Read at init. 0: nothing is logged, and nothing need be formatted.
-extern int g_debug_lte_enable; // NOLINT(bugprone-dynamic-static-initializers): constinit where defined
+extern int
+    g_debug_lte_enable; // NOLINT(bugprone-dynamic-static-initializers): constinit where defined
 
 } // namespace cmif
 

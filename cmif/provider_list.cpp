@@ -119,7 +119,8 @@ void parse(ProviderList &list, cmif_provider_info *out)
 int shared_CMIF_GetNetworkProviderList(cmif_provider_info *list)
 {
     cmif::ProviderList buffers;
-    const int descriptor = open(CMIF_PROVIDER_LIST_FILE, O_RDONLY | O_CLOEXEC);
+    // Anybody may leave a FIFO there: it must not hang a caller.
+    const int descriptor = open(CMIF_PROVIDER_LIST_FILE, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor == -1) {
         std::printf("fd file open fail.\n");
         return CMIF_NO_FILE;

@@ -21,11 +21,11 @@ static_assert(sizeof(long) != 4 || sizeof(qmi_msg) == receive_size);
 static_assert(offsetof(QmiRecord, spare) == sizeof(long) + CMIF_QMI_PAYLOAD);
 static_assert(sizeof(QmiRecord) > sizeof(long) + receive_size);
 
-// A file that is open for as long as it is looked at.
+// A file that is open for as long as it is looked at. A FIFO in its place must not hang a caller.
 class File
 {
 public:
-    explicit File(const char *path) : descriptor_(open(path, O_RDONLY | O_CLOEXEC)) {}
+    explicit File(const char *path) : descriptor_(open(path, O_RDONLY | O_NONBLOCK | O_CLOEXEC)) {}
     ~File()
     {
         if (is_open())

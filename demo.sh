@@ -1,0 +1,11 @@
+#!/bin/sh
+# Installs what the demo needs, builds, and shows the library at work: store, simulated modem, both
+# daemons and the command line, in name spaces of their own.
+set -eu
+cd "$(dirname "$0")"
+. scripts/setup.sh
+
+# shellcheck disable=SC2086 # one word a package
+need $host_packages
+step "build" build release -DBUILD_TESTING=OFF
+exec build/release/bin/cmif-sim run -- scripts/demo-session
