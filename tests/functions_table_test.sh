@@ -1,0 +1,37 @@
+#!/bin/sh
+# functions_table_test.sh LIBRARY TABLE NM
+#
+# The table has a row for each function that the library exports and for no other, and it names the
+# configuration keys that the library's text names, and no other.
+# shellcheck disable=SC2016 # the back quotes are the table's
+set -eu
+library=$1 table=$2 nm=$3
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+# compare WHAT: $work/table against $work/library, each a sorted list.
+failed=0
+compare()
+{
+    if [ ! -s "$work/library" ]; then
+        echo "functions_table_test: the library shows no $1" >&2
+        failed=1
+    fi
+    diff "$work/table" "$work/library" >"$work/differences" && return
+    echo "functions_table_test: $1: < in the table alone, > in the library alone" >&2
+    cat "$work/differences" >&2
+    failed=1
+}
+
+# Not unique: a second row for a function is a difference as well.
+sed -n 's/^| `\([A-Za-z_0-9]*\)`[ (L)]* |.*/\1/p' "$table" | sort >"$work/table"
+"$nm" -D --defined-only "$library" | awk '$2 != "A" {sub("@.*", "", $3); print $3}' | sort \
+    >"$work/library"
+compare "functions"
+
+# Whole strings of the library that have the form of a key. Those of messages are made from a form.
+grep -o '`\(lte\|debug\)_[a-z0-9_]*`' "$table" | tr -d '`' | sort -u >"$work/table"
+LC_ALL=C tr -c '[:print:]' '\n' <"$library" | LC_ALL=C grep -x '\(lte\|debug\)_[a-z0-9_]*' |
+    sort -u >"$work/library"
+compare "keys"
+exit "$failed"

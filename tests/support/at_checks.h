@@ -1,0 +1,39 @@
+// Every check of at_request.h under its name: a parameter of a suite that runs them over its rows.
+//
+//     class RadioRequests : public testing::TestWithParam<AtCheck> {};
+//     TEST_P(RadioRequests, Pass) { for (const AtRequest &row : rows()) GetParam().check(row); }
+//     INSTANTIATE_TEST_SUITE_P(EveryCheck, RadioRequests, testing::ValuesIn(at_checks),
+//     check_name);
+#pragma once
+
+#include "at_request.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+struct AtCheck {
+    const char *name;
+    void (*check)(const AtRequest &request);
+};
+
+inline constexpr AtCheck at_checks[] = {
+    {"TracedRoundTrip", expect_traced_round_trip},
+    {"SilentRoundTrip", expect_silent_round_trip},
+    {"RequestQueueFailure", expect_request_queue_failure},
+    {"ReplyQueueFailure", expect_reply_queue_failure},
+    {"SendFailure", expect_send_failure},
+    {"SilentFailures", expect_silent_failures},
+    {"ReceiveRetries", expect_receive_retries},
+    {"CodesPassedThrough", expect_codes_passed_through},
+};
+
+inline void PrintTo(const AtCheck &check, std::ostream *out)
+{
+    *out << check.name;
+}
+
+inline std::string check_name(const testing::TestParamInfo<AtCheck> &info)
+{
+    return info.param.name;
+}

@@ -1,0 +1,45 @@
+// The debug log as a test reads it: on while the object lives, at a time that stands still.
+#pragma once
+
+#include "cmif.h"
+#include "files.h"
+#include "memory_store.h"
+#include "redirect.h"
+#include "system_calls.h"
+
+#include <cstdlib>
+
+constexpr char debug_log_path[] = "/data/debug_lte.txt";
+constexpr char debug_log_stamp[] = "11-14_22:13:20:123"; // on each of its lines
+
+class DebugLogFile
+{
+public:
+    DebugLogFile()
+    {
+        setenv("TZ", "UTC0", 1);
+        calls::set_time(1'700'000'000, 123'000);
+        store::set("debug_lte_enable", "1");
+        const Redirect silent(1);
+        shared_debug_lte_mutex_init();
+    }
+    ~DebugLogFile()
+    {
+        const Redirect silent(1);
+        shared_debug_lte_mutex_deinit();
+    }
+    DebugLogFile(const DebugLogFile &) = delete;
+    DebugLogFile &operator=(const DebugLogFile &) = delete;
+
+    // All that was logged so far: whatever is pending is pushed out by a message that fills the
+    // buffer to the brim.
+    [[nodiscard]] static std::string text()
+    {
+        const std::string filler(127, '#');
+        shared_debug_lte_write_log_file("%s", filler.c_str());
+        std::string all = read_file(debug_log_path);
+        for (size_t at; (at = all.find(filler)) != std::string::npos;)
+            all.erase(at, filler.size());
+        return all;
+    }
+};

@@ -1,0 +1,24 @@
+// A file descriptor whose bytes go to memory while the object lives.
+#pragma once
+
+#include <string>
+
+class Redirect
+{
+public:
+    explicit Redirect(int descriptor);
+    ~Redirect();
+    Redirect(const Redirect &) = delete;
+    Redirect &operator=(const Redirect &) = delete;
+
+    // Gives the descriptor back; what children write still arrives.
+    void restore();
+
+    // What was written so far, by this process and by its children.
+    [[nodiscard]] std::string bytes() const;
+
+private:
+    int descriptor_;
+    int original_;
+    int memory_;
+};
