@@ -1,1 +1,39 @@
 # Tests of platform/, sim/ and tools/.
+
+# The development store. One test opens its database as well.
+foreach(name host_store_test host_store_kill_test host_store_trouble_test)
+  cmif_test(${name} SOURCES support/child.cpp support/redirect.cpp LIBRARIES tarn_store)
+  target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+endforeach()
+target_link_libraries(host_store_kill_test PRIVATE ${LMDB_LIBRARY})
+cmif_test(sandbox_test LIBRARIES sim_sandbox)
+target_compile_definitions(sandbox_test PRIVATE ISOLATE="${launcher}")
+cmif_test(run_test)
+target_compile_definitions(run_test PRIVATE CMIF_SIM="$<TARGET_FILE:cmif-sim>")
+add_dependencies(run_test cmif-sim)
+
+# The simulated modem and its AT daemon.
+foreach(name sim_card_test network_test modem_test)
+  cmif_test(${name} LIBRARIES sim_modem)
+endforeach()
+foreach(name at_daemon_test at_requests_test at_lists_test)
+  cmif_test(${name} SOURCES support/child.cpp support/redirect.cpp LIBRARIES sim_modem)
+endforeach()
+
+# Its data connection and the QMI daemon, asked through the library as well.
+cmif_test(connection_test LIBRARIES sim_modem)
+cmif_test(qmi_daemon_test SOURCES support/child.cpp support/redirect.cpp LIBRARIES sim_modem cmif)
+
+# The example, built as a user would and run over the development store.
+set(example_options)
+if(CMIF_SANITIZE)
+  set(example_options -fsanitize=${CMIF_SANITIZE})
+endif()
+add_test(NAME example_test COMMAND ${launcher} ${CMAKE_CURRENT_SOURCE_DIR}/example_test.sh
+  ${PROJECT_SOURCE_DIR} $<TARGET_FILE_DIR:cmif> ${CMAKE_C_COMPILER} ${example_options})
+
+# The parts of cmifctl that need no daemon.
+foreach(name cmifctl_output_test cmifctl_command_test cmifctl_call_test)
+  cmif_test(${name} LIBRARIES cmifctl_parts)
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+endforeach()
