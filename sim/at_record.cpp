@@ -1,0 +1,68 @@
+#include "at_record.h"
+
+#include "printable.h"
+
+#include <cstring>
+#include <span>
+
+namespace sim
+{
+namespace
+{
+
+template <std::size_t size>
+std::optional<std::string> bounded(const char (&field)[size])
+{
+    const std::size_t length = strnlen(field, size);
+    if (length == size)
+        return std::nullopt;
+    return std::string(field, length);
+}
+
+std::optional<std::string> read_field(AtPlace place, const cmif_msg &record)
+{
+    switch (place) {
+    case AtPlace::string1:
+        return bounded(record.set_string);
+    case AtPlace::string2:
+        return bounded(record.set_string2);
+    case AtPlace::string3:
+        return bounded(record.set_string3);
+    case AtPlace::value:
+        return bounded(record.set_value);
+    case AtPlace::first_byte:
+        return std::to_string(static_cast<unsigned char>(record.set_string[0]));
+    case AtPlace::none:
+        break;
+    }
+    return "";
+}
+
+} // namespace
+
+std::optional<AtArguments> decode(const AtRequest &request, const cmif_msg &record)
+{
+    AtArguments arguments;
+    for (const AtField &field : request.fields) {
+        if (field.place == AtPlace::none)
+            break;
+        std::optional<std::string> text = read_field(field.place, record);
+        if (!text)
+            return std::nullopt;
+        arguments.push_back(*std::move(text));
+    }
+    return arguments;
+}
+
+std::string describe(const AtRequest &request, const AtArguments &arguments)
+{
+    std::string out;
+    for (std::size_t i = 0; i < arguments.size(); ++i) {
+        const AtField &field = std::span(request.fields)[i];
+        out.append(i ? " " : "").append(field.label).append("=\"");
+        out.append(field.secret ? "****" : printable(arguments[i])).append("\"");
+    }
+    return out;
+}
+
+} // namespace sim

@@ -1,0 +1,56 @@
+#include "daemon_thread.h"
+
+#include <csignal>
+
+namespace sim
+{
+
+using namespace std::chrono_literals;
+
+namespace
+{
+
+// Gets the thread out of its wait in the queue; the signal itself does nothing.
+constexpr int wake_up = SIGUSR1;
+
+void ignore_wake_up()
+{
+    struct sigaction action {
+    };
+    action.sa_handler = [](int) {}; // and no SA_RESTART
+    sigaction(wake_up, &action, nullptr);
+}
+
+} // namespace
+
+DaemonThread::DaemonThread(const MessageQueue &queue, const StopFlag &stop, Serve serve)
+    : queue_(queue), stop_(stop), serve_(std::move(serve))
+{
+    ignore_wake_up();
+    thread_ = std::thread([this] { run(); });
+}
+
+// A signal that comes just before the wait is lost, so it is sent until the thread has ended.
+DaemonThread::~DaemonThread()
+{
+    while (!ended_) {
+        pthread_kill(thread_.native_handle(), wake_up);
+        std::this_thread::sleep_for(2ms);
+    }
+    thread_.join();
+}
+
+// Without a queue (its limit reached, perhaps) the thread tries again a little later.
+void DaemonThread::run()
+{
+    alignas(long) char record[sizeof(long) + most_payload];
+    while (!stop_.raised()) {
+        if (const auto payload = queue_.receive(record, most_payload))
+            serve_(record, *payload);
+        else
+            stop_.wait_for(10ms);
+    }
+    ended_ = true;
+}
+
+} // namespace sim

@@ -1,0 +1,91 @@
+#include "server.h"
+
+#include "at_daemon.h"
+#include "host_store.h"
+#include "qmi_daemon.h"
+#include "service_lock.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace sim
+{
+namespace
+{
+
+// Readable when the server is told to end. The signals are blocked in all threads from now on, and
+// count even where a shell had them ignored for a background job.
+int end_signals()
+{
+    sigset_t ends;
+    sigemptyset(&ends);
+    for (const int number : {SIGTERM, SIGINT}) {
+        sigaddset(&ends, number);
+        std::signal(number, SIG_DFL);
+    }
+    std::signal(SIGPIPE, SIG_IGN); // a reader of our lines may go before we do
+    pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+    return signalfd(-1, &ends, SFD_CLOEXEC);
+}
+
+// Carries the modem on in time until a signal ends it.
+void run(Modem &modem, int signals)
+{
+    pollfd fds[] = {{signals, POLLIN, 0}, {modem.timer_fd(), POLLIN, 0}};
+    while (poll(fds, 2, -1) >= 0 || errno == EINTR) {
+        if (fds[0].revents)
+            return;
+        if (fds[1].revents)
+            modem.carry_on();
+    }
+}
+
+void tell_ready(int fd)
+{
+    if (fd >= 0 && write(fd, "", 1) != 1)
+        std::perror("cmif-sim: nobody hears that it is ready");
+}
+
+int serve_until(int signals, const ServerOptions &options, int ready_fd)
+{
+    const Pace pace(options.pace);
+    Modem modem(pace, options.seed);
+    AtDaemon at(modem, pace, options.verbose);
+    QmiDaemon qmi(modem, options.verbose);
+    if ((options.at && !at.start()) || (options.qmi && !qmi.start()))
+        return 1;
+    tell_ready(ready_fd);
+    run(modem, signals);
+    return 0;
+}
+
+} // namespace
+
+int serve(const ServerOptions &options, int ready_fd)
+try {
+    ServiceLock at_lock("/tmp/cmif-sim-at.lock", "AT");
+    ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "QMI");
+    if ((options.at && !at_lock.take()) || (options.qmi && !qmi_lock.take()))
+        return 1;
+    const int signals = end_signals();
+    if (signals < 0) {
+        std::perror("cmif-sim: signalfd");
+        return 1;
+    }
+    if (host_store_power_cycle() != 0)
+        return 1;
+    const int status = serve_until(signals, options, ready_fd);
+    close(signals);
+    return status;
+} catch (const std::exception &error) {
+    std::fprintf(stderr, "cmif-sim: %s\n", error.what());
+    return 1;
+}
+
+} // namespace sim

@@ -1,0 +1,35 @@
+#include "wire_log.h"
+
+#include "ret_code.h"
+
+#include <cstdio>
+#include <string>
+
+namespace sim
+{
+
+void WireLog::request(long code, std::string_view name, std::string_view details) const
+{
+    if (!enabled_)
+        return;
+    std::fprintf(stderr, "%s -> %ld %.*s%s%.*s\n", channel_, code, static_cast<int>(name.size()),
+                 name.data(), details.empty() ? "" : " ", static_cast<int>(details.size()),
+                 details.data());
+}
+
+void WireLog::reply(long code, std::string_view name, int ret_code) const
+{
+    const RetCodeText *text = find_ret_code(ret_code);
+    std::string answer = "ret_code=" + std::to_string(ret_code);
+    reply(code, name, answer.append(" (").append(text ? text->name : "?").append(")"));
+}
+
+void WireLog::reply(long code, std::string_view name, std::string_view answer) const
+{
+    if (!enabled_)
+        return;
+    std::fprintf(stderr, "%s <- %ld %.*s %.*s\n", channel_, code, static_cast<int>(name.size()),
+                 name.data(), static_cast<int>(answer.size()), answer.data());
+}
+
+} // namespace sim

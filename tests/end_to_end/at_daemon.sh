@@ -1,0 +1,42 @@
+#!/bin/sh
+# The AT daemon is missing, killed in the middle of a request, and started again.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+export CMIF_STORE="$work/store"
+
+# Nobody takes the request: it is withdrawn, so that no later daemon carries it out.
+start_router --pace 0.1
+kill_router 9
+exits 3 cmifctl --timeout 1 sim retries
+complains 'the AT daemon did not answer shared_CMIF_get_mobilePINPUKC (request 4) within 1 s'
+complains 'it has been withdrawn'
+writes_nothing
+[ "$(queued 899)" = 0 ] || fail 'the request is still queued'
+exits 3 cmifctl --json --timeout 1 network scan
+holds error.code=3 'error.name="no-answer"' error.withdrawn=true
+[ "$(queued 899)" = 0 ] || fail 'the request is still queued'
+
+# The daemon takes a search that lasts, and dies over it.
+start_router --pace 1
+unlock
+(
+    exits 3 cmifctl --json --timeout 4 network scan
+    holds error.code=3 error.withdrawn=false
+) &
+scan=$!
+searching() { cmifctl network scan-state | grep -q 'state: search running'; }
+within 3 searching
+kill_router 9
+wait "$scan"
+
+# A fresh one serves again: a search, its own answer, and nothing of what was.
+start_router --pace 0.1
+unlock
+exits 0 cmifctl network scan
+[ "$(queued 900)" = 0 ] || fail 'an answer is left over'
+
+# A second one over the same queues is refused, and the first serves on.
+exits 1 cmif-sim serve
+exits 0 cmifctl sim retries
+kill_router 15

@@ -1,0 +1,52 @@
+#!/bin/sh
+# Settings: read, changed, listed, and kept over a restart once they are saved.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+export CMIF_STORE="$work/store"
+start_router --pace 0.1
+
+exits 0 cmifctl config get example.key
+writes_nothing
+exits 0 cmifctl --json config get example.key
+holds example.key=null
+exits 0 cmifctl config set example.key 'a value, with "quotes" and 100%'
+exits 0 cmifctl config get example.key
+prints 'a value, with "quotes" and 100%'
+exits 0 cmifctl --json config get example.key
+holds 'example.key="a value, with \"quotes\" and 100%"'
+echo 'from input' | exits 0 cmifctl config set example.second -
+exits 0 cmifctl config list example.
+prints 'example.key=a value, with "quotes" and 100%'
+prints 'example.second=from input'
+[ "$(wc -l <"$work/out")" -eq 2 ] || fail 'more than asked for'
+exits 0 cmifctl config list
+prints 'lte_sim_status=SIM PIN'
+
+# No password on the command line, where everybody could read it, and none in what is shown.
+exits 2 cmifctl config set example.password secret
+echo secret | exits 0 cmifctl config set example.password -
+exits 0 cmifctl config list
+prints 'example.password=****'
+hides secret
+exits 0 cmifctl config get example.password --show-secrets
+prints secret
+
+exits 0 cmifctl --json config save
+holds saved=true
+exits 0 cmifctl config set example.key 'not saved'
+kill_router 15
+start_router --pace 0.1
+exits 0 cmifctl config get example.key
+prints 'a value, with "quotes" and 100%'
+
+# Killed, it loses no more than when it ends well.
+kill_router 9
+start_router --pace 0.1
+exits 0 cmifctl config get example.second
+prints 'from input'
+
+# A store that can't be opened is told of, with its name.
+: >"$work/file"
+exits 1 env CMIF_STORE="$work/file" cmifctl config save
+complains "$work/file"

@@ -1,0 +1,48 @@
+#!/bin/sh
+# The data connection comes up, shows its addresses and its age, and goes down.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+# Why not is said: no access point name, a locked SIM, no network.
+exits 5 cmifctl data start
+complains 'no access point name (APN) is set'
+exits 0 cmifctl data profile set --apn internet.example --pdp ipv4v6
+exits 4 cmifctl data start
+complains "the SIM's state is: PIN required"
+writes_nothing
+register
+exits 0 cmifctl radio functionality offline
+exits 4 cmifctl --json data start
+holds error.code=4 'error.name="refused"'
+complains_of='the modem is not registered with a network'
+grep -qF "$complains_of" "$work/out" || fail "no error with '$complains_of'"
+exits 0 cmifctl radio functionality full
+within 20 network_is registered
+
+exits 0 cmifctl data start
+shows 'state: connected'
+shows 'ipv4: 192.0.2.10'
+shows 'apn: internet.example'
+exits 0 cmifctl --json data status
+holds data.state.code=3 'data.state.name="connected"' 'data.ipv4="192.0.2.10"' \
+    'data.ipv6="2001:db8:0:1::1"' 'data.packet_service="attached"'
+
+# It stays up, and grows older.
+exits 0 cmifctl data start
+exits 0 cmifctl --json data uptime
+age=$(value data.uptime_s)
+older() { [ "$(cmifctl data uptime | sed -n 's/.*uptime: 00:00:0*\([0-9]\)/\1/p')" -gt "$age" ]; }
+within 5 older
+exits 0 cmifctl --json data status
+holds 'data.ipv4="192.0.2.10"'
+
+exits 0 cmifctl data stop
+shows 'state: disconnected'
+exits 0 cmifctl --json data status
+holds data.state.code=1 data.uptime_s=0 data.ipv4=null data.ipv6=null
+exits 0 cmifctl data stop
+
+# The network's loss ends it.
+exits 0 cmifctl data start
+exits 0 cmifctl radio functionality offline
+within 10 data_is disconnected

@@ -1,0 +1,47 @@
+#!/bin/sh
+# The debug log: switched on, shown, marked and rotated.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+exits 6 cmifctl log show
+complains 'there is no log /data/debug_lte.txt'
+exits 5 cmifctl log mark early
+exits 0 cmifctl --json log enable
+holds log.enabled=true
+
+exits 0 cmifctl data profile set --apn internet.example
+register
+exits 0 cmifctl data start
+exits 0 cmifctl log mark 'a line of our own'
+exits 0 cmifctl log show
+called='\[shared_CMIF_start_network_interface\] called by pid([0-9]*) - process name\[cmifctl\]'
+grep -q "^\[CMIF-QMI\]\[[0-9-]*_[0-9:]*\]$called\$" "$work/out" || fail 'the caller is not named'
+grep -q ' a line of our own -*$' "$work/out" || fail 'no mark'
+exits 0 cmifctl log show --lines 1
+[ "$(wc -l <"$work/out")" -eq 1 ] || fail 'not one line'
+exits 0 cmifctl --json log show --lines 2
+holds 'file="/data/debug_lte.txt"'
+[ "$(grep -c '^lines\.' "$work/values")" -eq 2 ] || fail 'not two lines'
+
+# Rotated, what was is one generation older; the third rotation drops it.
+exits 0 cmifctl log rotate
+exits 0 cmifctl log show
+hides 'a line of our own'
+exits 0 cmifctl log show --generation 1
+grep -q ' a line of our own -*$' "$work/out" || fail 'the older generation lacks the mark'
+exits 0 cmifctl log rotate
+exits 0 cmifctl log show --generation 2
+grep -q ' a line of our own -*$' "$work/out" || fail 'the oldest generation lacks the mark'
+exits 0 cmifctl log rotate
+exits 0 cmifctl log show --generation 2
+hides 'a line of our own'
+
+# Off, nothing is added. No password is ever in it.
+echo 'pass word' | exits 0 cmifctl data profile set --password -
+exits 0 cmifctl data stop
+! grep -rqF 'pass word' /data || fail 'a password is in the log'
+exits 0 cmifctl log disable
+lines=$(wc -l </data/debug_lte.txt)
+exits 0 cmifctl data start
+[ "$(wc -l </data/debug_lte.txt)" -eq "$lines" ] || fail 'the log grew'
+exits 2 cmifctl --json log follow

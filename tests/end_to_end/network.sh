@@ -1,0 +1,61 @@
+#!/bin/sh
+# Operators: a search, a choice by hand, and back to the automatic one.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+exits 6 cmifctl --json network list
+holds error.code=6 'error.name="file-missing"'
+register
+exits 0 cmifctl --json network scan-state
+holds search.state.code=0
+
+exits 0 cmifctl network scan
+prints 'CODE   STATUS     TECHNOLOGY  SHORT    NAME'
+prints '00101  current    E-UTRAN     Test     Test Network'
+prints '00103  forbidden  E-UTRAN     Closed   Closed Test Network'
+prints '99971  available  GSM         Harbour  Harbour Test'
+exits 0 cmifctl network list
+prints '00102  available  E-UTRAN     Second   Second Test Network'
+exits 0 cmifctl --json network list
+holds 'providers.0.code="00101"' 'providers.0.name="Test Network"' 'providers.0.short_name="Test"' \
+    providers.0.status.code=2 'providers.0.status.name="current"' providers.0.technology.code=7 \
+    'providers.5.code="00103"' 'providers.5.status.name="forbidden"'
+[ "$(grep -c '^providers\..*\.code="' "$work/values")" -eq 6 ] || fail 'not six operators'
+
+exits 0 cmifctl network select 00102
+shows 'selection requested: manual'
+shows 'operator code: 00102'
+within 20 network_is registered
+exits 0 cmifctl --json network show
+holds network.selection.code=2 'network.selection.name="manual"' \
+    'network.operator="Second Test Network"' 'network.operator_code="00102"' 'network.lac="2B01"'
+
+# What is forbidden, out of reach or no code is refused, and changes nothing.
+exits 4 cmifctl network select 00103
+complains 'network not allowed, emergency calls only (32)'
+exits 4 cmifctl --json network select 31026
+holds error.daemon.code=30 'error.daemon.name="no network service"'
+exits 2 cmifctl network select Test
+exits 0 cmifctl --json network show
+holds 'network.operator_code="00102"' 'network.registration.name="registered"'
+
+exits 0 cmifctl network select 00101 --technology 3g
+within 20 network_is registered
+exits 0 cmifctl --json network show
+holds 'network.operator_code="00101"' 'network.technology.name="UTRAN"'
+exits 0 cmifctl network select 99971
+within 20 network_is registered
+exits 0 cmifctl --json network show
+holds 'network.technology.name="GSM"'
+
+exits 0 cmifctl network auto
+shows 'selection requested: automatic'
+within 20 network_is registered
+exits 0 cmifctl --json network show
+holds network.selection.code=1 'network.operator="Test Network"' 'network.technology.name="E-UTRAN"'
+
+for format in 'short:Test' 'numeric:00101' 'long:Test Network'; do
+    exits 0 cmifctl network format "${format%%:*}"
+    exits 0 cmifctl network show
+    shows "operator: ${format#*:}"
+done

@@ -1,0 +1,20 @@
+#!/bin/sh
+# Ten wrong PUKs make the SIM useless; the tool keeps the last try back.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+for left in 9 8 7 6 5 4 3 2 1; do
+    printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk -
+    holds "error.tries.after=$left"
+done
+printf '00000000\n4321\n' | exits 5 cmifctl sim enter-puk -
+complains 'one try is left for the PUK'
+exits 0 cmifctl --json sim retries
+holds retries.puk1=1
+
+printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk - --force
+holds error.tries.before=1 error.tries.after=0
+exits 0 cmifctl --json sim status
+holds 'sim.status="SIM FAILURE"' sim.state.code=6 'sim.state.name="bad"'
+printf '12345678\n4321\n' | exits 5 cmifctl sim enter-puk - --force
+complains 'no try is left for the PUK'

@@ -1,0 +1,56 @@
+#!/bin/sh
+# The PIN is changed, switched off and on, and the modem locked to a network.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+# Malformed secrets never travel, so they cost no try. Neither do questions that nobody answers.
+echo 12a4 | exits 5 cmifctl sim enter-pin -
+complains 'that is no PIN, nothing was sent'
+printf '1234\n' | exits 2 cmifctl sim change-pin -
+complains 'standard input ends before the new PIN'
+exits 2 setsid cmifctl sim enter-pin
+complains 'there is no terminal to ask for the PIN'
+exits 2 cmifctl sim enter-pin 1234
+exits 0 cmifctl --json sim retries
+holds retries.pin1=3
+
+printf '1234\n98765\n' | exits 4 cmifctl sim change-pin -
+complains 'the PIN was not judged: SIM PIN required (11); tries left: 3, before: 3'
+unlock
+printf '0000\n98765\n' | exits 4 cmifctl sim change-pin -
+complains 'wrong PIN: incorrect password (16); tries left: 2, before: 3'
+printf '1234\n98765\n' | exits 0 cmifctl --json sim change-pin -
+holds 'sim.result="the PIN is changed"' sim.tries_before=2 sim.tries_after=3
+
+exits 0 cmifctl sim pin-mode
+shows 'pin mode: on'
+echo 1234 | exits 4 cmifctl sim pin-mode off -
+complains 'wrong PIN'
+echo 98765 | exits 0 cmifctl sim pin-mode off -
+shows 'result: the SIM does not ask for its PIN'
+exits 0 cmifctl --json sim pin-mode
+holds sim.pin_mode.code=0 'sim.pin_mode.name="off"'
+echo 98765 | exits 4 cmifctl sim pin-mode off -
+complains 'the PIN was not judged: operation not allowed (203)'
+echo 98765 | exits 0 cmifctl sim pin-mode on -
+exits 0 cmifctl sim pin-mode
+shows 'pin mode: on'
+
+# Locked to its own network the SIM works on, locked to another one it doesn't.
+within 20 network_is registered
+echo 11223344 | exits 0 cmifctl sim lock-network -
+exits 0 cmifctl sim status
+shows 'status: READY'
+echo 11223344 | exits 0 cmifctl sim unlock-network -
+echo 11223344 | exits 0 cmifctl sim lock-network --network 00102 -
+shows 'result: the modem is locked to 00102'
+exits 0 cmifctl --json sim status
+holds 'sim.status="PH-NET PIN"' sim.state.code=5 'sim.state.name="network locked"'
+within 20 network_is 'not registered'
+echo 99999999 | exits 4 cmifctl sim unlock-network -
+complains 'incorrect password (16)'
+hides 99999999
+echo 11223344 | exits 0 cmifctl sim unlock-network -
+exits 0 cmifctl sim status
+shows 'status: READY'
+within 20 network_is registered

@@ -1,0 +1,29 @@
+#!/bin/sh
+# Without any daemon the status is still shown, at once; what was published stays.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+export CMIF_STORE="$work/store"
+
+started=$(date +%s)
+exits 0 cmifctl --json status
+holds modem.imei=null sim.status=null sim.state=null network.operator=null radio.channel=null \
+    data.ipv4=null summary.identity=null daemons.qmi_answers=false
+exits 0 cmifctl status
+shows 'qmi answers: no'
+exits 0 cmifctl radio show
+exits 0 cmifctl network show
+exits 0 cmifctl data status
+exits 6 cmifctl network list
+complains 'there is no provider list'
+
+# Who needs a daemon is told at once that there is none, and makes no queue for one to come.
+exits 8 cmifctl --json sim retries
+holds error.code=8 'error.name="not-ready"'
+[ -z "$(queued 899)" ] || fail 'the tool made a queue'
+[ $(($(date +%s) - started)) -le 10 ] || fail 'too slow'
+
+start_router --pace 0.1
+kill_router 15
+exits 0 cmifctl --json status
+holds 'sim.status="SIM PIN"' 'modem.imei="001010012345672"' daemons.qmi_answers=false

@@ -1,0 +1,66 @@
+#include "report.h"
+
+#include "text.h"
+
+#include <cctype>
+
+namespace cmifctl
+{
+
+namespace
+{
+
+std::string program_key(const Field &field)
+{
+    std::string key = field.unit.empty() ? field.key : field.key + "_" + field.unit;
+    for (char &letter : key)
+        letter = static_cast<char>(std::tolower(static_cast<unsigned char>(letter)));
+    return key;
+}
+
+} // namespace
+
+Section &Report::section(const std::string &key)
+{
+    for (Section &section : sections_)
+        if (section.key == key)
+            return section;
+    return sections_.emplace_back(Section{key, {}});
+}
+
+void Report::field(const std::string &key, Field field)
+{
+    section(key).fields.push_back(std::move(field));
+}
+
+void Report::line(const std::string &text)
+{
+    text_ += safe(text) + "\n";
+}
+
+void Report::text(const std::string &key, const std::string &text)
+{
+    data_[key] = text;
+    text_ += text;
+}
+
+Json Report::document() const
+{
+    Json document = Json::object();
+    for (const Section &section : sections_) {
+        Json &object = document[section.key] = Json::object();
+        for (const Field &field : section.fields)
+            object[program_key(field)] = field.value;
+    }
+    for (const Table &table : tables_)
+        document[table.key] = table.rows;
+    document.update(data_);
+    return document;
+}
+
+std::string printed(const Json &document)
+{
+    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+} // namespace cmifctl

@@ -1,0 +1,48 @@
+#include "signals.h"
+
+#include <sys/signalfd.h>
+
+namespace cmifctl
+{
+
+namespace
+{
+
+sigset_t ending_signals()
+{
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    sigaddset(&signals, SIGHUP);
+    return signals;
+}
+
+} // namespace
+
+HeldSignals::HeldSignals()
+{
+    const sigset_t signals = ending_signals();
+    sigprocmask(SIG_BLOCK, &signals, &before_);
+    file_ = File(signalfd(-1, &signals, SFD_CLOEXEC));
+}
+
+HeldSignals::~HeldSignals()
+{
+    sigprocmask(SIG_SETMASK, &before_, nullptr);
+}
+
+int HeldSignals::taken() const
+{
+    signalfd_siginfo info{};
+    const ssize_t size = read(descriptor(), &info, sizeof info);
+    return size == sizeof info ? static_cast<int>(info.ssi_signo) : SIGTERM;
+}
+
+void release_signals()
+{
+    const sigset_t signals = ending_signals();
+    sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+} // namespace cmifctl
