@@ -37,3 +37,5 @@ foreach(name cmifctl_output_test cmifctl_command_test cmifctl_call_test)
   cmif_test(${name} LIBRARIES cmifctl_parts)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
 endforeach()
+
+include(end_to_end/tests.cmake)

@@ -27,7 +27,7 @@ library_test(at_radio_test)
 # The header in C and in C++, and what the library shows of itself.
 library_test(header_test)
 target_sources(header_test PRIVATE header_test.c)
-set_target_properties(header_test PROPERTIES C_EXTENSIONS OFF)
+set_target_properties(header_test PROPERTIES C_EXTENSIONS OFF DISABLE_PRECOMPILE_HEADERS ON)
 set_source_files_properties(header_test.c PROPERTIES COMPILE_OPTIONS -pedantic-errors)
 foreach(language c99 c17 c++98 c++20)
   string(REGEX REPLACE "[0-9]+" "" input ${language})

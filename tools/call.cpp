@@ -106,7 +106,7 @@ public:
             fail_in_time(call_.request, timeout_);
         }
         filter_.finish();
-        return decoded(bytes_, child_.wait(), call_.request);
+        return decoded(bytes_, child_.wait(), call_);
     }
 
 private:

@@ -38,6 +38,7 @@ struct Call {
     bool secret = false;              // the library's lines hold what nobody may see
     bool errors_muted = false;        // the call's standard error says nothing new
     std::function<void()> waiting{};  // called about twice a second meanwhile
+    const char *if_it_dies = "Try again with --trace to see how far the library came.";
 };
 
 struct Answer {

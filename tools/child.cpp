@@ -19,8 +19,6 @@ namespace cmifctl
 namespace
 {
 
-constexpr const char *ended_early = "Try again with --trace to see how far the library came.";
-
 struct Pipe {
     File out;
     File in;
@@ -134,15 +132,15 @@ void Child::kill()
     wait();
 }
 
-Answer decoded(const std::string &bytes, int wait_status, const Request &request)
+Answer decoded(const std::string &bytes, int wait_status, const Call &call)
 {
     const Json message = Json::from_cbor(bytes, true, false);
     if (message.is_discarded() || !message.is_object()) {
         const std::string how = WIFSIGNALED(wait_status)
                                     ? "was ended by signal " + std::to_string(WTERMSIG(wait_status))
                                     : "ended without an answer";
-        throw Failure(Exit::other, std::string("the call ") + request.name + " " + how,
-                      ended_early);
+        throw Failure(Exit::other, std::string("the call ") + call.request.name + " " + how,
+                      call.if_it_dies);
     }
     if (const auto failure = message.find("failure"); failure != message.end())
         throw Failure(static_cast<Exit>((*failure)["status"].get<int>()),

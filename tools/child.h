@@ -33,7 +33,7 @@ private:
 };
 
 /// What the child sent; fails when it ended before it could.
-Answer decoded(const std::string &bytes, int wait_status, const Request &request);
+Answer decoded(const std::string &bytes, int wait_status, const Call &call);
 
 } // namespace cmifctl
 

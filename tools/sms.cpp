@@ -54,8 +54,10 @@ int read_messages(Json &output)
 
 Json messages(const Invocation &run)
 {
-    return ask_at(
-        run, {.request = at_request("shared_CMIF_get_mobileSMSInfo", 18), .body = read_messages});
+    return ask_at(run, {.request = at_request("shared_CMIF_get_mobileSMSInfo", 18),
+                        .body = read_messages,
+                        .if_it_dies = "There is room for 2048 messages; 'cmifctl config get "
+                                      "lte_mobile_sms_counts' shows how many are counted."});
 }
 
 /// As people read it: a blank for the T, the stamp itself when it isn't understood.

@@ -43,22 +43,24 @@ private:
     termios before_{};
 };
 
-char next_character(int terminal, const HeldSignals &signals)
-{
-    std::array<pollfd, 2> files{{{signals.descriptor(), POLLIN, 0}, {terminal, POLLIN, 0}}};
-    while (poll(files.data(), files.size(), -1) <= 0) {}
-    if (files[0].revents != 0)
-        throw Interrupted{signals.taken()};
-    constexpr char end_of_input = 4;
-    char character = '\n';
-    const bool typed = read(terminal, &character, 1) == 1 && character != end_of_input;
-    return typed ? character : '\n';
-}
-
 void write_text(int terminal, const std::string &text)
 {
     if (write(terminal, text.data(), text.size()) < 0)
         throw Failure(Exit::other, "the terminal can't be written to");
+}
+
+char next_character(int terminal, const HeldSignals &signals)
+{
+    std::array<pollfd, 2> files{{{signals.descriptor(), POLLIN, 0}, {terminal, POLLIN, 0}}};
+    while (poll(files.data(), files.size(), -1) <= 0) {}
+    if (files[0].revents != 0) {
+        write_text(terminal, "\n");
+        throw Interrupted{signals.taken()};
+    }
+    constexpr char end_of_input = 4;
+    char character = '\n';
+    const bool typed = read(terminal, &character, 1) == 1 && character != end_of_input;
+    return typed ? character : '\n';
 }
 
 std::string ask_silently(int terminal, const std::string &prompt)
@@ -88,10 +90,15 @@ std::string ask_one(int terminal, const Question &question)
     }
 }
 
+/// Byte by byte: what follows the line belongs to whoever reads next.
 std::string input_line(const char *label)
 {
     std::string line;
-    if (!std::getline(std::cin, line))
+    char character = 0;
+    ssize_t size = 0;
+    while ((size = read(STDIN_FILENO, &character, 1)) == 1 && character != '\n')
+        line += character;
+    if (size != 1 && line.empty())
         throw Failure(Exit::usage, std::string("standard input ends before the ") + label,
                       "Give one line for each secret.");
     if (line.ends_with('\r'))

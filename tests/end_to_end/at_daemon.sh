@@ -20,10 +20,11 @@ holds error.code=3 'error.name="no-answer"' error.withdrawn=true
 # The daemon takes a search that lasts, and dies over it.
 start_router --pace 1
 unlock
-(
+unanswered_search() {
     exits 3 cmifctl --json --timeout 4 network scan
     holds error.code=3 error.withdrawn=false
-) &
+}
+aside unanswered_search
 scan=$!
 searching() { cmifctl network scan-state | grep -q 'state: search running'; }
 within 3 searching

@@ -6,7 +6,7 @@
 exits 0 cmifctl data profile set --apn first.example
 register
 
-(exits 0 cmifctl data start) &
+aside exits 0 cmifctl data start
 start=$!
 within 10 data_is connecting
 exits 0 cmifctl data profile set --apn second.example

@@ -33,6 +33,13 @@ exits() {
     [ "$status" -eq "$wanted" ] || fail "exit status $status instead of $wanted"
 }
 
+# aside COMMAND...: meanwhile, with outputs of its own; `wait "$!"` gives its status.
+aside() { with_own_outputs "$@" & }
+with_own_outputs() {
+    work=$(mktemp -d "$work/aside.XXXXXX")
+    "$@"
+}
+
 # Checks on what is for people: a whole line, a row of a section, anything in an output.
 prints() { grep -qFx -e "$1" "$work/out" || fail "no line '$1'"; }
 shows() { sed 's/^[^|]*| *//' "$work/out" | grep -qFx -e "$1" || fail "no row '$1'"; }

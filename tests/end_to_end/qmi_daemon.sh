@@ -42,7 +42,7 @@ start_router --pace 1
 within 10 qmi_answers
 exits 0 cmifctl data profile set --apn internet.example
 register
-(exits 3 cmifctl --timeout 2 data start) &
+aside exits 3 cmifctl --timeout 2 data start
 start=$!
 within 5 data_is connecting
 kill_router 9
