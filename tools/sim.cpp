@@ -39,11 +39,9 @@ void check_control_key(const std::string &text)
 
 /// A request with secrets in it, whose body needs nothing but the texts.
 template <class Function>
-Call secret_call(Request request, Function function)
+Call secret_call(const Request &request, Function function)
 {
-    return {.request = std::move(request),
-            .body = [function](Json &) { return function(); },
-            .secret = true};
+    return {.request = request, .body = [function](Json &) { return function(); }, .secret = true};
 }
 
 } // namespace

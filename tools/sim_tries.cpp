@@ -67,7 +67,7 @@ Json retry_counters(const Invocation &run)
 
 Json require_tries(const Invocation &run, const char *counter, const char *secret)
 {
-    const Json left = retry_counters(run)[counter];
+    Json left = retry_counters(run)[counter];
     const Json details{{"tries", {{"before", left}, {"after", left}}}};
     if (left <= 0)
         throw Failure(Exit::invalid, std::string("no try is left for the ") + secret,

@@ -16,7 +16,7 @@ namespace
 // The library writes as many records as the store counts, which nothing bounds: behind the room for
 // them stands a page that may not be written, so that a wild count ends the child and nothing else.
 constexpr std::size_t most_messages = 2048;
-constexpr std::size_t page = 64 * 1024;
+constexpr std::size_t page = 65536;
 
 cmif_sms_info *guarded_room()
 {

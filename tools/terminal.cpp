@@ -121,6 +121,7 @@ std::vector<std::string> ask_secrets(const std::vector<Question> &questions, boo
                       std::string("there is no terminal to ask for the ") + questions.front().label,
                       "Give - and write it to standard input, a line for each secret.");
     std::vector<std::string> answers;
+    answers.reserve(questions.size());
     for (const Question &question : questions)
         answers.push_back(from_input ? input_line(question.label)
                                      : ask_one(terminal.number(), question));
