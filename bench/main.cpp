@@ -5,25 +5,40 @@
 
 #include <cstdio>
 #include <cstring>
+#include <map>
+#include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace
 {
-char log_enable[4] = "0";
+
+// A store in memory, as full as a router's: the keys that the getters read, and a switch.
+std::map<std::string, std::string, std::less<>> &values()
+{
+    static std::map<std::string, std::string, std::less<>> all;
+    return all;
 }
 
-// A store in memory: two keys are enough.
+void fill()
+{
+    for (int key = 0; key < 100; ++key)
+        values()["lte_query_network_value_" + std::to_string(key)] = "1";
+    values()["lte_mobile_imei"] = "004401018111111";
+}
+
+} // namespace
+
 extern "C" const char *tarnNvramConfig_get(const char *key)
 {
-    static char answer[64];
-    std::strcpy(answer, std::strcmp(key, "lte_mobile_imei") == 0    ? "004401018111111"
-                        : std::strcmp(key, "debug_lte_enable") == 0 ? log_enable
-                                                                    : "");
+    static char answer[256];
+    const auto found = values().find(std::string_view(key));
+    answer[found == values().end() ? 0 : found->second.copy(answer, sizeof answer - 1)] = '\0';
     return answer;
 }
-extern "C" int tarnNvramConfig_set(const char *, const char *value)
+extern "C" int tarnNvramConfig_set(const char *key, const char *value)
 {
-    std::strncpy(log_enable, value, sizeof log_enable - 1);
+    values()[key] = value;
     return 0;
 }
 extern "C" int tarnNvramConfig_match(const char *key, const char *text)
@@ -40,6 +55,7 @@ int main()
     bench::figures = fdopen(dup(STDOUT_FILENO), "w");
     if (!bench::figures || !std::freopen("/dev/null", "w", stdout))
         return 1;
+    fill();
     bench::stay_on_one_core();
     std::fprintf(bench::figures, "%-34s %12s %12s   %5s\n", "", "by hand", "library", "ratio");
     const bool good = bench::getters() & bench::at_request() & bench::qmi_exchange();

@@ -54,7 +54,6 @@ bool send(AtRequest &request, int queue, const cmif_msg &record)
 
 void AtMessage::announce()
 {
-    record.mod_id = request_.code;
     say(request_.sites.type, request_.lines.type, record.mod_id);
 }
 

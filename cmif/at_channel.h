@@ -29,13 +29,13 @@ struct AtRequest {
     } sites{};
 };
 
-// The record of one call, zeroed.
+// The record of one call: its type, and zeros.
 class AtMessage
 {
 public:
-    explicit AtMessage(AtRequest &request) : request_(request) {}
+    explicit AtMessage(AtRequest &request) : request_(request) { record.mod_id = request.code; }
 
-    // Sets the record's type and prints its line.
+    // Prints the line of the record's type.
     void announce();
 
     // Fills a text field. A longer text runs on into the fields behind it, as daemons and callers

@@ -28,17 +28,23 @@ struct Field {
     unsigned char offset;
 };
 
+// clang-format off
 #define FIELD(name) offsetof(WirelessBroadbandInfo, name)
-#define TRACED(name)                                                                               \
-    {                                                                                              \
-#name, FIELD(name)                                                                         \
-    }
+#define TRACED(name) {#name, FIELD(name)}
+
 constexpr Field fields[] = {
-    TRACED(NewModemIdentity), TRACED(NewModemSWversion),     TRACED(NewIMSI),
-    TRACED(NewIMEI),          TRACED(NewOperatorName),       TRACED(NewNetworkMode),
-    TRACED(NewRSSI),          TRACED(NewModemCurrentStatus), TRACED(NewModemType),
+    TRACED(NewModemIdentity),
+    TRACED(NewModemSWversion),
+    TRACED(NewIMSI),
+    TRACED(NewIMEI),
+    TRACED(NewOperatorName),
+    TRACED(NewNetworkMode),
+    TRACED(NewRSSI),
+    TRACED(NewModemCurrentStatus),
+    TRACED(NewModemType),
     TRACED(NewPhoneNumber),
 };
+// clang-format on
 
 // A view of the record as one run of bytes: a long value runs on into the next field, and nothing
 // passes the record's end.

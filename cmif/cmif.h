@@ -20,7 +20,8 @@
  *     until the daemon answers with the same request code: no time-out, and a failed receive is
  *     tried again at once, for ever. A QMI call blocks likewise, but a failed receive ends it.
  *  5. Threads. The library creates none and takes no lock, but for the debug log's semaphore. Any
- *     thread may call at any time, except where a function says otherwise. Replies are told apart
+ *     thread may call at any time, except where a function says otherwise, if the platform's store
+ *     answers each thread in a buffer of its own, as ours does. Replies are told apart
  *     by request code alone: two callers, threads or processes, that wait for the same code at the
  *     same moment may take each other's reply.
  *  6. Trace. Each place that may print a line reads its switch from the store once, on its first
@@ -31,6 +32,8 @@
  *     CAUTION: with "debug_at_cmif" on, SIM requests print PINs and PUKs in clear; with
  *     "debug_qmi_cmif" on, shared_CMIF_get_profile_settings prints the password in clear.
  *  7. Store. A value is as fresh as the daemon last made it. A missing key reads as "".
+ *  8. Daemons. What a daemon makes of a text or a number is its own affair: the library passes them
+ *     on. Where a meaning is given, it is what the simulated daemons do.
  */
 #ifndef CMIF_H
 #define CMIF_H
@@ -138,10 +141,12 @@ int shared_CMIF_get_mobileNetworkStatus(int *status);
  * order; else unchanged. Never prints. */
 int shared_CMIF_get_OperatorSelectAct(int *technology);
 
-/* PDP type: 0 "IP", 1 "PPP", 2 "IPV6", 3 "IPV4V6"; else unchanged. */
+/* PDP type: 0 "IP", 1 "PPP", 2 "IPV6", 3 "IPV4V6"; else unchanged, and the trace line prints what
+ * the caller had there: set it first. */
 int shared_CMIF_get_mobileNetworkPDPType(int *type);
 
-/* On LTE the duplex mode, a blank and the access technology; otherwise the technology alone. */
+/* On LTE the duplex mode, a blank and the access technology; otherwise the technology alone. `out`
+ * needs room for two of the longest values, a blank and a NUL. */
 int shared_CMIF_get_mobile4gMode(char *out);
 
 /* Number of digits of the MNC as decimal text, at most 11 bytes with its NUL. Also stores that text
@@ -169,7 +174,8 @@ typedef struct WirelessBroadbandInfo {
 } WirelessBroadbandInfo;
 
 /* Fills `info`; 0, or 5 for NULL. The record is not cleared first: a selection mode or a technology
- * outside the texts above leaves its field as it was. A value of more than 19 characters runs on
+ * outside the texts above leaves its field as it was, and trace lines print it: clear the record
+ * first. A value of more than 19 characters runs on
  * into the next field, and stops at the end of the record. */
 int shared_CMIF_GetWirelessBroadbandInfo(WirelessBroadbandInfo *info);
 
@@ -183,7 +189,8 @@ int shared_CMIF_GetWirelessBroadbandInfo(WirelessBroadbandInfo *info);
  * queues failed (2, -1 or 3).
  * ---------------------------------------------------------------------------------------------- */
 
-/* Tries left: counters[0] PIN1, [1] PUK1, [2] PIN2, [3] PUK2. */
+/* Tries left: counters[0] PIN1, [1] PUK1, [2] PIN2, [3] PUK2. Of each stored value the first three
+ * characters count; a missing one is 0. */
 int shared_CMIF_get_mobilePINPUKC(int counters[4]);
 
 /* Whether the SIM asks for its PIN, as the daemon writes it. 5 for NULL. */
@@ -215,8 +222,8 @@ int shared_CMIF_set_EntermobilePINPUK(const char *first, const char *second);
  * A number outside a table is sent all the same, with an empty value.
  * ---------------------------------------------------------------------------------------------- */
 
-/* Asks the modem for its firmware-download mode. Sends and returns 0 without waiting for anybody;
- * 2 or 3 as above. */
+/* Asks the modem for its firmware-download mode. Returns 0 once the request is queued: blocks while
+ * the request queue is full, and never waits for a reply; 2 or 3 as above. */
 int shared_CMIF_set_AT_qfirehose(void);
 
 int shared_CMIF_set_FactoryReset(void);
@@ -259,10 +266,12 @@ typedef struct cmif_provider_info {
 /* Reads the list that the daemon left in "/tmp/lte_provider_list" after a search; sends nothing.
  * `list` needs one record for each parenthesised group of the file, at most 511. The number of
  * records is not returned, and what a group does not give stays as it was: clear the array first
- * and look for the first record still clear. Files from 1024, groups from 128, numbers from 8 bytes
- * on and names of over 19 characters are cut.
- * 0 when the file could be opened, whatever it holds; 6 otherwise. Prints its lines whatever the
- * trace switch says. */
+ * and look for the first record still clear. Every group is a record, ranges such as "(0-4)" too,
+ * which set `stat` alone. The last field of a group that is shorter than an earlier one runs on
+ * into what that one left, up to its next comma; "()" reads the group before it again. Files from
+ * 1024, groups from 128, numbers from 8 bytes on and names of over 19 characters are cut. 0 when
+ * the file could be opened, whatever it holds; 6 otherwise. Prints its lines whatever the trace
+ * switch says. */
 int shared_CMIF_GetNetworkProviderList(cmif_provider_info *list);
 
 /* Registers with one operator. The daemon takes the texts as the numeric code and the access
@@ -294,7 +303,8 @@ typedef struct cmif_sms_info {
 } cmif_sms_info;
 
 /* Lists the stored messages. `messages` needs as many records as the daemon counts: there is no
- * upper bound here. 5 when `count` or `unreads` is NULL. */
+ * upper bound here, and a count below 1 writes none. `count` is read again before each record.
+ * `unreads` is the daemon's number, not counted here. 5 when `count` or `unreads` is NULL. */
 int shared_CMIF_get_mobileSMSInfo(cmif_sms_info *messages, int *count, int *unreads);
 
 /* Two numbers to the daemon, which takes them as the index and the delete flag of 3GPP TS 27.005:
@@ -387,8 +397,8 @@ int shared_CMIF_get_sim_status(int *status);
 /* `out`: at least 50 bytes; a longer answer is cut there, without a NUL. 5 for NULL. */
 int shared_CMIF_get_ps_service(char *out);
 
-/* Asks the modem for its firmware-download mode and waits for nobody. 0; 1; 2 when the daemon has
- * not created its queue; 3. */
+/* Asks the modem for its firmware-download mode. 0 once the request is queued: blocks while the
+ * queue is full, and never waits for a reply; 1; 2 when the daemon has not created its queue; 3. */
 int shared_CMIF_set_CM_qfirehose(void);
 
 /* Seconds that the connection is up. 0, or 5 for NULL, with a line. Reads the store alone. */
@@ -428,6 +438,9 @@ int shared_debug_lte_backup_log_file(void);
  *
  * System V message queues, mode 0666. A record's type is the platform's long; sizes passed to
  * msgsnd and msgrcv count the payload alone, which is laid out alike on 32 and 64 bits.
+ *
+ * A reply to an AT request has exactly 116 bytes of payload: a longer one is never received, and
+ * its caller tries for ever; a shorter one reads as 0. A reply to a QMI request has at most 316.
  * ---------------------------------------------------------------------------------------------- */
 
 #define CMIF_AT_REQUEST_KEY     899

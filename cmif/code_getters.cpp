@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <iterator>
+#include <optional>
 
 namespace cmif
 {
@@ -37,22 +38,23 @@ Outcome *outcome_of(const char *key, Outcome (&outcomes)[rows])
     return nullptr;
 }
 
-// What the caller finds for a stored value that is not listed.
-enum class Otherwise { unchanged = -1, unregistered = 2, unknown = 4 };
-
+// `otherwise` is the code of a stored value that isn't listed; without it the output stays.
 template <std::size_t rows>
-int get_code(const char *key, Outcome (&outcomes)[rows], Otherwise otherwise, int *out)
+int get_code(const char *key, Outcome (&outcomes)[rows], std::optional<int> otherwise, int *out)
 {
     if (!out)
         return CMIF_INVALID;
     if (Outcome *outcome = outcome_of(key, outcomes)) {
         *out = outcome->code;
         outcome->site.print("Get get_val=%d\n", *out);
-    } else if (otherwise != Otherwise::unchanged) {
-        *out = static_cast<int>(otherwise);
+    } else if (otherwise) {
+        *out = *otherwise;
     }
     return CMIF_OK;
 }
+
+constexpr int unregistered = 2;
+constexpr int unknown = 4;
 
 } // namespace
 } // namespace cmif
@@ -62,27 +64,27 @@ using namespace cmif;
 int shared_CMIF_get_mobileNetworkMode(int *mode)
 {
     static constinit Outcome outcomes[] = {{{"0"}, 0}, {{"1"}, 1}, {{"2"}, 2}, {{"3"}, 3}};
-    return get_code("lte_network_search_mode", outcomes, Otherwise::unknown, mode);
+    return get_code("lte_network_search_mode", outcomes, unknown, mode);
 }
 
 // Reads the network search mode, not a band; callers depend on that and on the gap at "1".
 int shared_CMIF_GetBandRegion(int *region)
 {
     static constinit Outcome outcomes[] = {{{"0"}, 1}, {{"2"}, 2}, {{"3"}, 3}};
-    return get_code("lte_network_search_mode", outcomes, Otherwise::unknown, region);
+    return get_code("lte_network_search_mode", outcomes, unknown, region);
 }
 
 // The misspelt key is the daemon's.
 int shared_CMIF_get_mobileInternationalRoam(int *mode)
 {
     static constinit Outcome outcomes[] = {{{"255"}, 0}, {{"2"}, 1}, {{"1"}, 2}};
-    return get_code("lte_roam_servive_config", outcomes, Otherwise::unchanged, mode);
+    return get_code("lte_roam_servive_config", outcomes, std::nullopt, mode);
 }
 
 int shared_CMIF_get_mobileNetworkStatus(int *status)
 {
     static constinit Outcome outcomes[] = {{{"1", "5"}, 0}, {{"2"}, 1}, {{"0", "3", "4"}, 2}};
-    return get_code("lte_network_reg_status_state", outcomes, Otherwise::unregistered, status);
+    return get_code("lte_network_reg_status_state", outcomes, unregistered, status);
 }
 
 int shared_CMIF_GetNetworkMode(int *mode)
@@ -107,7 +109,7 @@ int shared_CMIF_get_OperatorSelectAct(int *technology)
     return CMIF_OK;
 }
 
-// The value is read anew for each comparison.
+// Read anew for each comparison: there is no bound on what a platform may store under this key.
 int shared_CMIF_get_mobileNetworkPDPType(int *type)
 {
     static constinit AtSite site;

@@ -11,7 +11,8 @@
 extern "C" {
 #endif
 
-/* The value of `key`: never NULL, "" when unset. Good until the next call of any of the four. */
+/* The value of `key`: never NULL, "" when unset. Good until this thread's next call
+ * of any of the four. */
 const char *tarnNvramConfig_get(const char *key);
 
 /* Stores `value` under `key` in the running configuration; 0 when done. CMIF ignores the result. */

@@ -40,10 +40,14 @@ step() {
     printf '== %s\n' "$what"
     mkdir -p build/log
     log=build/log/$(printf '%s' "$what" | cut -c -40 | tr -c 'A-Za-z0-9' '-').txt
-    if ! (set -e; "$@") >"$log" 2>&1 </dev/null; then
+    set +e # inside a condition the shell would not stop at the first command that fails
+    (set -e; "$@") >"$log" 2>&1 </dev/null
+    status=$?
+    set -e
+    [ "$status" -eq 0 ] || {
         tail -n 60 "$log" >&2
         fail "'$what' failed; all it said is in $log"
-    fi
+    }
 }
 
 # build PRESET [CMAKE OPTION...]

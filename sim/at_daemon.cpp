@@ -13,7 +13,6 @@ namespace
 using namespace std::chrono_literals;
 
 constexpr auto search_time = 5s;
-constexpr const char *unknown = "unknown request";
 
 static_assert(offsetof(cmif_msg, ret_code) - offsetof(cmif_msg, set_string) + sizeof(int) ==
               CMIF_AT_PAYLOAD);
@@ -48,8 +47,8 @@ void AtDaemon::serve(const char *bytes, std::size_t payload)
     std::memcpy(&record.mod_id, bytes, sizeof record.mod_id);
     const AtRequest *request = find_at_request(record.mod_id);
     if (!request) {
-        log_.request(record.mod_id, unknown, "");
-        return reply(record.mod_id, unknown, ret_not_supported);
+        log_.request(record.mod_id, unknown_request, "");
+        return reply(record.mod_id, unknown_request, ret_not_supported);
     }
     if (payload == CMIF_AT_PAYLOAD) {
         std::memcpy(record.set_string, bytes + sizeof record.mod_id, payload);

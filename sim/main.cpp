@@ -54,8 +54,10 @@ void add_options(CLI::App &command, sim::ServerOptions &options)
         });
     command.add_flag_callback(
         "--no-at", [&options] { options.at = false; }, "Leave out the AT daemon");
-    command.add_flag_callback(
-        "--no-qmi", [&options] { options.qmi = false; }, "Leave out the QMI daemon");
+    command
+        .add_flag_callback(
+            "--no-qmi", [&options] { options.qmi = false; }, "Leave out the QMI daemon")
+        ->excludes("--no-at");
 }
 
 /* What follows the first "--" is none of our options, whatever it looks like. */

@@ -15,8 +15,6 @@ namespace sim
 namespace
 {
 
-constexpr const char *unknown = "unknown request";
-
 static_assert(sizeof qmi_msg::payload == CMIF_QMI_PAYLOAD);
 
 std::string bytes_of(std::int32_t number)
@@ -87,8 +85,8 @@ void QmiDaemon::serve(const char *bytes, std::size_t payload)
     const std::string_view arguments(bytes + sizeof code, payload);
     const QmiRequest *request = find_qmi_request(code);
     if (!request) {
-        log_.request(code, unknown, "");
-        return reply(code, unknown, ret_not_supported);
+        log_.request(code, unknown_request, "");
+        return reply(code, unknown_request, ret_not_supported);
     }
     log_.request(code, request->name, request->describe ? request->describe(arguments) : "");
     if (!request->handle)

@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace sim
@@ -23,8 +24,11 @@ bool ServiceLock::take()
 {
     constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
     fd_ = open(path_, flags);
-    if (fd_ < 0 && errno == ENOENT)
+    if (fd_ < 0 && errno == ENOENT) {
         fd_ = open(path_, flags | O_CREAT, 0666);
+        if (fd_ >= 0)
+            fchmod(fd_, 0666); // whatever the umask: the next one may be another user's
+    }
     if (fd_ < 0) {
         std::fprintf(stderr, "cmif-sim: can't open %s: %s\n", path_, std::strerror(errno));
         return false;

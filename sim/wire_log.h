@@ -7,6 +7,8 @@
 namespace sim
 {
 
+inline constexpr const char *unknown_request = "unknown request";
+
 // One channel's lines. Silent unless asked for. Any thread may write.
 class WireLog
 {

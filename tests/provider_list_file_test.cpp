@@ -79,6 +79,13 @@ TEST(ProviderListFile, MayBeADirectory)
     expect_reading(read_existing_provider_list(), "", {}, no_search);
 }
 
+// Nobody writes to it: the call neither waits nor finds anything.
+TEST(ProviderListFile, MayBeAFifo)
+{
+    ASSERT_EQ(mkfifo(CMIF_PROVIDER_LIST_FILE, 0600), 0);
+    expect_reading(read_existing_provider_list(), "", {}, no_search);
+}
+
 TEST(ProviderListFile, ComesThroughALink)
 {
     ASSERT_EQ(symlink("/tmp/elsewhere", CMIF_PROVIDER_LIST_FILE), 0);

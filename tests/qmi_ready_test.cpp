@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <sys/stat.h>
 
 namespace
 {
@@ -67,6 +68,14 @@ TEST_F(QmiReady, AFolderForAMarkerIsNotReady)
 {
     std::filesystem::remove(CMIF_QMI_READY_FILE);
     std::filesystem::create_directory(CMIF_QMI_READY_FILE);
+    expect_call(ask, 1, {ready("")});
+}
+
+// Nobody writes to it: the call doesn't wait.
+TEST_F(QmiReady, AFifoForAMarkerIsNotReady)
+{
+    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    ASSERT_EQ(mkfifo(CMIF_QMI_READY_FILE, 0600), 0);
     expect_call(ask, 1, {ready("")});
 }
 
