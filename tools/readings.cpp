@@ -111,7 +111,7 @@ Json read_code(CodeGetter getter)
     return getter(&code) == CMIF_OK && code != unset ? Json(code) : Json();
 }
 
-Json read(const Reading &reading)
+Json value_of(const Reading &reading)
 {
     if (const auto *code_getter = std::get_if<CodeGetter>(&reading.getter))
         return read_code(*code_getter);
@@ -204,7 +204,7 @@ void report_readings(Invocation &run, std::initializer_list<std::string_view> se
                                                [&wanted](Json &output) {
                                                    for (const Reading &reading : readings)
                                                        if (wanted(reading))
-                                                           output.push_back(read(reading));
+                                                           output.push_back(value_of(reading));
                                                    return 0;
                                                }})
                             .output;
