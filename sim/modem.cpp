@@ -181,14 +181,14 @@ void Modem::settle()
 // The steady clock is the one that the timer runs by.
 void Modem::arm_timer()
 {
-    itimerspec spec{};
+    itimerspec alarm{};
     if (const auto due = state_.due()) {
         const auto nanoseconds =
             std::chrono::duration_cast<std::chrono::nanoseconds>(due->time_since_epoch()).count();
-        spec.it_value.tv_sec = static_cast<time_t>(nanoseconds / 1'000'000'000);
-        spec.it_value.tv_nsec = static_cast<long>(nanoseconds % 1'000'000'000);
+        alarm.it_value.tv_sec = static_cast<time_t>(nanoseconds / 1'000'000'000);
+        alarm.it_value.tv_nsec = static_cast<long>(nanoseconds % 1'000'000'000);
     }
-    timerfd_settime(timer_fd_, TFD_TIMER_ABSTIME, &spec, nullptr);
+    timerfd_settime(timer_fd_, TFD_TIMER_ABSTIME, &alarm, nullptr);
 }
 
 } // namespace sim

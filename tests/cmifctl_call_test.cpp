@@ -1,5 +1,6 @@
 // Calls in a child, the requests that they leave on a queue, and what is asked of a person.
 #include "call.h"
+#include "file.h"
 #include "request.h"
 #include "terminal.h"
 
@@ -7,11 +8,16 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <pty.h>
 #include <sys/msg.h>
+#include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <csignal>
 #include <cstring>
+#include <string_view>
 #include <utility>
 
 namespace
@@ -241,7 +247,102 @@ TEST_F(Queue, AnInterruptWithdrawsToo)
     EXPECT_EQ(letters(), "");
 }
 
+TEST(CallInChild, LeavesNoMarkBehindWhenItIsEnded)
+{
+    const char *const marker = "/tmp/marker";
+    Call marking{.request = no_request("it"),
+                 .body =
+                     [marker](Json &) {
+                         File(creat(marker, 0600));
+                         pause();
+                         return 0;
+                     },
+                 .marker = marker};
+    EXPECT_EQ(failure_of(marking, {.timeout = 0.3}).status(), Exit::no_answer);
+    EXPECT_NE(access(marker, F_OK), 0);
+
+    marking.body = [marker](Json &) {
+        File(creat(marker, 0600));
+        return std::raise(SIGKILL);
+    };
+    EXPECT_EQ(failure_of(marking).status(), Exit::other);
+    EXPECT_NE(access(marker, F_OK), 0);
+
+    File(creat(marker, 0600)); // somebody else's
+    EXPECT_EQ(failure_of(marking).status(), Exit::other);
+    EXPECT_EQ(access(marker, F_OK), 0);
+}
+
 // ---- secrets and questions ----
+
+/// Reads what the process at the terminal's other end writes, up to `text`.
+bool read_until(int terminal, const std::string &text)
+{
+    std::string all;
+    for (char c = 0; !all.ends_with(text) && read(terminal, &c, 1) == 1;)
+        all += c;
+    return all.ends_with(text);
+}
+
+/// As a shell does: a process group of its own in the foreground of the terminal; 0 when it is
+/// stopped with the echo on, and then answers well.
+int stopped_with_echo()
+{
+    std::signal(SIGTTOU, SIG_IGN);
+    const pid_t asking = fork();
+    if (asking == 0) {
+        setpgid(0, 0);
+        tcsetpgrp(STDIN_FILENO, getpid());
+        _exit(ask_secrets({{"PIN"}}, false).front() == "1234" ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(asking, &status, WUNTRACED);
+    termios now{};
+    if (!WIFSTOPPED(status) || tcgetattr(STDIN_FILENO, &now) != 0 || (now.c_lflag & ECHO) == 0)
+        return 1;
+    kill(asking, SIGCONT);
+    waitpid(asking, &status, 0);
+    return status == 0 ? 0 : 2;
+}
+
+TEST(Questions, AnInterruptSpeaksOfNoRequest)
+{
+    int terminal = -1;
+    const pid_t asking = forkpty(&terminal, nullptr, nullptr, nullptr);
+    ASSERT_NE(asking, -1);
+    if (asking == 0) {
+        try {
+            ask_secrets({{"PIN"}}, false);
+        } catch (const Interrupted &interrupted) {
+            _exit(std::string_view(interrupted.consequence).find("request") ==
+                          std::string_view::npos
+                      ? 0
+                      : 2);
+        }
+        _exit(1);
+    }
+    ASSERT_TRUE(read_until(terminal, "PIN: "));
+    ASSERT_EQ(write(terminal, "\x03", 1), 1);
+    int status = 0;
+    waitpid(asking, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(Questions, AreNotStoppedWithoutEcho)
+{
+    int terminal = -1;
+    const pid_t shell = forkpty(&terminal, nullptr, nullptr, nullptr);
+    ASSERT_NE(shell, -1);
+    if (shell == 0)
+        _exit(stopped_with_echo());
+    ASSERT_TRUE(read_until(terminal, "PIN: "));
+    constexpr std::string_view stop_and_answer = "\x1a"
+                                                 "1234\n";
+    ASSERT_EQ(write(terminal, stop_and_answer.data(), stop_and_answer.size()), 6);
+    int status = 0;
+    waitpid(shell, &status, 0);
+    EXPECT_EQ(status, 0);
+}
 
 TEST(Questions, NeedSomebodyToAnswer)
 {

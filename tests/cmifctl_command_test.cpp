@@ -68,9 +68,25 @@ TEST(CommandLine, NamesNearMatchesAndVerbs)
 
 TEST(CommandLine, TakesNoSecretsAsArguments)
 {
-    EXPECT_NE(usage_failure({"sim", "enter-pin", "1234"}), "understood");
-    EXPECT_EQ(usage_failure({"sim", "enter-pin", "1234"}).find("'1234' is no - of"), 0U);
-    EXPECT_NE(usage_failure({"data", "profile", "set", "--password", "x"}), "understood");
+    const std::string expected = "secrets are not taken from the command line | Leave it out to be "
+                                 "asked, or give - to read standard input.";
+    EXPECT_EQ(usage_failure({"sim", "enter-pin", "1234"}),
+              "'cmifctl sim enter-pin' does not take all that is given: " + expected);
+    EXPECT_EQ(usage_failure({"sim", "change-pin", "1234", "4321"}),
+              "'cmifctl sim change-pin' does not take all that is given: " + expected);
+    EXPECT_EQ(usage_failure({"data", "profile", "set", "--password=hunter2"}),
+              "secrets are not taken from the command line | Give --password ask to be asked, or "
+              "--password - to read standard input.");
+}
+
+TEST(CommandLine, RefusesValuesThatAreNone)
+{
+    EXPECT_EQ(usage_failure({"--json=true", "status"}),
+              "--json takes no value | Give --json alone.");
+    EXPECT_EQ(usage_failure({"--timeout=", "status"}),
+              "--timeout= has no value | Give the value as the next word; '' is an empty one.");
+    EXPECT_NE(usage_failure({"--timeout", "", "status"}), "understood");
+    EXPECT_EQ(parsed({"data", "profile", "set", "--user", ""}).run.arguments.given("user"), "");
 }
 
 TEST(CommandLine, ChecksArguments)
@@ -79,8 +95,9 @@ TEST(CommandLine, ChecksArguments)
               "'cmifctl sms show' needs ID | ID: its index, as the list shows it.");
     EXPECT_EQ(usage_failure({"radio", "mode", "5g"}),
               "'5g' is no MODE of 'cmifctl radio mode' | One of: auto, 2g, 3g, 4g.");
-    EXPECT_EQ(usage_failure({"status", "--timeout", "-1"}),
-              "'-1' is no time-out | A number of seconds; 0 waits for ever.");
+    EXPECT_EQ(
+        usage_failure({"status", "--timeout", "-1"}),
+        "--timeout takes a number of seconds, not '-1' | From 0 to 1000000; 0 waits for ever.");
     EXPECT_NE(usage_failure({"status", "--timeout"}), "understood");
 }
 
@@ -96,6 +113,8 @@ TEST(CommandLine, SeesJsonHoweverWrongTheRest)
     const char *words[]{"cmifctl", "frob", "--json"};
     EXPECT_TRUE(wants_json(3, words));
     EXPECT_FALSE(wants_json(2, words));
+    words[1] = "--json=true";
+    EXPECT_TRUE(wants_json(2, words));
 }
 
 // ---- the table and what is made from it ----

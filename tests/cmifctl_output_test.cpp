@@ -141,6 +141,15 @@ TEST(People, FitsTablesToTheTerminal)
     EXPECT_EQ(people(report, 12, false), "ID  TEXT\n12  a lon...\n3\n");
 }
 
+TEST(People, KeepsSomeOfTheLastColumnOnANarrowTerminal)
+{
+    Report report;
+    report.table({"rows",
+                  {{"from", "FROM"}, {"text", "TEXT"}},
+                  Json::array({{{"from", "somebody with a name"}, {"text", "a line of text"}}})});
+    EXPECT_EQ(people(report, 20, false), "FROM        TEXT\nsomebod...  a lin...\n");
+}
+
 TEST(Document, IsTyped)
 {
     EXPECT_EQ(example().document(),
@@ -175,6 +184,15 @@ TEST(Trace, MasksSecretsOnly)
     EXPECT_EQ(masked_line("type mod_id=12", true), "type mod_id=12");
     EXPECT_EQ(masked_line("[CMIF-QMI] - f password = geheim", false),
               "[CMIF-QMI] - f password = ****");
+}
+
+TEST(Trace, ShowsWhatATerminalWouldActOn)
+{
+    testing::internal::CaptureStderr();
+    TraceFilter filter(false);
+    filter.feed("operator \033]0;title\007\n\xff");
+    filter.finish();
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "operator \\x1b]0;title\\x07\n\\xff\n");
 }
 
 TEST(Trace, MasksLinesThatArriveInPieces)

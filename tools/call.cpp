@@ -83,11 +83,31 @@ std::string fate(Withdrawal withdrawal)
         {{"withdrawn", sent}});
 }
 
+/// What a call marks while it runs would stay marked for ever when it is ended in between. A marker
+/// that was there before the call is somebody else's.
+class Marker
+{
+public:
+    explicit Marker(const char *path)
+        : path_(path != nullptr && access(path, F_OK) != 0 ? path : nullptr)
+    {
+    }
+    void remove() const
+    {
+        if (path_ != nullptr)
+            unlink(path_);
+    }
+
+private:
+    const char *path_;
+};
+
 class Waiting
 {
 public:
     Waiting(const Call &call, bool trace, double timeout)
-        : call_(call), child_(call, trace), filter_(call.secret), timeout_(timeout)
+        : call_(call), marker_(call.marker), child_(call, trace), filter_(call.secret),
+          timeout_(timeout)
     {
     }
 
@@ -106,7 +126,10 @@ public:
             fail_in_time(call_.request, timeout_);
         }
         filter_.finish();
-        return decoded(bytes_, child_.wait(), call_);
+        const int status = child_.wait();
+        if (status != 0)
+            marker_.remove();
+        return decoded(bytes_, status, call_);
     }
 
 private:
@@ -152,6 +175,7 @@ private:
     void end_child()
     {
         child_.kill();
+        marker_.remove();
         for (pollfd file{child_.lines(), POLLIN, 0}; tracing_ && poll(&file, 1, 0) > 0;)
             read_lines();
         filter_.finish();
@@ -159,6 +183,7 @@ private:
 
     const Call &call_;
     HeldSignals signals_;
+    Marker marker_;
     Child child_;
     TraceFilter filter_;
     double timeout_;

@@ -37,6 +37,7 @@ struct Call {
     bool logs = false;                // writes the debug log; every QMI request does
     bool secret = false;              // the library's lines hold what nobody may see
     bool errors_muted = false;        // the call's standard error says nothing new
+    const char *marker = nullptr;     // a file that is there while the call runs
     std::function<void()> waiting{};  // called about twice a second meanwhile
     const char *if_it_dies = "Try again with --trace to see how far the library came.";
 };

@@ -64,7 +64,9 @@ public:
         app_.add_flag("--trace", line.run.options.trace);
         app_.add_flag("-h,--help", line.help);
         app_.add_flag("-V,--version", line.version);
-        app_.add_option("--timeout", timeout_);
+        app_.add_option_function<std::string>("--timeout", [&line](const std::string &text) {
+            line.run.options.timeout = seconds(text);
+        });
         for (const Command &command : commands())
             for (const Argument &argument : command.arguments)
                 add_argument(app_for(command.path), argument, line.run.arguments);
@@ -82,8 +84,6 @@ public:
         for (const auto &[path, app] : apps_)
             if (app->parsed() && path.size() > line_.path.size())
                 line_.path = path;
-        if (!timeout_.empty())
-            line_.run.options.timeout = seconds(timeout_);
     }
 
     std::vector<std::string> not_understood() const { return app_.remaining(true); }
@@ -94,8 +94,9 @@ private:
         constexpr double most = 1e6;
         const auto number = decimal_number(text);
         if (!number || *number < 0 || *number > most)
-            throw Failure(Exit::usage, "'" + text + "' is no time-out",
-                          "A number of seconds; 0 waits for ever.");
+            throw Failure(Exit::usage,
+                          "--timeout takes a number of seconds, not '" + safe(text) + "'",
+                          "From 0 to 1000000; 0 waits for ever.");
         return *number;
     }
 
@@ -115,12 +116,46 @@ private:
     CommandLine &line_;
     CLI::App app_;
     std::map<std::string, CLI::App *> apps_;
-    std::string timeout_;
 };
+
+bool is_flag(std::string_view name)
+{
+    const auto among = [name](std::span<const Argument> arguments) {
+        return std::any_of(arguments.begin(), arguments.end(), [name](const Argument &argument) {
+            return argument.kind == Kind::flag && argument.name == name;
+        });
+    };
+    const auto all = commands();
+    return among(global_options()) ||
+           std::any_of(all.begin(), all.end(),
+                       [&among](const Command &command) { return among(command.arguments); });
+}
+
+/// "--name=value", which the parser would take for a flag, or go on to the next word for a value.
+void check_assignment(std::string_view word)
+{
+    const std::size_t end = word.find('=');
+    if (!word.starts_with("--") || end == std::string_view::npos)
+        return;
+    const std::string option(word.substr(0, end));
+    if (is_flag(option.substr(2)))
+        throw Failure(Exit::usage, option + " takes no value", "Give " + option + " alone.");
+    if (end + 1 == word.size())
+        throw Failure(Exit::usage, safe(option) + "= has no value",
+                      "Give the value as the next word; '' is an empty one.");
+}
+
+[[noreturn]] void fail_secret(const std::string &message)
+{
+    throw Failure(Exit::usage, message + ": secrets are not taken from the command line",
+                  "Leave it out to be asked, or give - to read standard input.");
+}
 
 [[noreturn]] void fail_unknown(const std::string &path, const std::string &word)
 {
     const std::string where = path.empty() ? "cmifctl" : "cmifctl " + path;
+    if (const Command *command = find_command(path); command != nullptr && takes_secrets(*command))
+        fail_secret("'" + where + "' does not take all that is given");
     if (word.starts_with('-'))
         throw Failure(Exit::usage, "'" + safe(word) + "' is no option of '" + where + "'",
                       "'" + where + " --help' lists them.");
@@ -128,13 +163,26 @@ private:
     if (candidates.empty())
         throw Failure(Exit::usage,
                       "'" + safe(word) + "' is one argument too many for '" + where + "'",
-                      "'" + where +
-                          " --help' shows what it takes. Secrets are never arguments: "
-                          "they are asked for, or read from standard input with -.");
+                      "'" + where + " --help' shows what it takes.");
     const std::vector<std::string> near = near_matches(word, candidates);
     throw Failure(Exit::usage, "'" + safe(word) + "' is no verb of '" + where + "'",
                   near.empty() ? "There are: " + joined(candidates) + "."
                                : "Did you mean: " + joined(near) + "?");
+}
+
+[[noreturn]] void fail_choice(const Command &command, const Argument &argument,
+                              const std::string &text)
+{
+    const std::string where = std::string("'cmifctl ") + command.path + "'";
+    if (argument.kind == Kind::option && argument.secret)
+        throw Failure(Exit::usage, "secrets are not taken from the command line",
+                      std::string("Give --") + argument.name + " ask to be asked, or --" +
+                          argument.name + " - to read standard input.");
+    if (argument.secret)
+        fail_secret(where + " does not take all that is given");
+    const std::string what = takes_secrets(command) ? "what is given" : "'" + safe(text) + "'";
+    throw Failure(Exit::usage, what + " is no " + argument.value + " of " + where,
+                  "One of: " + choices(argument.choices, ", ") + ".");
 }
 
 void check_arguments(const Command &command, const Arguments &given)
@@ -147,10 +195,7 @@ void check_arguments(const Command &command, const Arguments &given)
                 argument.choices.empty() ? std::string(argument.value) + ": " + argument.help + "."
                                          : "One of: " + choices(argument.choices, ", ") + ".");
         if (text && !argument.choices.empty() && !code_of(argument.choices, *text))
-            throw Failure(Exit::usage,
-                          "'" + safe(*text) + "' is no " + argument.value + " of 'cmifctl " +
-                              command.path + "'",
-                          "One of: " + choices(argument.choices, ", ") + ".");
+            fail_choice(command, argument, *text);
     }
 }
 
@@ -160,6 +205,8 @@ CommandLine parse(int count, const char *const *words)
 {
     CommandLine line;
     Parser parser(line);
+    for (int i = 1; i < count && std::string_view(words[i]) != "--"; ++i)
+        check_assignment(words[i]);
     parser.parse(count, words);
     if (const auto extras = parser.not_understood(); !extras.empty())
         fail_unknown(line.path, extras.front());
@@ -177,8 +224,9 @@ CommandLine parse(int count, const char *const *words)
 
 bool wants_json(int count, const char *const *words)
 {
-    return std::any_of(words, words + count,
-                       [](const char *word) { return std::string_view(word) == "--json"; });
+    return std::any_of(words, words + count, [](std::string_view word) {
+        return word == "--json" || word.starts_with("--json=");
+    });
 }
 
 std::vector<std::string> near_matches(std::string_view word,

@@ -13,9 +13,12 @@ namespace
 
 using Kind = Argument::Kind;
 
-const Argument secret_input{Kind::optional, "source", "-",
+const Argument secret_input{Kind::optional,
+                            "source",
+                            "-",
                             "read the secrets from standard input, a line each, instead of asking",
-                            names::from_input};
+                            names::from_input,
+                            true};
 const Argument force{Kind::flag, "force", "", "try even when one try is left"};
 const Argument yes{Kind::flag, "yes", "", "don't ask whether you are sure"};
 const Argument show_secrets{Kind::flag, "show-secrets", "", "show passwords in clear"};
@@ -154,10 +157,10 @@ const Command all_commands[]{
     {"data profile set",
      "change parts of the connection profile",
      profile_set,
-     {{Kind::option, "apn", "NAME", "access point name, at most 40 characters"},
-      {Kind::option, "user", "NAME", "user name, at most 128 characters"},
+     {{Kind::option, "apn", "NAME", "access point name, at most 40 bytes"},
+      {Kind::option, "user", "NAME", "user name, at most 128 bytes"},
       {Kind::option, "password", "SOURCE", "ask for it, or read it from standard input",
-       names::password_source},
+       names::password_source, true},
       {Kind::option, "auth", "TYPE", "authentication", names::authentication},
       {Kind::option, "pdp", "TYPE", "PDP type", names::profile_pdp},
       {Kind::option, "family", "FAMILY", "IP family", names::ip_family},
@@ -171,7 +174,7 @@ const Command all_commands[]{
      data_at_profile,
      {{Kind::required, "id", "NUMBER", "profile number, 1 to 16"},
       {Kind::required, "type", "TYPE", "PDP type", names::pdp_type},
-      {Kind::required, "apn", "NAME", "access point name, at most 29 characters"}}},
+      {Kind::required, "apn", "NAME", "access point name, at most 29 bytes"}}},
     {"data ota-dm", "start an over-the-air device-management session", data_ota_dm},
     {"data download-mode",
      "ask for the firmware-download mode through the QMI daemon",
@@ -188,7 +191,7 @@ const Command all_commands[]{
     {"log mark",
      "write a line of your own into the debug log",
      log_mark,
-     {{Kind::required, "text", "TEXT", "at most 100 characters"}}},
+     {{Kind::required, "text", "TEXT", "at most 100 bytes"}}},
     {"log rotate", "start a new log and keep two older ones", log_rotate},
     {"log enable", "switch the debug log on", log_enable},
     {"log disable", "switch the debug log off", log_disable},
@@ -201,7 +204,7 @@ const Command all_commands[]{
      "change a setting until the next restart",
      config_set,
      {{Kind::required, "key", "KEY", "its name"},
-      {Kind::optional, "value", "VALUE", "its value; - reads it from standard input"},
+      {Kind::optional, "value", "VALUE", "its value; - reads it from standard input", {}, true},
       show_secrets},
      "Without a value asks for it, without echo."},
     {"config list",
@@ -232,6 +235,12 @@ std::span<const Command> commands()
 std::span<const Argument> global_options()
 {
     return all_options;
+}
+
+bool takes_secrets(const Command &command)
+{
+    return std::any_of(command.arguments.begin(), command.arguments.end(),
+                       [](const Argument &argument) { return argument.secret; });
 }
 
 const Command *find_command(std::string_view path)

@@ -18,7 +18,8 @@ struct Argument {
     const char *name;  // as the verbs ask for it
     const char *value; // what stands for it in the help; a flag has none
     const char *help;
-    Names choices{}; // empty: any text
+    Names choices{};     // empty: any text
+    bool secret = false; // so that people write a secret in its place, which is never repeated
 };
 
 struct Command {
@@ -39,6 +40,7 @@ std::span<const Command> commands();
 /// Those that every command takes.
 std::span<const Argument> global_options();
 
+bool takes_secrets(const Command &command);
 const Command *find_command(std::string_view path);
 /// The words that may follow `path` ("" gives the groups), in the table's order.
 std::vector<std::string> words_after(std::string_view path);

@@ -51,6 +51,12 @@ std::string state_text(int state)
     return enumeration(names::connection, state)["name"];
 }
 
+/// What a daemon that publishes one says; it has none while all is well.
+std::string daemon_error(const Invocation &run)
+{
+    return setting(run, "lte_qmi_last_error");
+}
+
 /// Why a connection doesn't come up, as far as SIM and network tell.
 struct Reason {
     std::string text;
@@ -80,7 +86,7 @@ Reason reason(const Invocation &run)
         return {"the modem is not registered with a network",
                 "'cmifctl network show' shows the registration, 'cmifctl radio functionality full' "
                 "switches the radio on."};
-    const std::string error = setting(run, "lte_qmi_last_error"); // of daemons that publish one
+    const std::string error = daemon_error(run);
     return {error.empty() ? "the daemon does not say why" : "the daemon says: " + error,
             "'cmifctl log show' may tell more."};
 }
@@ -121,13 +127,15 @@ void bring_to(const Invocation &run, Goal goal)
         if (state == way.to)
             break;
         show_progress(way, state, started);
-        if (state == way.from && Seconds(Clock::now() - accepted).count() > grace) {
+        const bool late = timeout > 0 && Seconds(Clock::now() - started).count() > timeout;
+        const bool stays = state == way.from && Seconds(Clock::now() - accepted).count() > grace;
+        if (stays || (late && goal == Goal::connected && !daemon_error(run).empty())) {
             const Reason why = reason(run);
             throw Failure(Exit::refused,
                           "the connection is still " + state_text(state) + ": " + why.text,
                           why.hint);
         }
-        if (timeout > 0 && Seconds(Clock::now() - started).count() > timeout)
+        if (late)
             throw Failure(Exit::no_answer,
                           "time is up and the connection is not " + state_text(way.to) + ": " +
                               state_text(state),

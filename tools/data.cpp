@@ -85,7 +85,7 @@ void data_profile_sync(Invocation &run)
 
 void data_at_profile(Invocation &run)
 {
-    const int id = run.arguments.number("id", 1, 16);
+    const int id = run.arguments.number("id", "NUMBER", 1, 16);
     const int type = run.arguments.code("type", names::pdp_type);
     const std::string type_name = enumeration(names::pdp_type, type)["name"];
     const std::string apn = run.arguments.text("apn");

@@ -53,9 +53,15 @@ private:
     Json details_;
 };
 
+/// Standard output takes no more.
+struct Unwritable {
+    int error;
+};
+
 /// Somebody ended the tool (Ctrl-C, SIGTERM) while it waited.
 struct Interrupted {
     int signal;
+    const char *consequence = "A request that nobody had taken is withdrawn.";
 };
 
 } // namespace cmifctl

@@ -24,14 +24,14 @@ int Arguments::code(const std::string &name, Names names) const
     throw Failure(Exit::usage, "'" + text(name) + "' is no " + name, "One of " + choices(names));
 }
 
-int Arguments::number(const std::string &name, int least, int most) const
+int Arguments::number(const std::string &name, const char *label, int least, int most) const
 {
     const std::optional<long long> number = whole_number(text(name));
     if (number && *number >= least && *number <= most)
         return static_cast<int>(*number);
-    throw Failure(Exit::usage, "'" + text(name) + "' is no " + name,
-                  "A whole number from " + std::to_string(least) + " to " + std::to_string(most) +
-                      ".");
+    throw Failure(Exit::usage, std::string(label) + " takes a whole number from " +
+                                   std::to_string(least) + " to " + std::to_string(most) +
+                                   ", not '" + text(name) + "'");
 }
 
 Answer try_at(const Invocation &run, const Call &call)

@@ -24,8 +24,8 @@ public:
     std::optional<std::string> given(const std::string &name) const;
     /// Of an argument with a table of choices, whose text has been checked against it.
     int code(const std::string &name, Names names) const;
-    /// A whole number in the range; fails with exit 2 otherwise.
-    int number(const std::string &name, int least, int most) const;
+    /// A whole number in the range; fails with exit 2 otherwise, calling it as the help does.
+    int number(const std::string &name, const char *label, int least, int most) const;
 
 private:
     std::map<std::string, std::string> values_;

@@ -5,10 +5,10 @@
 #include "verbs.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <chrono>
-#include <cstdio>
 #include <deque>
 #include <fstream>
 #include <thread>
@@ -59,8 +59,7 @@ public:
                 last.pop_front();
         }
         for (const std::string &line : last)
-            std::printf("%s\n", safe(line).c_str());
-        std::fflush(stdout);
+            print(safe(line) + "\n");
     }
 
 private:
@@ -82,10 +81,9 @@ private:
         std::ifstream file(current, std::ios::binary);
         file.seekg(position_);
         for (std::string line; std::getline(file, line) && !file.eof();) { // whole lines only
-            std::printf("%s\n", safe(line).c_str());
+            print(safe(line) + "\n");
             position_ += static_cast<off_t>(line.size() + 1);
         }
-        std::fflush(stdout);
     }
 
     ino_t inode_ = 0;
@@ -112,14 +110,16 @@ std::string ruler(const std::string &text)
 
 void log_show(Invocation &run)
 {
-    const int generation =
-        run.arguments.has("generation") ? run.arguments.number("generation", 0, 2) : 0;
+    constexpr int most = 1'000'000;
+    const int generation = run.arguments.has("generation")
+                               ? run.arguments.number("generation", "--generation", 0, 2)
+                               : 0;
+    const bool some = run.arguments.has("lines");
+    const int wanted = some ? run.arguments.number("lines", "--lines", 1, most) : 0;
     Json lines = log_lines(generations[generation]);
-    if (run.arguments.has("lines")) {
-        const auto wanted = static_cast<std::size_t>(run.arguments.number("lines", 0, 1'000'000));
+    if (some)
         lines.erase(lines.begin(),
-                    lines.end() - static_cast<std::ptrdiff_t>(std::min(wanted, lines.size())));
-    }
+                    lines.end() - std::min<std::ptrdiff_t>(wanted, std::ssize(lines)));
     run.report.data("file", generations[generation]);
     for (const Json &line : lines)
         run.report.line(line.get<std::string>());
@@ -132,7 +132,9 @@ void log_follow(Invocation &run)
         throw Failure(Exit::usage, "a log that goes on for ever is no JSON document",
                       "'cmifctl --json log show' gives what there is.");
     constexpr std::size_t kept = 10;
-    log_lines(current); // there has to be one
+    if (access(current, F_OK) != 0)
+        note(std::string("there is no log ") + current +
+             " yet; 'cmifctl log enable' switches it on for programs that start then");
     Follower follower;
     follower.skip(kept);
     for (;;) {
@@ -147,7 +149,7 @@ void log_mark(Invocation &run)
     const std::string text = run.arguments.text("text");
     if (text.size() > most || safe(text) != text)
         throw Failure(Exit::invalid, "that text doesn't fit a line of the log",
-                      "At most 100 characters, all of them visible.");
+                      "At most 100 bytes, all of them visible.");
     if (whole_number(setting(run, "debug_lte_enable")).value_or(0) == 0)
         throw Failure(Exit::invalid, "the log is off", "Switch it on with 'cmifctl log enable'.");
     call(run.options, {.request = no_request("shared_debug_lte_write_log_file"),

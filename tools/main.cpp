@@ -4,20 +4,17 @@
 #include "terminal.h"
 #include "text.h"
 
+#include <fcntl.h>
+
 #include <clocale>
 #include <csignal>
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
 
 using namespace cmifctl;
-
-void print(const std::string &text)
-{
-    std::fputs(text.c_str(), stdout);
-    std::fflush(stdout);
-}
 
 void print_report(const CommandLine &line)
 {
@@ -78,11 +75,19 @@ int run(int count, char **words)
     _exit(static_cast<int>(Exit::other));
 }
 
-} // namespace
-
-int main(int count, char **words)
+/// Standard files that are closed would be taken by the next pipe. Reading ends, so that writing
+/// still fails.
+void hold_standard_files()
 {
-    std::setlocale(LC_CTYPE, "C.UTF-8"); // widths of characters
+    int file = 0;
+    while (file != -1 && file <= STDERR_FILENO)
+        file = open("/dev/null", O_RDONLY);
+    if (file != -1)
+        close(file);
+}
+
+int run_to_the_end(int count, char **words)
+{
     const bool json = wants_json(count, words);
     try {
         return run(count, words);
@@ -90,12 +95,25 @@ int main(int count, char **words)
         print_error(failure, json);
         return static_cast<int>(failure.status());
     } catch (const Interrupted &interrupted) {
-        print_error(
-            Failure(Exit::other, "interrupted", "A request that nobody had taken is withdrawn."),
-            json);
+        print_error(Failure(Exit::other, "interrupted", interrupted.consequence), json);
         end_by(interrupted.signal);
     } catch (const std::exception &error) {
         print_error(Failure(Exit::other, error.what()), json);
+        return static_cast<int>(Exit::other);
+    }
+}
+
+} // namespace
+
+int main(int count, char **words)
+{
+    hold_standard_files();
+    std::setlocale(LC_CTYPE, "C.UTF-8"); // widths of characters
+    try {
+        return run_to_the_end(count, words);
+    } catch (const Unwritable &output) {
+        std::fprintf(stderr, "cmifctl: standard output can't be written: %s\n",
+                     std::strerror(output.error));
         return static_cast<int>(Exit::other);
     }
 }

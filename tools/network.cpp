@@ -109,8 +109,8 @@ void network_select(Invocation &run)
 {
     const std::string code = run.arguments.text("code");
     if (!digits(code, 5, 6))
-        throw Failure(Exit::usage, "'" + code + "' is no operator's code",
-                      "MCC and MNC, 5 or 6 digits, as 'cmifctl network list' shows them.");
+        throw Failure(Exit::usage, "CODE takes 5 or 6 digits, not '" + code + "'",
+                      "MCC and MNC, as 'cmifctl network list' shows them.");
     const std::string technology =
         run.arguments.has("technology")
             ? std::to_string(run.arguments.code("technology", names::generation))

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <numeric>
 
 namespace cmifctl
 {
@@ -115,6 +116,23 @@ const Json &cell(const Table &table, std::size_t row, const std::string &key)
     return replaced ? table.shown[row][key] : table.rows[row].at(key);
 }
 
+/// On a narrow terminal the last column keeps a few characters, at the cost of the widest others.
+void make_room_for_last(std::vector<std::size_t> &widths, std::size_t columns)
+{
+    constexpr std::size_t least = 8;
+    constexpr std::size_t between = 2;
+    const auto others_end = widths.end() - 1;
+    const std::size_t needed = std::min(widths.back(), least);
+    for (;;) {
+        const std::size_t taken =
+            std::accumulate(widths.begin(), others_end, between * (widths.size() - 1));
+        const auto widest = std::max_element(widths.begin(), others_end);
+        if (taken + needed <= columns || widest == others_end || *widest <= least)
+            return;
+        --*widest;
+    }
+}
+
 std::string table_text(const Table &table, std::size_t columns, bool colour)
 {
     std::vector<std::vector<std::string>> rows(1);
@@ -130,11 +148,14 @@ std::string table_text(const Table &table, std::size_t columns, bool colour)
         for (std::size_t i = 0; i < row.size(); ++i)
             widths[i] = std::max(widths[i], width(row[i]));
 
+    if (columns > 0)
+        make_room_for_last(widths, columns);
+
     std::string out;
     for (const auto &row : rows) {
         std::string line;
         for (std::size_t i = 0; i + 1 < row.size(); ++i)
-            line += padded(row[i], widths[i]) + "  ";
+            line += padded(cut(row[i], widths[i]), widths[i]) + "  ";
         line += row.back();
         if (columns > 0)
             line = cut(line, columns);

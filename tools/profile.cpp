@@ -64,7 +64,7 @@ void check_length(const char *name, const std::string &text, std::size_t most)
     if (text.size() > most)
         throw Failure(Exit::invalid,
                       std::string("the ") + name + " has " + std::to_string(text.size()) +
-                          " characters, nothing was sent",
+                          " bytes, nothing was sent",
                       std::string("At most ") + std::to_string(most) + ".");
 }
 
@@ -145,7 +145,8 @@ void profile_set(Invocation &run)
             {.request = modify_request(wanted),
              .body = [&wanted, automatic](
                          Json &) { return shared_CMIF_modify_profile_settings(wanted, automatic); },
-             .secret = true});
+             .secret = true,
+             .marker = CMIF_PROFILE_BUSY_FILE});
     report_profile(run);
 }
 

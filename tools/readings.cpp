@@ -1,6 +1,7 @@
 #include "readings.h"
 
 #include "cmif/cmif.h"
+#include "settings.h"
 #include "text.h"
 
 #include <algorithm>
@@ -202,6 +203,7 @@ void report_readings(Invocation &run, std::initializer_list<std::string_view> se
     const Json values = call(run.options, {.request = no_request("reading the store"),
                                            .body =
                                                [&wanted](Json &output) {
+                                                   require_store();
                                                    for (const Reading &reading : readings)
                                                        if (wanted(reading))
                                                            output.push_back(value_of(reading));

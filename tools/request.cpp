@@ -35,9 +35,8 @@ void put(char (&field)[N], const std::string &text)
 {
     if (text.size() >= N)
         throw Failure(Exit::invalid,
-                      "'" + text.substr(0, 8) + "...' is too long: it has " +
-                          std::to_string(text.size()) + " characters",
-                      "At most " + std::to_string(N - 1) + " characters fit the request.");
+                      "a text is too long: it has " + std::to_string(text.size()) + " bytes",
+                      "At most " + std::to_string(N - 1) + " bytes fit the request.");
     std::memcpy(field, text.data(), text.size());
 }
 

@@ -25,7 +25,7 @@ struct AtFields {
     std::string value{};
 };
 
-/// Fails when a text does not fit its field: 29 characters, 21 for the value.
+/// Fails when a text does not fit its field: 29 bytes, 21 for the value.
 Request at_request(const char *name, long code, const AtFields &fields = {});
 
 /// All zeros, as the QMI requests without arguments are.

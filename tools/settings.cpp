@@ -12,8 +12,9 @@ namespace
 void check_key(const std::string &key)
 {
     if (key.empty() || key.size() > host_store_key_limit)
-        throw Failure(Exit::invalid, "that is no key",
-                      "A key has 1 to " + std::to_string(host_store_key_limit) + " characters.");
+        throw Failure(Exit::invalid,
+                      "KEY takes a name of 1 to " + std::to_string(host_store_key_limit) + " bytes",
+                      "'cmifctl config list' shows the settings.");
 }
 
 /// The store's own line, already on standard error, says what is wrong and where.
@@ -32,10 +33,17 @@ Json in_store(const Invocation &run, const char *name, const Body &body)
 
 } // namespace
 
+void require_store()
+{
+    check_store(host_store_list([](const char *, const char *, void *) {}, nullptr),
+                "the settings can't be read");
+}
+
 std::string setting(const Invocation &run, const std::string &key)
 {
     check_key(key);
     return in_store(run, "reading a setting", [&key](Json &output) {
+        require_store();
         output = tarnNvramConfig_get(key.c_str());
         return 0;
     });
@@ -45,8 +53,7 @@ void change_setting(const Invocation &run, const std::string &key, const std::st
 {
     check_key(key);
     if (value.size() > host_store_value_limit)
-        throw Failure(Exit::invalid,
-                      "the value has " + std::to_string(value.size()) + " characters",
+        throw Failure(Exit::invalid, "the value has " + std::to_string(value.size()) + " bytes",
                       "At most " + std::to_string(host_store_value_limit) + ".");
     in_store(run, "changing a setting", [&](Json &) {
         check_store(tarnNvramConfig_set(key.c_str(), value.c_str()),

@@ -9,6 +9,9 @@
 namespace cmifctl
 {
 
+/// In a child: fails when the store can't be read, which its getters don't tell from an empty one.
+void require_store();
+
 std::string setting(const Invocation &run, const std::string &key);
 void change_setting(const Invocation &run, const std::string &key, const std::string &value);
 /// All keys that are set, with their values.

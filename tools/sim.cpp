@@ -133,8 +133,8 @@ void sim_lock_network(Invocation &run)
     const std::string facility = run.arguments.given("facility").value_or("PN");
     const std::string network = run.arguments.text("network");
     if (!network.empty() && !digits(network, 5, 6))
-        throw Failure(Exit::usage, "'" + network + "' is no network",
-                      "MCC and MNC, 5 or 6 digits, for example 00101.");
+        throw Failure(Exit::usage, "--network takes 5 or 6 digits",
+                      "MCC and MNC, for example 00101.");
     const std::string key = secrets(run, {{"control key"}}).front();
     check_control_key(key);
     ask_at(run, secret_call(

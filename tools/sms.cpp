@@ -1,4 +1,5 @@
 #include "cmif/cmif.h"
+#include "result.h"
 #include "terminal.h"
 #include "text.h"
 #include "verbs.h"
@@ -70,18 +71,22 @@ std::string readable_time(const Json &message)
     return time;
 }
 
-void remove(const Invocation &run, int index, int flag)
+[[noreturn]] void fail_no_message(int id, const Json &details = Json::object())
 {
-    ask_at(
-        run,
-        {.request = at_request("shared_CMIF_set_DeletemobileSMS", 19,
-                               {.first = std::to_string(index), .second = std::to_string(flag)}),
-         .body = [index, flag](Json &) { return shared_CMIF_set_DeletemobileSMS(index, flag); }});
+    throw Failure(Exit::invalid, "there is no message " + std::to_string(id),
+                  "'cmifctl sms list' shows the indexes.", details);
+}
+
+Call removal(int index, int flag)
+{
+    return {.request = at_request("shared_CMIF_set_DeletemobileSMS", 19,
+                                  {.first = std::to_string(index), .second = std::to_string(flag)}),
+            .body = [index, flag](Json &) { return shared_CMIF_set_DeletemobileSMS(index, flag); }};
 }
 
 int message_id(const Invocation &run)
 {
-    return run.arguments.number("id", 0, std::numeric_limits<int>::max());
+    return run.arguments.number("id", "ID", 0, std::numeric_limits<int>::max());
 }
 
 } // namespace
@@ -116,24 +121,29 @@ void sms_show(Invocation &run)
             run.report.field("message", {key, value, "", key == "time" ? readable_time(row) : ""});
         return;
     }
-    throw Failure(Exit::invalid, "there is no message " + std::to_string(id),
-                  "'cmifctl sms list' shows the indexes.");
+    fail_no_message(id);
 }
 
 void sms_delete(Invocation &run)
 {
     constexpr int one = 0;
     constexpr int all = 4;
-    if (run.arguments.has("all") == run.arguments.has("id"))
+    constexpr int invalid_index = 21;
+    if (run.arguments.has("all") && run.arguments.has("id"))
+        throw Failure(Exit::usage, "an ID and --all exclude each other", "Give one of them.");
+    if (!run.arguments.has("all") && !run.arguments.has("id"))
         throw Failure(Exit::usage, "which message?", "Give its ID, or --all.");
     if (run.arguments.has("all")) {
         confirm(run, "This deletes all messages");
-        remove(run, 0, all);
+        ask_at(run, removal(0, all));
         run.report.field("sms", {"all_deleted", true});
         return;
     }
     const int id = message_id(run);
-    remove(run, id, one);
+    const int result = try_at(run, removal(id, one)).result;
+    if (result == invalid_index)
+        fail_no_message(id, {{"daemon", {{"code", result}, {"name", refusal(result)->name}}}});
+    check_at("shared_CMIF_set_DeletemobileSMS", result);
     run.report.field("sms", {"deleted_id", id});
 }
 

@@ -9,6 +9,8 @@
 #include <termios.h>
 
 #include <array>
+#include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <iostream>
@@ -21,18 +23,27 @@ namespace
 
 bool shows_progress = false;
 
-/// The terminal without echo and without its own line editing, as it was again at the end.
+/// The terminal without echo and without its own line editing, as it was again at the end. Ctrl-Z
+/// waits until then, since the shell would get a terminal without echo.
 class SilentTerminal
 {
 public:
     explicit SilentTerminal(int terminal) : terminal_(terminal)
     {
+        sigset_t stop;
+        sigemptyset(&stop);
+        sigaddset(&stop, SIGTSTP);
+        sigprocmask(SIG_BLOCK, &stop, &signals_before_);
         tcgetattr(terminal_, &before_);
         termios silent = before_;
         silent.c_lflag &= ~static_cast<tcflag_t>(ECHO | ICANON);
         tcsetattr(terminal_, TCSAFLUSH, &silent);
     }
-    ~SilentTerminal() { tcsetattr(terminal_, TCSAFLUSH, &before_); }
+    ~SilentTerminal()
+    {
+        tcsetattr(terminal_, TCSAFLUSH, &before_);
+        sigprocmask(SIG_SETMASK, &signals_before_, nullptr);
+    }
     SilentTerminal(const SilentTerminal &) = delete;
     SilentTerminal &operator=(const SilentTerminal &) = delete;
 
@@ -41,6 +52,7 @@ public:
 private:
     int terminal_;
     termios before_{};
+    sigset_t signals_before_{};
 };
 
 void write_text(int terminal, const std::string &text)
@@ -55,7 +67,7 @@ char next_character(int terminal, const HeldSignals &signals)
     while (poll(files.data(), files.size(), -1) <= 0) {}
     if (files[0].revents != 0) {
         write_text(terminal, "\n");
-        throw Interrupted{signals.taken()};
+        throw Interrupted{signals.taken(), "It was still asking; nothing has been changed."};
     }
     constexpr char end_of_input = 4;
     char character = '\n';
@@ -140,6 +152,12 @@ void confirm(const Invocation &run, const std::string &consequence)
     std::getline(std::cin, answer);
     if (answer != "y" && answer != "Y" && answer != "yes")
         throw Failure(Exit::other, "not confirmed, nothing done");
+}
+
+void print(const std::string &text)
+{
+    if (std::fputs(text.c_str(), stdout) < 0 || std::fflush(stdout) != 0)
+        throw Unwritable{errno};
 }
 
 void note(const std::string &text)

@@ -22,6 +22,9 @@ std::vector<std::string> ask_secrets(const std::vector<Question> &questions, boo
 /// Returns when --yes was given or the person agrees; fails otherwise.
 void confirm(const Invocation &run, const std::string &consequence);
 
+/// Text for standard output, at once; throws Unwritable when it can't be written.
+void print(const std::string &text);
+
 /// A note or progress, on standard error.
 void note(const std::string &text);
 /// Progress that overwrites itself; on a terminal only.

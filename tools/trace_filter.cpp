@@ -1,5 +1,7 @@
 #include "trace_filter.h"
 
+#include "text.h"
+
 #include <cstdio>
 
 namespace cmifctl
@@ -10,7 +12,7 @@ namespace
 
 void show(const std::string &line)
 {
-    std::fprintf(stderr, "%s\n", line.c_str());
+    std::fprintf(stderr, "%s\n", safe(line).c_str());
 }
 
 } // namespace

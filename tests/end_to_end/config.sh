@@ -50,3 +50,11 @@ prints 'from input'
 : >"$work/file"
 exits 1 env CMIF_STORE="$work/file" cmifctl config save
 complains "$work/file"
+for words in 'config get a' 'config list' 'status' 'sim status'; do
+    # shellcheck disable=SC2086 # words
+    exits 1 env CMIF_STORE="$work/file" cmifctl $words
+    complains "$work/file"
+    # shellcheck disable=SC2086
+    exits 1 env CMIF_STORE=/nonexistent/x cmifctl --json $words
+    holds error.code=1
+done

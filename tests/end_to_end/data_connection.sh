@@ -18,6 +18,8 @@ case $(value error.message) in
 *'the modem is not registered with a network"') ;;
 *) fail 'no reason' ;;
 esac
+exits 4 cmifctl --timeout 1 data start
+complains 'the modem is not registered with a network'
 exits 0 cmifctl radio functionality full
 within 20 network_is registered
 

@@ -23,11 +23,11 @@ holds 'profile.password="pass word"'
 exits 0 cmifctl --json --trace data profile show
 hides 'pass word'
 
-# 40 and 128 characters fit, one more isn't even sent.
+# 40 and 128 bytes fit, one more isn't even sent.
 forty=1234567890123456789012345678901234567890
 exits 0 cmifctl data profile set --apn "$forty" --user "$forty$forty${forty}12345678"
 exits 5 cmifctl data profile set --apn "${forty}x"
-complains 'the apn has 41 characters, nothing was sent'
+complains 'the apn has 41 bytes, nothing was sent'
 exits 5 cmifctl --json data profile set --user "$forty$forty${forty}123456789"
 holds error.code=5 'error.name="invalid"'
 exits 0 cmifctl --json data profile show

@@ -6,6 +6,12 @@
 exits 6 cmifctl log show
 complains 'there is no log /data/debug_lte.txt'
 exits 5 cmifctl log mark early
+
+# Followed before there is one, it is shown from its start.
+cmifctl log follow >"$work/followed" 2>"$work/waits" &
+follower=$!
+waits() { grep -qF 'there is no log /data/debug_lte.txt yet' "$work/waits"; }
+within 5 waits
 exits 0 cmifctl --json log enable
 holds log.enabled=true
 
@@ -22,6 +28,14 @@ exits 0 cmifctl log show --lines 1
 exits 0 cmifctl --json log show --lines 2
 holds 'file="/data/debug_lte.txt"'
 [ "$(grep -c '^lines\.' "$work/values")" -eq 2 ] || fail 'not two lines'
+
+followed() { grep -q ' a line of our own -*$' "$work/followed"; }
+within 5 followed
+kill "$follower"
+wait "$follower" || [ $? -eq 143 ] || fail 'the follower did not end by the signal'
+full() { "$@" >/dev/full; }
+exits 1 full cmifctl log follow
+complains "standard output can't be written"
 
 # Rotated, what was is one generation older; the third rotation drops it.
 exits 0 cmifctl log rotate

@@ -35,7 +35,14 @@ complains 'it has been withdrawn'
 exits 3 cmifctl --json --timeout 1 data profile set --apn never.example
 holds error.code=3 error.withdrawn=true
 [ "$(queued 1158)" = 0 ] || fail 'the request is still queued'
-[ ! -e /tmp/modify_profile_in_progress ] || rm /tmp/modify_profile_in_progress
+[ ! -e /tmp/modify_profile_in_progress ] || fail 'the change that was given up is still marked'
+exits 0 cmifctl data status
+
+# A marker of somebody else is left alone.
+touch /tmp/modify_profile_in_progress
+exits 3 cmifctl --timeout 1 data profile set --apn never.example
+[ -e /tmp/modify_profile_in_progress ] || fail "somebody else's marker is gone"
+rm /tmp/modify_profile_in_progress
 
 # Killed while a connection comes up: what it published last stands, and a start is not answered.
 start_router --pace 1

@@ -20,6 +20,10 @@ holds unread=0 messages.2.unread=false
 exits 0 env COLUMNS=60 cmifctl sms list
 [ "$(LC_ALL=C.UTF-8 wc -L <"$work/out")" -le 60 ] || fail 'too wide for the terminal'
 
+exits 0 env COLUMNS=40 cmifctl sms list
+[ "$(LC_ALL=C.UTF-8 wc -L <"$work/out")" -le 40 ] || fail 'too wide for a narrow terminal'
+grep -q '  Welco\.\.\.$' "$work/out" || fail 'no text on a narrow terminal'
+
 # Text from strangers is shown as it is: percent signs, UTF-8, what printf would take for more.
 exits 0 cmifctl sms show 3
 shows 'text: Battery is 100% full, signal at 5%%.'
@@ -36,8 +40,10 @@ complains 'there is no message 99'
 
 exits 0 cmifctl sms delete 3
 exits 5 cmifctl sms show 3
-exits 4 cmifctl sms delete 3
-complains 'invalid index (21)'
+exits 5 cmifctl sms delete 3
+complains 'there is no message 3'
+exits 5 cmifctl --json sms delete 3
+holds error.code=5 error.daemon.code=21
 exits 0 cmifctl --json sms list
 [ "$(grep -c '"id":' "$work/out")" -eq 5 ] || fail 'not five messages'
 

@@ -15,6 +15,56 @@ for words in '' 'nonsense' 'sim' 'sim nonsense' 'status more' '--nonsense status
     holds error.code=2 'error.name="usage"'
 done
 
+# A flag with a value and an empty value are wrong too, and the error comes as asked for.
+exits 2 cmifctl --json=true status
+holds error.code=2 'error.message="--json takes no value"'
+exits 2 cmifctl --timeout '' status
+complains "--timeout takes a number of seconds, not ''"
+exits 2 cmifctl --timeout= status
+complains '--timeout= has no value'
+exits 2 cmifctl --json status --timeout=
+holds error.code=2
+
+# Secrets typed where they don't belong are never repeated.
+for words in 'sim enter-pin 987654' 'sim change-pin 987654 987655' 'sim enter-pin --987654' \
+    'sim enter-pin --force=987654' 'sim pin-mode 987654' 'data profile set --password=987654' \
+    'data profile set --password 987654' 'data profile set --passwd=987654' \
+    'config set example.password a 987654' 'config set example.password 987654'; do
+    # shellcheck disable=SC2086
+    exits 2 cmifctl $words </dev/null
+    hides 98765
+    # shellcheck disable=SC2086
+    exits 2 cmifctl --json $words </dev/null
+    hides 98765
+    holds error.code=2
+done
+exits 2 cmifctl sim enter-pin 1234
+complains 'secrets are not taken from the command line'
+exits 2 cmifctl status more
+hides ecret
+
+# What is wanted is said.
+exits 2 cmifctl log show --lines -3
+complains "--lines takes a whole number from 1 to 1000000, not '-3'"
+exits 2 cmifctl log show --generation 7
+complains "--generation takes a whole number from 0 to 2, not '7'"
+exits 2 cmifctl sms show abc
+complains "ID takes a whole number from 0 to 2147483647, not 'abc'"
+exits 2 cmifctl sms delete 1 --all
+complains 'an ID and --all exclude each other'
+
+# An output that takes nothing is no success.
+full() { "$@" >/dev/full; }
+closed() { "$@" >&-; }
+for words in 'status' '--json status' 'manual' '--help' '--version' '--json nonsense'; do
+    # shellcheck disable=SC2086
+    exits 1 full cmifctl $words
+    complains "standard output can't be written: No space left on device"
+    # shellcheck disable=SC2086
+    exits 1 closed cmifctl $words
+    complains "standard output can't be written: Bad file descriptor"
+done
+
 exits 0 cmifctl --help
 exits 0 cmifctl --json sim enter-pin --help
 holds
