@@ -1,11 +1,11 @@
 // The program cmif-sim, as it is called from a command line.
-#include <cerrno>
-#include <cstring>
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
