@@ -1,8 +1,13 @@
 # Tests of platform/, sim/ and tools/.
 
+# What runs in a child, and what it prints.
+add_library(host_support OBJECT support/child.cpp support/redirect.cpp)
+target_link_libraries(host_support PRIVATE GTest::gtest_main)
+target_precompile_headers(host_support REUSE_FROM prefix)
+
 # The development store. One test opens its database as well.
 foreach(name host_store_test host_store_kill_test host_store_trouble_test)
-  cmif_test(${name} SOURCES support/child.cpp support/redirect.cpp LIBRARIES tarn_store)
+  cmif_test(${name} LIBRARIES host_support tarn_store)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endforeach()
 target_link_libraries(host_store_kill_test PRIVATE ${LMDB_LIBRARY})
@@ -17,12 +22,12 @@ foreach(name sim_card_test network_test modem_test)
   cmif_test(${name} LIBRARIES sim_modem)
 endforeach()
 foreach(name at_daemon_test at_requests_test at_lists_test)
-  cmif_test(${name} SOURCES support/child.cpp support/redirect.cpp LIBRARIES sim_modem)
+  cmif_test(${name} LIBRARIES host_support sim_modem)
 endforeach()
 
 # Its data connection and the QMI daemon, asked through the library as well.
 cmif_test(connection_test LIBRARIES sim_modem)
-cmif_test(qmi_daemon_test SOURCES support/child.cpp support/redirect.cpp LIBRARIES sim_modem cmif)
+cmif_test(qmi_daemon_test LIBRARIES host_support sim_modem cmif)
 
 # The example, built as a user would and run over the development store.
 set(example_options)
