@@ -12,7 +12,7 @@ rm -rf build/log
 tests() {
     preset=$1
     shift
-    ctest --preset "$preset" --no-tests=error -j "$(nproc)" "$@"
+    ctest --preset "$preset" --no-tests=error -j "$(($(nproc) * 2))" "$@" # many wait more than they work
 }
 
 # What shares something between threads, and nothing else.
