@@ -75,8 +75,9 @@ void remove_traces()
 {
     for (const key_t key : queues())
         msgctl(msgget(key, 0), IPC_RMID, nullptr);
+    std::error_code ignored;
     for (const std::string &path : markers())
-        unlink(path.c_str());
+        fs::remove_all(path, ignored); // a folder in a file's place too
 }
 
 /* Waits for its turn; held as long as this process or a copy of it lives. */

@@ -216,11 +216,14 @@ TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
 
 TEST_F(AtDaemon, SaysWhyItCanNotStart)
 {
-    std::filesystem::create_directory("/tmp/cmif-sim-at.lock");
+    const std::filesystem::path lock = "/tmp/cmif-sim-at.lock";
+    std::filesystem::remove(lock); // an earlier server's, where /tmp is shared
+    std::filesystem::create_directory(lock);
     Server refused(quick());
     EXPECT_FALSE(refused.ready());
     EXPECT_EQ(refused.process().wait(), 1);
-    EXPECT_NE(refused.errors().find("/tmp/cmif-sim-at.lock"), std::string::npos);
+    EXPECT_NE(refused.errors().find(lock), std::string::npos);
+    std::filesystem::remove(lock);
 }
 
 TEST_F(AtDaemon, PrintsEachRecordWithoutSecrets)

@@ -329,9 +329,11 @@ TEST_F(SharedSandbox, RemovesTheQueuesAndMarkersOfTheRun)
                       make_queue(key);
                   for (const std::string &path : markers)
                       touch(path);
+                  fs::create_directories("/data/debug_lte_1.txt/folder");
                   return 0;
               }),
               0);
+    EXPECT_FALSE(fs::exists("/data/debug_lte_1.txt"));
     for (const key_t key : {899, 900, 1158, 1159})
         EXPECT_FALSE(has_queue(key)) << key;
     for (const std::string &path : markers)
