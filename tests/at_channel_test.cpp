@@ -3,6 +3,7 @@
 #include "at_request.h"
 #include "child.h"
 #include "cmif.h"
+#include "enter_pin.h"
 #include "memory_store.h"
 #include "queue_pair.h"
 #include "system_calls.h"
@@ -30,21 +31,6 @@ static_assert(CMIF_AT_REQUEST_KEY == 899 && CMIF_AT_REPLY_KEY == 900 && CMIF_AT_
 
 namespace
 {
-int enter_pin()
-{
-    return shared_CMIF_set_EntermobilePIN("1234");
-}
-
-const std::string pin_sent = "set_string=1234\n"
-                             "cmif_common:shared_CMIF_set_EntermobilePIN msgsnd success\n";
-const std::string pin_received = "cmif: shared_CMIF_set_EntermobilePIN msgrcv success\n";
-const std::string pin_receive_failed = "cmif: shared_CMIF_set_EntermobilePIN msgrcv failed\n";
-
-std::string pin_asked(const QueuePair &queues)
-{
-    return "key msqid=" + std::to_string(queues.requests()) + "\ntype mod_id=12\n" + pin_sent;
-}
-
 // Answers on the reply queue that the library has just created.
 void answer_before_the_send()
 {

@@ -1,6 +1,7 @@
 // The trace places of an AT request: each reads its switch on its own first use.
 #include "at_request.h"
 #include "cmif.h"
+#include "enter_pin.h"
 #include "memory_store.h"
 #include "queue_pair.h"
 #include "system_calls.h"
@@ -8,24 +9,6 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
-
-namespace
-{
-int enter_pin()
-{
-    return shared_CMIF_set_EntermobilePIN("1234");
-}
-
-const std::string pin_sent = "set_string=1234\n"
-                             "cmif_common:shared_CMIF_set_EntermobilePIN msgsnd success\n";
-const std::string pin_received = "cmif: shared_CMIF_set_EntermobilePIN msgrcv success\n";
-const std::string pin_receive_failed = "cmif: shared_CMIF_set_EntermobilePIN msgrcv failed\n";
-
-std::string pin_asked(const QueuePair &queues)
-{
-    return "key msqid=" + std::to_string(queues.requests()) + "\ntype mod_id=12\n" + pin_sent;
-}
-} // namespace
 
 // The places behind the wait see what changed in it.
 TEST(AtTrace, SeesASwitchTurnedOnDuringTheWaitBehindItOnly)
