@@ -2,11 +2,13 @@
 
 #include "complaint.h"
 
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -21,13 +23,14 @@ namespace
 
 constinit std::mutex threads;
 
-// A fork waits for the lock: a child would go on holding it through the inherited descriptor.
-void hold_forks_off()
+// A fork waits for the lock: a child would go on holding it through the inherited descriptor. When
+// the library is loaded, since no fork may come between this and the first use of the lock.
+__attribute__((constructor)) void hold_forks_off()
 {
-    static const int registered =
+    const int result =
         pthread_atfork([] { threads.lock(); }, [] { threads.unlock(); }, [] { threads.unlock(); });
-    if (registered != 0)
-        complain("pthread_atfork", std::strerror(registered), "do not fork while saving");
+    if (result != 0)
+        complain("pthread_atfork", std::strerror(result), "do not fork while saving");
 }
 
 // Someone else's run-time directory is what `sudo` leaves in the environment.
@@ -78,13 +81,19 @@ int open_directory(const std::string &path)
 
 const std::string &store_directory()
 {
-    static const std::string &path = *new std::string(choose_directory()); // outlives exit handlers
-    return path;
+    // No static object: a child that is forked while a thread makes one would wait for ever.
+    static constinit std::atomic<const std::string *> chosen{};
+    const std::string *path = chosen;
+    if (path == nullptr) {
+        auto ours = std::make_unique<const std::string>(choose_directory());
+        if (chosen.compare_exchange_strong(path, ours.get()))
+            path = ours.release(); // outlives exit handlers
+    }
+    return *path;
 }
 
 DirectoryLock::DirectoryLock()
 {
-    hold_forks_off();
     threads_ = std::unique_lock(threads);
     descriptor_ = open_directory(store_directory());
     while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0) {

@@ -11,6 +11,18 @@ foreach(name host_store_test host_store_kill_test host_store_trouble_test)
   target_include_directories(${name} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
 endforeach()
 target_link_libraries(host_store_kill_test PRIVATE ${LMDB_LIBRARY})
+
+# Over the store's own sources without sanitizers, whose allocator itself is stuck after such a fork.
+get_target_property(store_sources tarn_store SOURCES)
+list(TRANSFORM store_sources PREPEND ${PROJECT_SOURCE_DIR}/platform/)
+cmif_test(host_store_fork_test LIBRARIES ${LMDB_LIBRARY}
+  SOURCES support/child.cpp support/redirect.cpp ${store_sources})
+target_include_directories(host_store_fork_test PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}
+  ${PROJECT_SOURCE_DIR}/platform)
+target_compile_options(host_store_fork_test PRIVATE -fno-sanitize=all)
+target_link_options(host_store_fork_test PRIVATE -fno-sanitize=all)
+set_target_properties(host_store_fork_test PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
+
 cmif_test(sandbox_test LIBRARIES sim_sandbox)
 target_compile_definitions(sandbox_test PRIVATE ISOLATE="${launcher}")
 cmif_test(run_test)

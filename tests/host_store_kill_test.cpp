@@ -261,28 +261,4 @@ TEST_F(HostStoreUnderFire, APowerCycleKilledAnywhereIsDoneOrNotDone)
     }
 }
 
-TEST_F(HostStoreUnderFire, AForkAmidOtherThreadsWorkIsNotStuck)
-{
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-    GTEST_SKIP() << "the sanitizer's allocator itself gets stuck in such a child";
-#endif
-    std::atomic<bool> stop{false};
-    std::thread saver([&stop] {
-        while (!stop)
-            tarnNvramConfig_save();
-    });
-    std::thread setter([&stop] {
-        while (!stop)
-            set("thread", "1");
-    });
-    for (int round = 0; round < 30; ++round) {
-        const std::string key = "child" + std::to_string(round);
-        EXPECT_EQ(Child([&key] { require(set(key, "1") == 0 && get(key) == "1"); }).wait(), 0);
-        EXPECT_EQ(get(key), "1");
-    }
-    stop = true;
-    saver.join();
-    setter.join();
-}
-
 } // namespace
