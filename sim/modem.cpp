@@ -77,7 +77,7 @@ PdpProfile ModemState::pdp() const
     if (!connection.connected())
         return profiles.published();
     const ConnectionProfile &profile = connection.profile();
-    return {std::string(pdp_types.at(profile.pdp)), profile.apn};
+    return {std::string(pdp_types.at(static_cast<std::size_t>(profile.pdp))), profile.apn};
 }
 
 void ModemState::factory_reset()
