@@ -15,7 +15,7 @@ namespace cmif
 namespace
 {
 
-constexpr char api[] = "shared_CMIF_modify_profile_settings";
+constexpr char modify_api[] = "shared_CMIF_modify_profile_settings";
 constexpr char status_key[] = "lte_qmi_connection_status";
 constexpr char auto_apn_key[] = "lte_set_auto_apn";
 
@@ -60,7 +60,7 @@ bool put_text(char (&out)[size], const char (&text)[size], const char *name)
     constexpr int longest = size - 1;
     const std::size_t length = strnlen(text, size);
     if (length == size) {
-        qmi_say("%s %s length is larger than %d\n", api, name, longest);
+        qmi_say("%s %s length is larger than %d\n", modify_api, name, longest);
         return false;
     }
     std::memcpy(out, text, length);
@@ -74,7 +74,7 @@ void put_digit(char (&out)[4], int value, unsigned largest, const char *name)
     if (static_cast<unsigned>(value) <= largest)
         out[0] = static_cast<char>('0' + value);
     else
-        std::printf("%s wrong %s value, set default %s == 0\n", api, name, name);
+        std::printf("%s wrong %s value, set default %s == 0\n", modify_api, name, name);
 }
 
 bool put_profile(WireProfile &wire, const qmi_profile &profile)
@@ -99,14 +99,14 @@ bool auto_apn_allows(const char *apn)
     if (!status.is("3") && tarnNvramConfig_match(auto_apn_key, apn)) {
         // "not empty" though equality is what was tested: the text is known to log readers.
         qmi_say("%s action: lte_set_auto_apn is not empty. Connection status is %s and apn is %s\n",
-                api, status.text(), apn);
+                modify_api, status.text(), apn);
         return true;
     }
     if (tarnNvramConfig_match(auto_apn_key, ""))
         return true;
     qmi_say("%s action: Ignore modify profile for auto apn. Connection status is %s set apn is %s "
             "and apn in nvram is %s\n",
-            api, status.text(), apn, tarnNvramConfig_get(auto_apn_key));
+            modify_api, status.text(), apn, tarnNvramConfig_get(auto_apn_key));
     return false;
 }
 
@@ -172,6 +172,6 @@ int shared_CMIF_get_profile_settings(qmi_profile *profile)
 
 int shared_CMIF_modify_profile_settings(qmi_profile profile, int from_auto_apn)
 {
-    cmif_log_caller(api);
+    cmif_log_caller(modify_api);
     return modify(profile, from_auto_apn == 1);
 }

@@ -133,7 +133,7 @@ using enum AtPlace;
 constexpr bool secret = true;
 
 // clang-format off
-const AtRequest requests[] = {
+const AtRequest at_requests[] = {
     { 1, "shared_CMIF_set_timezone", set_time_zone},
     { 2, "shared_CMIF_set_mobileNetworkMode", set_search_mode, {{value, "mode"}}},
     { 3, "shared_CMIF_SetNetworkMode", select_automatically, {{value, "mode"}}},
@@ -185,7 +185,7 @@ const AtRequest requests[] = {
 
 const AtRequest *find_at_request(long code)
 {
-    for (const AtRequest &request : requests)
+    for (const AtRequest &request : at_requests)
         if (request.code == code)
             return &request;
     return nullptr;

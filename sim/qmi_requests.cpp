@@ -58,7 +58,7 @@ QmiAnswer packet_service(ModemState &modem, Payload)
 }
 
 // Requests without arguments are served whatever else their payload holds.
-const QmiRequest requests[] = {
+const QmiRequest qmi_requests[] = {
     {1, "shared_CMIF_get_device_rev_id", device_revision},
     {3, "shared_CMIF_modify_profile_settings", modify_profile, describe_profile},
     {4, "shared_CMIF_start_network_interface", start},
@@ -72,7 +72,7 @@ const QmiRequest requests[] = {
 
 const QmiRequest *find_qmi_request(long code)
 {
-    for (const QmiRequest &request : requests)
+    for (const QmiRequest &request : qmi_requests)
         if (request.code == code)
             return &request;
     return nullptr;

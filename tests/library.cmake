@@ -6,7 +6,8 @@ add_library(test_support OBJECT
   support/queue_pair.cpp support/record.cpp support/redirect.cpp support/system_calls.cpp)
 target_include_directories(test_support PUBLIC support ${PROJECT_SOURCE_DIR}/cmif
   ${PROJECT_SOURCE_DIR}/platform)
-target_link_libraries(test_support PRIVATE GTest::gtest PUBLIC ${CMAKE_DL_LIBS})
+target_link_libraries(test_support PRIVATE GTest::gtest_main PUBLIC ${CMAKE_DL_LIBS})
+target_precompile_headers(test_support REUSE_FROM prefix)
 
 # library_test(NAME): NAME.cpp over the library and the stand-ins.
 function(library_test name)

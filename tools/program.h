@@ -1,0 +1,9 @@
+#pragma once
+
+namespace cmifctl
+{
+
+/// The tool from its command line to its exit status.
+int program(int count, char **words);
+
+} // namespace cmifctl
