@@ -35,10 +35,9 @@ void by_hand()
 bool bench::at_request()
 {
     const Daemon daemon(serve);
-    const bool quick =
-        compare("AT request", 1000, 1.03, by_hand, [] { shared_CMIF_set_timezone(); });
+    bool good = compare("AT request", 1000, 1.03, by_hand, [] { shared_CMIF_set_timezone(); });
     const int calls = system_calls([] { shared_CMIF_set_timezone(); });
     const int one_way = system_calls([] { shared_CMIF_set_AT_qfirehose(); });
-    return expect_count("  its system calls", calls, 4) &
-           expect_count("  system calls, send only", one_way, 2) & quick;
+    good = expect_count("  its system calls", calls, 4) && good;
+    return expect_count("  system calls, send only", one_way, 2) && good;
 }

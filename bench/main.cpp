@@ -58,6 +58,8 @@ int main()
     fill();
     bench::stay_on_one_core();
     std::fprintf(bench::figures, "%-34s %12s %12s   %5s\n", "", "by hand", "library", "ratio");
-    const bool good = bench::getters() & bench::at_request() & bench::qmi_exchange();
+    bool good = bench::getters();
+    good = bench::at_request() && good;
+    good = bench::qmi_exchange() && good;
     return good ? 0 : 1;
 }

@@ -93,5 +93,6 @@ bool bench::qmi_exchange()
     std::fputs("on\n", marker);
     std::fclose(marker);
     const Daemon daemon(serve);
-    return exchange("QMI exchange, log off", false) & exchange("QMI exchange, log on", true);
+    const bool good = exchange("QMI exchange, log off", false);
+    return exchange("QMI exchange, log on", true) && good;
 }

@@ -216,7 +216,7 @@ TEST(BroadbandInfo, GivesEmptyTextsForUnsetKeys)
 {
     Caller caller;
     EXPECT_EQ(caller.call().result, 0);
-    for (const size_t offset : {0, 20, 40, 60, 80, 164})
+    for (const unsigned offset : {0U, 20U, 40U, 60U, 80U, 164U})
         EXPECT_EQ(caller.bytes(offset, 20), field("")) << offset;
     EXPECT_EQ(caller.bytes(100, 20), std::string(20, '?')); // neither mode nor type is known
     EXPECT_EQ(caller.bytes(144, 20), std::string(20, '?'));

@@ -45,6 +45,9 @@ cmif_test(qmi_daemon_test LIBRARIES host_support sim_modem cmif)
 set(example_options)
 if(CMIF_SANITIZE)
   set(example_options -fsanitize=${CMIF_SANITIZE})
+  if(CMAKE_C_COMPILER_ID STREQUAL Clang)
+    list(APPEND example_options -fsanitize-link-c++-runtime -lstdc++) # for the store
+  endif()
 endif()
 add_test(NAME example_test COMMAND ${launcher} ${CMAKE_CURRENT_SOURCE_DIR}/example_test.sh
   ${PROJECT_SOURCE_DIR} $<TARGET_FILE_DIR:cmif> ${CMAKE_C_COMPILER} ${example_options})

@@ -395,7 +395,7 @@ TEST_F(QmiDaemon, RefusesUnknownRequests)
 TEST_F(QmiDaemon, ServesRequestsWithoutArgumentsWhateverTheySize)
 {
     start();
-    for (const std::size_t size : {0, 1, 101, 312, 316, 4000})
+    for (const unsigned size : {0U, 1U, 101U, 312U, 316U, 4000U})
         EXPECT_EQ(ask_qmi(6, std::string(size, '\xff')), 3) << size;
 }
 
