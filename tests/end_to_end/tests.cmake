@@ -5,7 +5,7 @@ function(end_to_end_test name)
   add_test(NAME EndToEnd.${name}
     COMMAND ${ARGN} sh ${CMAKE_CURRENT_FUNCTION_LIST_DIR}/${name}.sh
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}) # which the sandbox keeps in sight
-  set_tests_properties(EndToEnd.${name} PROPERTIES TIMEOUT 60
+  set_tests_properties(EndToEnd.${name} PROPERTIES TIMEOUT 60 COST 10 # first, being long
     ENVIRONMENT_MODIFICATION "PATH=path_list_prepend:$<TARGET_FILE_DIR:cmif-sim>")
 endfunction()
 
