@@ -32,10 +32,12 @@ AtDaemon::~AtDaemon()
         search_.join();
 }
 
+// Replies whose callers are gone would pass for answers to the next ones.
 bool AtDaemon::start()
 {
     if (!requests_.prepare() || !replies_.prepare())
         return false;
+    replies_.clear();
     thread_.emplace(requests_, stop_,
                     [this](const char *bytes, std::size_t payload) { serve(bytes, payload); });
     return true;

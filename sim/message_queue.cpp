@@ -27,6 +27,13 @@ bool MessageQueue::prepare() const
     return false;
 }
 
+void MessageQueue::clear() const
+{
+    long type = 0; // and no room for the payload, which is cut off
+    while (msgrcv(look_up(), &type, 0, 0, MSG_NOERROR | IPC_NOWAIT) == 0)
+        continue;
+}
+
 std::optional<std::size_t> MessageQueue::receive(void *record, std::size_t room) const
 {
     const int id = look_up();

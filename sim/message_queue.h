@@ -19,6 +19,9 @@ public:
     // Creates the queue if it is missing; false, and a line on standard error, when that fails.
     bool prepare() const;
 
+    // Takes away what lies in it.
+    void clear() const;
+
     // Waits for a message of any type and takes it. `record` is a `long` and room for `room` bytes;
     // a longer payload is cut. Nothing when a signal came, or the queue was missing or removed.
     std::optional<std::size_t> receive(void *record, std::size_t room) const;

@@ -62,12 +62,13 @@ QmiDaemon::~QmiDaemon()
     stop_.raise();
 }
 
-// A marker that is there already was left by a daemon that was killed.
+// A marker that is there already was left by a daemon that was killed, and so were replies.
 bool QmiDaemon::start()
 {
     unlink(CMIF_QMI_READY_FILE);
     if (!requests_.prepare() || !replies_.prepare())
         return false;
+    replies_.clear();
     modem_.change([](ModemState &state) {
         if (auto_connect_is_on())
             state.connection.start_when_possible();

@@ -9,9 +9,11 @@
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <string>
 
 #include <poll.h>
 #include <sys/signalfd.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace sim
@@ -69,9 +71,15 @@ int serve_until(int signals, const ServerOptions &options, int ready_fd)
 
 int serve(const ServerOptions &options, int ready_fd)
 try {
-    ServiceLock at_lock("/tmp/cmif-sim-at.lock", "AT");
-    ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "QMI");
+    ServiceLock at_lock("/tmp/cmif-sim-at.lock", "the AT queues are");
+    ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "the QMI queues are");
     if ((options.at && !at_lock.take()) || (options.qmi && !qmi_lock.take()))
+        return 1;
+    // Two modems in one store would overwrite each other's values. It makes its folder later.
+    const std::string store = host_store_directory();
+    mkdir(store.c_str(), S_IRWXU);
+    ServiceLock store_lock(store + "/router.lock", "the store is");
+    if (!store_lock.take())
         return 1;
     const int signals = end_signals();
     if (signals < 0) {

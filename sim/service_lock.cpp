@@ -3,15 +3,25 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <string>
 
 #include <fcntl.h>
-#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 namespace sim
 {
+namespace
+{
+
+struct flock whole_file()
+{
+    struct flock lock = {};
+    lock.l_type = F_WRLCK;
+    lock.l_whence = SEEK_SET;
+    return lock;
+}
+
+} // namespace
 
 ServiceLock::~ServiceLock()
 {
@@ -23,34 +33,30 @@ ServiceLock::~ServiceLock()
 bool ServiceLock::take()
 {
     constexpr int flags = O_RDWR | O_CLOEXEC | O_NOFOLLOW;
-    fd_ = open(path_, flags);
+    fd_ = open(path_.c_str(), flags);
     if (fd_ < 0 && errno == ENOENT) {
-        fd_ = open(path_, flags | O_CREAT, 0666);
+        fd_ = open(path_.c_str(), flags | O_CREAT, 0666);
         if (fd_ >= 0)
             fchmod(fd_, 0666); // whatever the umask: the next one may be another user's
     }
-    if (fd_ < 0) {
-        std::fprintf(stderr, "cmif-sim: can't open %s: %s\n", path_, std::strerror(errno));
-        return false;
-    }
-    if (flock(fd_, LOCK_EX | LOCK_NB) != 0) {
+    struct flock lock = whole_file();
+    if (fd_ >= 0 && fcntl(fd_, F_SETLK, &lock) == 0)
+        return true;
+    if (fd_ >= 0 && (errno == EACCES || errno == EAGAIN))
         name_holder();
-        return false;
-    }
-    const std::string id = std::to_string(getpid()) + "\n";
-    return ftruncate(fd_, 0) == 0 &&
-           pwrite(fd_, id.data(), id.size(), 0) == static_cast<ssize_t>(id.size());
+    else
+        std::fprintf(stderr, "cmif-sim: can't lock %s: %s\n", path_.c_str(), std::strerror(errno));
+    return false;
 }
 
+// A process of another sandbox has no number here.
 void ServiceLock::name_holder() const
 {
-    char id[32] = "";
-    if (pread(fd_, id, sizeof id - 1, 0) > 0)
-        id[strcspn(id, "\n")] = '\0';
-    std::fprintf(stderr,
-                 "cmif-sim: the %s queues are served already, by process %s; end that one first "
-                 "(%s)\n",
-                 daemon_, id[0] ? id : "of unknown number", path_);
+    struct flock lock = whole_file();
+    const bool known = fcntl(fd_, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK && lock.l_pid > 0;
+    std::fprintf(stderr, "cmif-sim: %s served already, by %s; end that one first (%s)\n", what_,
+                 known ? ("process " + std::to_string(lock.l_pid)).c_str() : "another sandbox",
+                 path_.c_str());
 }
 
 } // namespace sim

@@ -1,17 +1,20 @@
-// Keeps a second server away from queues that are served already.
+// Keeps a second server away from what is served already.
 #ifndef SIM_SERVICE_LOCK_H
 #define SIM_SERVICE_LOCK_H
+
+#include <string>
+#include <utility>
 
 namespace sim
 {
 
-// A locked file with the process id of whoever serves. The system releases the lock with its
-// process, so what a killed server leaves is no obstacle.
+// A locked file. The system releases the lock with its process, so what a killed server leaves is
+// no obstacle.
 class ServiceLock
 {
 public:
-    // `daemon` is its name for messages.
-    ServiceLock(const char *path, const char *daemon) : path_(path), daemon_(daemon) {}
+    // `what` is the beginning of a message: "the AT queues are".
+    ServiceLock(std::string path, const char *what) : path_(std::move(path)), what_(what) {}
     ~ServiceLock();
     ServiceLock(const ServiceLock &) = delete;
     ServiceLock &operator=(const ServiceLock &) = delete;
@@ -22,8 +25,8 @@ public:
 private:
     void name_holder() const;
 
-    const char *path_;
-    const char *daemon_;
+    std::string path_;
+    const char *what_;
     int fd_ = -1;
 };
 

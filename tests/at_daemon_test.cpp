@@ -214,6 +214,19 @@ TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
     EXPECT_EQ(ask(4), sim::ret_ok);
 }
 
+TEST_F(AtDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
+{
+    cmif_msg stale{};
+    stale.mod_id = 4;
+    stale.ret_code = 77;
+    const int queue = msgget(CMIF_AT_REPLY_KEY, IPC_CREAT | 0666);
+    for (int i = 0; i < 3; ++i)
+        ASSERT_EQ(msgsnd(queue, &stale, CMIF_AT_PAYLOAD, 0), 0);
+    start();
+    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(reply(4, 1ms), std::nullopt);
+}
+
 TEST_F(AtDaemon, SaysWhyItCanNotStart)
 {
     const std::filesystem::path lock = "/tmp/cmif-sim-at.lock";

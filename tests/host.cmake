@@ -27,7 +27,7 @@ cmif_test(sandbox_test LIBRARIES sim_sandbox)
 target_compile_definitions(sandbox_test PRIVATE ISOLATE="${launcher}")
 cmif_test(run_test)
 target_compile_definitions(run_test PRIVATE CMIF_SIM="$<TARGET_FILE:cmif-sim>")
-add_dependencies(run_test cmif-sim)
+add_dependencies(run_test cmif-sim cmifctl)
 
 # The simulated modem and its AT daemon.
 foreach(name sim_card_test network_test modem_test)

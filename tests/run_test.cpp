@@ -102,6 +102,21 @@ TEST(Run, StartsAfreshUnlessGivenAStore)
     fs::remove_all("/tmp/mine");
 }
 
+TEST(Run, RefusesAStoreThatHasARouter)
+{
+    if (std::getenv("CMIF_SANDBOX") != nullptr)
+        GTEST_SKIP() << "no name spaces on this system";
+    const Outcome outer =
+        shell("CMIF_STORE=/tmp/mine $S run -- sh -c 'cmifctl config set k v; $S run -- true; echo "
+              "$?; cmifctl config get k'");
+    EXPECT_EQ(outer.output, "1\nv\n");
+    EXPECT_TRUE(contains(outer.errors, "cmif-sim: the store is served already, by another sandbox; "
+                                       "end that one first (/tmp/mine/router.lock)\n"))
+        << outer.errors;
+    EXPECT_EQ(shell("CMIF_STORE=/tmp/mine $S run -- true").status, 0);
+    fs::remove_all("/tmp/mine");
+}
+
 TEST(Run, LeavesStandardOutputToTheCommand)
 {
     EXPECT_EQ(shell("$S run --verbose -- echo mine").output, "mine\n");
