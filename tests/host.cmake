@@ -23,7 +23,9 @@ target_compile_options(host_store_fork_test PRIVATE -fno-sanitize=all)
 target_link_options(host_store_fork_test PRIVATE -fno-sanitize=all)
 set_target_properties(host_store_fork_test PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
 
-cmif_test(sandbox_test LIBRARIES sim_sandbox)
+foreach(name sandbox_test shared_sandbox_test)
+  cmif_test(${name} LIBRARIES sim_sandbox)
+endforeach()
 target_compile_definitions(sandbox_test PRIVATE ISOLATE="${launcher}")
 cmif_test(run_test)
 target_compile_definitions(run_test PRIVATE CMIF_SIM="$<TARGET_FILE:cmif-sim>")
@@ -38,8 +40,12 @@ foreach(name at_daemon_test at_requests_test at_lists_test)
 endforeach()
 
 # Its data connection and the QMI daemon, asked through the library as well.
-cmif_test(connection_test LIBRARIES sim_modem)
-cmif_test(qmi_daemon_test LIBRARIES host_support sim_modem cmif)
+foreach(name connection_test modem_connection_test)
+  cmif_test(${name} LIBRARIES sim_modem)
+endforeach()
+foreach(name qmi_daemon_test qmi_daemon_requests_test qmi_daemon_connection_test)
+  cmif_test(${name} LIBRARIES host_support sim_modem cmif)
+endforeach()
 
 # The example, built as a user would and run over the development store.
 set(example_options)
@@ -53,7 +59,7 @@ add_test(NAME example_test COMMAND ${launcher} ${CMAKE_CURRENT_SOURCE_DIR}/examp
   ${PROJECT_SOURCE_DIR} $<TARGET_FILE_DIR:cmif> ${CMAKE_C_COMPILER} ${example_options})
 
 # The parts of cmifctl that need no daemon.
-foreach(name cmifctl_output_test cmifctl_command_test cmifctl_call_test)
+foreach(name cmifctl_output_test cmifctl_command_test cmifctl_call_test cmifctl_questions_test)
   cmif_test(${name} LIBRARIES cmifctl_parts)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
 endforeach()
