@@ -1,10 +1,12 @@
 #include "running_store.h"
 
+#include "complaint.h"
 #include "database.h"
 #include "saved_file.h"
 #include "store_directory.h"
 
 #include <atomic>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -36,6 +38,14 @@ void disown_in_child()
         return;
     parents->older = inherited;
     inherited = parents;
+}
+
+// When the library is loaded: a fork runs only what was registered before it began.
+__attribute__((constructor)) void watch_forks()
+{
+    const int result = pthread_atfork(nullptr, nullptr, disown_in_child);
+    if (result != 0)
+        complain("pthread_atfork", std::strerror(result), "do not fork while the store is open");
 }
 
 // A file of its own for each run of the host, since nothing is synced.
@@ -123,10 +133,9 @@ Environment *open_store()
     const DirectoryLock directory;
     if (!directory.held() || current != nullptr)
         return current;
-    static const int registered = pthread_atfork(nullptr, nullptr, disown_in_child);
     auto store = std::make_unique<Environment>();
     store->file = database_path();
-    int result = registered != 0 ? registered : open_database(*store);
+    int result = open_database(*store);
     if (result == 0)
         result = start(*store);
     if (!succeeded(result, store->file)) {
