@@ -17,13 +17,14 @@ tests() {
 
 # What shares something between threads, and nothing else.
 build_threads() {
-    cmake --preset tsan -DCMIF_HOST=OFF
+    configure tsan -DCMIF_HOST=OFF
     cmake --build --preset tsan --target threads_test debug_log_writers_test
 }
 
 step "check layout and layers" scripts/check
 step "build, address and undefined sanitizers" build dev
 step "test, address and undefined sanitizers" tests dev
+step "build, as installed" build release -DBUILD_TESTING=OFF
 step "build, 32-bit" build i686
 step "test, 32-bit" tests i686
 step "build, thread sanitizer" build_threads

@@ -50,12 +50,18 @@ step() {
     }
 }
 
-# build PRESET [CMAKE OPTION...]
-build() {
+# configure PRESET [CMAKE OPTION...]: as if for the first time, since CMake forgets a preset's settings
+# in a build folder whose compiler changes.
+configure() {
     preset=$1
     shift
-    cmake --preset "$preset" "$@"
-    cmake --build --preset "$preset"
+    cmake --fresh --preset "$preset" "$@"
+}
+
+# build PRESET [CMAKE OPTION...]
+build() {
+    configure "$@"
+    cmake --build --preset "$1"
 }
 
 # shellcheck disable=SC2034 # for who sources this

@@ -15,11 +15,15 @@ target_link_libraries(host_store_kill_test PRIVATE ${LMDB_LIBRARY})
 # Over the store's own sources without sanitizers, whose allocator itself is stuck after such a fork.
 get_target_property(store_sources tarn_store SOURCES)
 list(TRANSFORM store_sources PREPEND ${PROJECT_SOURCE_DIR}/platform/)
-cmif_test(host_store_fork_test LIBRARIES ${LMDB_LIBRARY}
-  SOURCES support/child.cpp support/redirect.cpp ${store_sources})
+add_library(plain_store OBJECT ${store_sources})
+set_target_properties(plain_store PROPERTIES UNITY_BUILD ON)
+cmif_test(host_store_fork_test LIBRARIES plain_store ${LMDB_LIBRARY}
+  SOURCES support/child.cpp support/redirect.cpp)
 target_include_directories(host_store_fork_test PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}
   ${PROJECT_SOURCE_DIR}/platform)
-target_compile_options(host_store_fork_test PRIVATE -fno-sanitize=all)
+foreach(name plain_store host_store_fork_test)
+  target_compile_options(${name} PRIVATE -fno-sanitize=all)
+endforeach()
 target_link_options(host_store_fork_test PRIVATE -fno-sanitize=all)
 set_target_properties(host_store_fork_test PROPERTIES DISABLE_PRECOMPILE_HEADERS ON)
 
