@@ -66,6 +66,14 @@ TEST(CommandLine, NamesNearMatchesAndVerbs)
               "'--jsn' is no option of 'cmifctl status' | 'cmifctl status --help' lists them.");
 }
 
+TEST(CommandLine, SaysWhatAnOptionIsMissing)
+{
+    EXPECT_EQ(usage_failure({"status", "--timeout"}),
+              "--timeout needs a value | 'cmifctl --help' lists the commands.");
+    EXPECT_EQ(usage_failure({"status", "--timeout", "1", "--timeout", "2"}),
+              "--timeout is given more than once | 'cmifctl --help' lists the commands.");
+}
+
 TEST(CommandLine, TakesNoSecretsAsArguments)
 {
     const std::string expected = "secrets are not taken from the command line | Leave it out to be "
@@ -74,6 +82,9 @@ TEST(CommandLine, TakesNoSecretsAsArguments)
               "'cmifctl sim enter-pin' does not take all that is given: " + expected);
     EXPECT_EQ(usage_failure({"sim", "change-pin", "1234", "4321"}),
               "'cmifctl sim change-pin' does not take all that is given: " + expected);
+    EXPECT_EQ(usage_failure({"config", "set", "key", "value", "more"}),
+              "'cmifctl config set' does not take all that is given | 'cmifctl config set --help' "
+              "shows what it takes.");
     EXPECT_EQ(usage_failure({"data", "profile", "set", "--password=hunter2"}),
               "secrets are not taken from the command line | Give --password ask to be asked, or "
               "--password - to read standard input.");

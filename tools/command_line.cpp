@@ -78,6 +78,13 @@ public:
     {
         try {
             app_.parse(count, words);
+        } catch (const CLI::ArgumentMismatch &error) {
+            const std::string text = error.what(); // "--timeout: 1 required TEXT missing"
+            throw Failure(Exit::usage,
+                          text.substr(0, text.find(':')) + (text.ends_with("missing")
+                                                                ? " needs a value"
+                                                                : " is given more than once"),
+                          "'cmifctl --help' lists the commands.");
         } catch (const CLI::ParseError &error) {
             throw Failure(Exit::usage, error.what(), "'cmifctl --help' lists the commands.");
         }
@@ -154,8 +161,14 @@ void check_assignment(std::string_view word)
 [[noreturn]] void fail_unknown(const std::string &path, const std::string &word)
 {
     const std::string where = path.empty() ? "cmifctl" : "cmifctl " + path;
-    if (const Command *command = find_command(path); command != nullptr && takes_secrets(*command))
-        fail_secret("'" + where + "' does not take all that is given");
+    // What is too much may be a secret, and is not repeated.
+    if (const Command *command = find_command(path);
+        command != nullptr && takes_secrets(*command)) {
+        const std::string message = "'" + where + "' does not take all that is given";
+        if (command->arguments.front().secret)
+            fail_secret(message);
+        throw Failure(Exit::usage, message, "'" + where + " --help' shows what it takes.");
+    }
     if (word.starts_with('-'))
         throw Failure(Exit::usage, "'" + safe(word) + "' is no option of '" + where + "'",
                       "'" + where + " --help' lists them.");
