@@ -75,11 +75,13 @@ try {
     ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "the QMI queues are");
     if ((options.at && !at_lock.take()) || (options.qmi && !qmi_lock.take()))
         return 1;
-    // Two modems in one store would overwrite each other's values. It makes its folder later.
+    // Two modems in one store would overwrite each other's values. Of a folder that can't be used
+    // the store itself tells, below.
     const std::string store = host_store_directory();
-    mkdir(store.c_str(), S_IRWXU);
+    const bool usable =
+        access(store.c_str(), W_OK | X_OK) == 0 || mkdir(store.c_str(), S_IRWXU) == 0;
     ServiceLock store_lock(store + "/router.lock", "the store is");
-    if (!store_lock.take())
+    if (usable && !store_lock.take())
         return 1;
     const int signals = end_signals();
     if (signals < 0) {

@@ -128,6 +128,9 @@ TEST(Run, SaysThatTheRouterDidNotStart)
     EXPECT_EQ(failed.status, 1);
     EXPECT_EQ(failed.output, "");
     EXPECT_TRUE(contains(failed.errors, "cmif-sim: the simulated router did not start\n"));
+    EXPECT_TRUE(
+        contains(failed.errors, "/proc/no-store: No such file or directory; set CMIF_STORE"))
+        << failed.errors;
 }
 
 TEST(Run, NestsWithARouterEach)
