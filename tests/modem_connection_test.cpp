@@ -1,7 +1,5 @@
 // The data connection of the whole modem: what stands in its way, and what it is lost with.
-#include "modem.h"
-
-#include <gtest/gtest.h>
+#include "support/modem_in_time.h"
 
 namespace
 {
@@ -11,19 +9,12 @@ using namespace std::chrono_literals;
 
 using State = ConnectionState;
 
-class ModemWithData : public testing::Test
+class ModemWithData : public ModemInTime
 {
 protected:
-    void pass(Clock::duration time)
-    {
-        now += time;
-        modem.update(now);
-    }
     void connect()
     {
-        modem.sim.pin1.verify("1234");
-        pass(0s);
-        pass(3s);
+        open();
         modem.connection.modify({"own.example", "", "", 0, 2, 0}, now);
         ASSERT_EQ(modem.connection.start(modem.data_refusal(), now), ret_ok);
         pass(2s);
@@ -36,9 +27,6 @@ protected:
         EXPECT_EQ(modem.connection.last_error(), reason);
         EXPECT_EQ(modem.data_refusal(), reason);
     }
-
-    ModemState modem{Pace(1), 1};
-    Clock::time_point now{};
 };
 
 TEST_F(ModemWithData, RefusesItForTheFirstHindrance)

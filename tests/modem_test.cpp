@@ -1,6 +1,6 @@
 // Messages, profiles, and what holds between the parts of the simulated modem.
-#include "modem.h"
 #include "profiles.h"
+#include "support/modem_in_time.h"
 
 #include <gtest/gtest.h>
 
@@ -115,27 +115,6 @@ TEST(Profiles, ProvisioningShowsAfterASynchronization)
     profiles.synchronize();
     EXPECT_EQ(profiles.published().apn, "managed.example");
 }
-
-// The whole modem in a time of its own, with an open SIM and registered unless a test says not.
-class ModemInTime : public testing::Test
-{
-protected:
-    void pass(Clock::duration time)
-    {
-        now += time;
-        modem.update(now);
-    }
-    void open()
-    {
-        ASSERT_EQ(modem.sim.pin1.verify("1234"), ret_ok);
-        pass(0s);
-        pass(3s);
-        ASSERT_NE(modem.network.serving(), nullptr);
-    }
-
-    ModemState modem{Pace(1), 1};
-    Clock::time_point now{};
-};
 
 TEST_F(ModemInTime, ALockedSimGetsNoService)
 {
