@@ -1,6 +1,5 @@
+#include "cmif/cmif.h"
 #include "measure.h"
-
-#include "cmif.h"
 
 #include <sys/ipc.h>
 #include <sys/msg.h>

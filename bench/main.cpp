@@ -1,7 +1,6 @@
 // Prints each figure beside its bar; fails when one doesn't hold.
 #include "measure.h"
-
-#include "tarn_nvram_config.h"
+#include "platform/tarn_nvram_config.h"
 
 #include <cstdio>
 #include <cstring>

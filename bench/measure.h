@@ -1,6 +1,6 @@
 // The same work done twice, by the library and by hand, in turns and on one core.
-#ifndef CMIF_BENCH_MEASURE_H
-#define CMIF_BENCH_MEASURE_H
+#ifndef BENCH_MEASURE_H
+#define BENCH_MEASURE_H
 
 #include <cstdio>
 #include <functional>

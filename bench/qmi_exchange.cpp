@@ -1,7 +1,6 @@
+#include "cmif/cmif.h"
 #include "measure.h"
-
-#include "cmif.h"
-#include "tarn_nvram_config.h"
+#include "platform/tarn_nvram_config.h"
 
 #include <cstdio>
 #include <cstring>

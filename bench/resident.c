@@ -1,6 +1,6 @@
 /* Prints the private (dirty) memory of a process in KiB: with the library, or the same without. */
-#include "cmif.h"
-#include "tarn_nvram_config.h"
+#include "cmif/cmif.h"
+#include "platform/tarn_nvram_config.h"
 
 #include <stdio.h>
 #include <string.h>

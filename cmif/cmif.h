@@ -453,6 +453,50 @@ int shared_debug_lte_backup_log_file(void);
 #define CMIF_PROVIDER_LIST_FILE "/tmp/lte_provider_list"
 #define CMIF_QMI_READY_FILE     "/tmp/lte_qmi_msg_handler_thread_ready" /* "on" when ready */
 #define CMIF_PROFILE_BUSY_FILE  "/tmp/modify_profile_in_progress"
+#define CMIF_LOG_FILE           "/data/debug_lte.txt"
+#define CMIF_LOG_FILE_1         "/data/debug_lte_1.txt" /* the generation before it */
+#define CMIF_LOG_FILE_2         "/data/debug_lte_2.txt" /* the oldest one */
+
+/* Request codes of the AT channel. 5 is not used. */
+enum cmif_at_code {
+    CMIF_AT_SET_TIME_ZONE = 1,
+    CMIF_AT_SET_SEARCH_MODE = 2, /* the band region too: the daemon sees the value alone */
+    CMIF_AT_SELECT_AUTOMATICALLY = 3,
+    CMIF_AT_GET_PIN_COUNTERS = 4,
+    CMIF_AT_GET_PACKET_DOMAIN = 6,
+    CMIF_AT_SET_PACKET_DOMAIN = 7,
+    CMIF_AT_GET_PIN_MODE = 8,
+    CMIF_AT_SET_PIN_MODE = 9,
+    CMIF_AT_LOCK_NETWORK = 10,
+    CMIF_AT_UNLOCK_NETWORK = 11,
+    CMIF_AT_ENTER_PIN = 12,
+    CMIF_AT_CHANGE_PIN = 13,
+    CMIF_AT_ENTER_PUK = 14,
+    CMIF_AT_SET_ROAMING = 15,
+    CMIF_AT_SET_OPERATOR_FORMAT = 16,
+    CMIF_AT_SELECT_OPERATOR = 17,
+    CMIF_AT_LIST_MESSAGES = 18,
+    CMIF_AT_DELETE_MESSAGES = 19,
+    CMIF_AT_DOWNLOAD_MODE = 20, /* never answered */
+    CMIF_AT_FACTORY_RESET = 21,
+    CMIF_AT_SET_FUNCTIONALITY = 22,
+    CMIF_AT_GET_SEARCH_STATE = 23,
+    CMIF_AT_SEARCH = 24,
+    CMIF_AT_SET_PROFILE = 25,
+    CMIF_AT_START_DEVICE_MANAGEMENT = 26,
+    CMIF_AT_SYNCHRONIZE_PROFILE = 27
+};
+
+/* Request codes of the QMI channel. 2 and 7 are not used. */
+enum cmif_qmi_code {
+    CMIF_QMI_GET_DEVICE_REVISION = 1,
+    CMIF_QMI_MODIFY_PROFILE = 3,
+    CMIF_QMI_START = 4,
+    CMIF_QMI_STOP = 5,
+    CMIF_QMI_GET_SIM_STATUS = 6,
+    CMIF_QMI_GET_PACKET_SERVICE = 8,
+    CMIF_QMI_DOWNLOAD_MODE = 9 /* never answered */
+};
 
 /* A request to the AT daemon, and its reply: of a reply only the type and ret_code count. */
 struct cmif_msg {
@@ -468,6 +512,17 @@ struct cmif_msg {
 struct qmi_msg {
     long mtype; /* request code; the reply carries the same */
     char payload[CMIF_QMI_PAYLOAD];
+};
+
+/* The payload of a profile modification: texts with their NULs, and numbers as single digits. */
+struct qmi_profile_payload {
+    char apn[41];
+    char user[129];
+    char password[129];
+    char auth[4];
+    char pdp[4];
+    char curIpFamily[4];
+    char unused;
 };
 
 #ifdef __cplusplus

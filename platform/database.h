@@ -1,6 +1,7 @@
 // An LMDB file as this store uses one: opened so that a kill at any moment leaves it sound, its
 // transactions, and what is to be done about its errors.
-#pragma once
+#ifndef PLATFORM_DATABASE_H
+#define PLATFORM_DATABASE_H
 
 #include <lmdb.h>
 #include <string>
@@ -61,3 +62,5 @@ int transact(const Database &database, unsigned flags, const Work &work)
 }
 
 } // namespace host_store
+
+#endif

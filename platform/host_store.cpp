@@ -1,6 +1,6 @@
 #include "host_store.h"
 
-#include "complaint.h"
+#include "error_report.h"
 #include "running_store.h"
 #include "saved_file.h"
 #include "store_directory.h"

@@ -9,8 +9,8 @@
  * A key that is set to "" is removed: unset and empty read alike. Whatever fails says so in one
  * line on standard error, each line once per process.
  */
-#ifndef CMIF_HOST_STORE_H
-#define CMIF_HOST_STORE_H
+#ifndef PLATFORM_HOST_STORE_H
+#define PLATFORM_HOST_STORE_H
 
 #ifdef __cplusplus
 extern "C" {

@@ -1,7 +1,7 @@
 #include "running_store.h"
 
-#include "complaint.h"
 #include "database.h"
+#include "error_report.h"
 #include "saved_file.h"
 #include "store_directory.h"
 

@@ -3,7 +3,8 @@
 // Readers take no lock and see one moment each. Writers take turns under a lock that the system
 // releases when its holder is killed; what was half written is then never seen. Nothing is synced:
 // the file serves until the host restarts, and the next start makes another from what was saved.
-#pragma once
+#ifndef PLATFORM_RUNNING_STORE_H
+#define PLATFORM_RUNNING_STORE_H
 
 #include "saved_text.h"
 
@@ -26,3 +27,5 @@ bool read_all(Entries &entries);
 bool start_anew();
 
 } // namespace host_store
+
+#endif

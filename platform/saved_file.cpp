@@ -1,6 +1,6 @@
 #include "saved_file.h"
 
-#include "complaint.h"
+#include "error_report.h"
 #include "store_directory.h"
 
 #include <array>

@@ -1,5 +1,6 @@
 // What was saved, in the store's directory: saved.conf.
-#pragma once
+#ifndef PLATFORM_SAVED_FILE_H
+#define PLATFORM_SAVED_FILE_H
 
 #include "saved_text.h"
 
@@ -18,3 +19,5 @@ Entries load_saved();
 bool save(const DirectoryLock &directory, const Entries &entries);
 
 } // namespace host_store
+
+#endif

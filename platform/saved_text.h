@@ -5,7 +5,8 @@
 // control characters, \\ is a backslash and \xHH any other byte: control characters, an equals sign
 // or a leading # in a key, a blank at either end. No byte is 0. A key given twice has its last
 // value.
-#pragma once
+#ifndef PLATFORM_SAVED_TEXT_H
+#define PLATFORM_SAVED_TEXT_H
 
 #include <string>
 #include <string_view>
@@ -26,3 +27,5 @@ std::string to_text(const Entries &entries);
 Saved from_text(std::string_view text);
 
 } // namespace host_store
+
+#endif

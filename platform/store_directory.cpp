@@ -1,6 +1,6 @@
 #include "store_directory.h"
 
-#include "complaint.h"
+#include "error_report.h"
 
 #include <atomic>
 #include <cerrno>

@@ -1,5 +1,6 @@
 // The directory that the processes of one user share.
-#pragma once
+#ifndef PLATFORM_STORE_DIRECTORY_H
+#define PLATFORM_STORE_DIRECTORY_H
 
 #include <mutex>
 #include <string>
@@ -33,3 +34,5 @@ private:
 };
 
 } // namespace host_store
+
+#endif

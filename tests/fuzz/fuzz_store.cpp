@@ -1,6 +1,6 @@
 #include "fuzz_store.h"
 
-#include "tarn_nvram_config.h"
+#include "platform/tarn_nvram_config.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,6 +1,7 @@
 // What the fuzz targets share: a store to fill, texts in memory of their size, and the check that
 // ends a run with a finding.
-#pragma once
+#ifndef TESTS_FUZZ_FUZZ_STORE_H
+#define TESTS_FUZZ_FUZZ_STORE_H
 
 #include <map>
 #include <memory>
@@ -14,3 +15,5 @@ void check(bool holds, const char *what);
 
 // A text in memory of exactly its size, with its NUL, so that reading past it shows.
 std::unique_ptr<char[]> exactly(const std::string &text);
+
+#endif

@@ -1,14 +1,14 @@
 // shared_CMIF_get_mobileSMSInfo: the input is the store's values, divided by NULs: the count, the
 // unread count, then five for each message. The reply is there beforehand.
-#include "reference/message_copy.h"
+#include "tests/cmif/reference/message_copy.h"
+
 #include "fuzz_store.h"
-#include "support/bytes.h"
+#include "tests/support/bytes.h"
 
 #include <array>
 #include <cstring>
-#include <vector>
-
 #include <sys/msg.h>
+#include <vector>
 
 namespace
 {

@@ -1,10 +1,10 @@
 // shared_CMIF_GetNetworkProviderList: the input is the file; its lines and records are compared.
-#include "reference/provider_list.h"
+#include "tests/cmif/reference/provider_list.h"
+
 #include "fuzz_store.h"
 
 #include <cstdio>
 #include <cstring>
-
 #include <fcntl.h>
 #include <unistd.h>
 

@@ -1,6 +1,6 @@
 // symbol_filter, from and into memory of exactly the promised size.
 #include "fuzz_store.h"
-#include "reference/provider_list.h"
+#include "tests/cmif/reference/provider_list.h"
 
 #include <cstring>
 

@@ -4,12 +4,12 @@
 //     TEST_P(RadioRequests, Pass) { for (const AtRequest &row : rows()) GetParam().check(row); }
 //     INSTANTIATE_TEST_SUITE_P(EveryCheck, RadioRequests, testing::ValuesIn(at_checks),
 //     check_name);
-#pragma once
+#ifndef TESTS_SUPPORT_AT_CHECKS_H
+#define TESTS_SUPPORT_AT_CHECKS_H
 
 #include "at_request.h"
 
 #include <gtest/gtest.h>
-
 #include <ostream>
 
 struct AtCheck {
@@ -37,3 +37,5 @@ inline std::string check_name(const testing::TestParamInfo<AtCheck> &info)
 {
     return info.param.name;
 }
+
+#endif

@@ -9,7 +9,8 @@
 //
 // Each check needs a function that this process has not called before: trace switches are read
 // once. Many checks of one function are cases of their own; many functions may share a case.
-#pragma once
+#ifndef TESTS_SUPPORT_AT_REQUEST_H
+#define TESTS_SUPPORT_AT_REQUEST_H
 
 #include "record.h"
 
@@ -94,3 +95,5 @@ void expect_receive_retries(const AtRequest &request);
 
 // The daemon's code comes back as it is, small and negative ones too.
 void expect_codes_passed_through(const AtRequest &request);
+
+#endif

@@ -1,14 +1,12 @@
 #include "at_request.h"
-
 #include "memory_store.h"
 #include "queue_pair.h"
 #include "system_calls.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <climits>
+#include <gtest/gtest.h>
 
 namespace
 {

@@ -1,21 +1,21 @@
 // A simulated modem for a test: a server in a process of its own, the real queues, a fresh store.
-#pragma once
+#ifndef TESTS_SUPPORT_AT_SERVER_H
+#define TESTS_SUPPORT_AT_SERVER_H
 
 #include "child.h"
-#include "cmif.h"
-#include "ret_code.h"
-#include "server.h"
+#include "cmif-sim/server.h"
+#include "cmif/cmif.h"
+#include "daemons/ret_code.h"
 #include "store_directory.h"
 
 #include <chrono>
 #include <cstddef>
 #include <cstring>
+#include <fcntl.h>
 #include <optional>
 #include <sys/file.h>
 #include <sys/msg.h>
 #include <thread>
-
-#include <fcntl.h>
 
 // A running server. Its standard error is kept.
 class Server
@@ -133,3 +133,5 @@ protected:
 
     std::optional<Server> server;
 };
+
+#endif

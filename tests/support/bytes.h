@@ -1,5 +1,6 @@
 // An object as bytes, padding too: for comparing all that a call may have written.
-#pragma once
+#ifndef TESTS_SUPPORT_BYTES_H
+#define TESTS_SUPPORT_BYTES_H
 
 #include <string>
 
@@ -8,3 +9,5 @@ std::string bytes_of(const Object &object)
 {
     return {reinterpret_cast<const char *>(&object), sizeof object};
 }
+
+#endif

@@ -3,9 +3,8 @@
 #include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <thread>
-
 #include <sys/wait.h>
+#include <thread>
 
 Child::Child(const std::function<void()> &body) : process_(fork())
 {

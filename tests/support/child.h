@@ -3,13 +3,13 @@
 //     Child child([] { shared_CMIF_set_timezone(); });
 //     queues.wait_for_request();
 //     EXPECT_TRUE(child.still_runs());
-#pragma once
+#ifndef TESTS_SUPPORT_CHILD_H
+#define TESTS_SUPPORT_CHILD_H
 
 #include "redirect.h"
 
 #include <functional>
 #include <string>
-
 #include <unistd.h>
 
 class Child
@@ -36,3 +36,5 @@ private:
     Redirect output_{STDOUT_FILENO};
     pid_t process_;
 };
+
+#endif

@@ -1,7 +1,8 @@
 // The debug log as a test reads it: on while the object lives, at a time that stands still.
-#pragma once
+#ifndef TESTS_SUPPORT_DEBUG_LOG_FILE_H
+#define TESTS_SUPPORT_DEBUG_LOG_FILE_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "files.h"
 #include "memory_store.h"
 #include "redirect.h"
@@ -43,3 +44,5 @@ public:
         return all;
     }
 };
+
+#endif

@@ -1,7 +1,8 @@
 // PIN entry, the request that stands for all where one is enough, and its lines with the trace on.
-#pragma once
+#ifndef TESTS_SUPPORT_ENTER_PIN_H
+#define TESTS_SUPPORT_ENTER_PIN_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "queue_pair.h"
 
 #include <string>
@@ -21,3 +22,5 @@ inline std::string pin_asked(const QueuePair &queues)
 {
     return "key msqid=" + std::to_string(queues.requests()) + "\ntype mod_id=12\n" + pin_sent;
 }
+
+#endif

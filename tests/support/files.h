@@ -1,5 +1,6 @@
 // Small files of the private /tmp and /data.
-#pragma once
+#ifndef TESTS_SUPPORT_FILES_H
+#define TESTS_SUPPORT_FILES_H
 
 #include <filesystem>
 #include <fstream>
@@ -22,3 +23,5 @@ inline bool file_exists(const std::string &path)
 {
     return std::filesystem::exists(path);
 }
+
+#endif

@@ -5,9 +5,10 @@
 //     Mailbox box;
 //     read_messages(box);
 //     EXPECT_EQ(box.messages[0].id, 3);
-#pragma once
+#ifndef TESTS_SUPPORT_MAILBOX_H
+#define TESTS_SUPPORT_MAILBOX_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "record.h"
 
 #include <string>
@@ -32,3 +33,5 @@ std::string message_key(const char *field, int number);
 // One call; the daemon has already answered, and the store holds what the test has put there.
 Recorded read_messages(cmif_sms_info *messages, int *count, int *unreads, int ret_code = 0);
 Recorded read_messages(Mailbox &box);
+
+#endif

@@ -1,7 +1,7 @@
 #include "memory_store.h"
 
+#include "platform/tarn_nvram_config.h"
 #include "record.h"
-#include "tarn_nvram_config.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -4,7 +4,8 @@
 // with. Each thread has one answer buffer, overwritten by every access of any of the four: a
 // pointer that is kept too long shows. Each access of the library is a step of the recording ("get
 // KEY", "set KEY=VALUE", "match KEY=TEXT", "save"), and is counted.
-#pragma once
+#ifndef TESTS_SUPPORT_MEMORY_STORE_H
+#define TESTS_SUPPORT_MEMORY_STORE_H
 
 #include <string>
 
@@ -24,3 +25,5 @@ int reads();
 // How often any of the four was called.
 int accesses();
 } // namespace store
+
+#endif

@@ -2,10 +2,9 @@
 
 #include "bytes.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <fstream>
+#include <gtest/gtest.h>
 
 namespace
 {

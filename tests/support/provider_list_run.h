@@ -1,9 +1,10 @@
 // One reading of a provider list: the file, an array full of noise, and what became of it.
 //
 //     expect_list("(1,\"One\")(2)", {{"1,\"One\"", {1, "One"}}, {"2", {2}}});
-#pragma once
+#ifndef TESTS_SUPPORT_PROVIDER_LIST_RUN_H
+#define TESTS_SUPPORT_PROVIDER_LIST_RUN_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "record.h"
 
 #include <array>
@@ -54,3 +55,5 @@ void expect_reading(const ProviderListRun &reading, const std::string &text,
 // `file` yields `groups`, and all of it is printed.
 void expect_list(const std::string &file, const std::vector<Group> &groups,
                  const std::string &end = list_end);
+
+#endif

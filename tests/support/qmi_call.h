@@ -9,15 +9,15 @@
 //     }
 //
 // The scene: real queues, the daemon ready, trace and debug log on.
-#pragma once
+#ifndef TESTS_SUPPORT_QMI_CALL_H
+#define TESTS_SUPPORT_QMI_CALL_H
 
 #include "debug_log_file.h"
 #include "queue_pair.h"
 #include "record.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -99,3 +99,5 @@ private:
     std::unique_ptr<DebugLogFile> log_;
     size_t logged_ = 0;
 };
+
+#endif

@@ -1,7 +1,8 @@
 // The scene of starting and stopping the connection, with the marker of a profile modification.
-#pragma once
+#ifndef TESTS_SUPPORT_QMI_CONNECTION_H
+#define TESTS_SUPPORT_QMI_CONNECTION_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "memory_store.h"
 #include "qmi_call.h"
 
@@ -55,3 +56,5 @@ private:
         while (queues.take_reply()) {}
     }
 };
+
+#endif

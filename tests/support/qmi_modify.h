@@ -1,12 +1,12 @@
 // The scene of a profile modification: a profile, its wire form, and the marker around every call.
-#pragma once
+#ifndef TESTS_SUPPORT_QMI_MODIFY_H
+#define TESTS_SUPPORT_QMI_MODIFY_H
 
-#include "cmif.h"
+#include "cmif/cmif.h"
 #include "qmi_call.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
+#include <gtest/gtest.h>
 
 class QmiModify : public QmiTest
 {
@@ -54,3 +54,5 @@ protected:
     qmi_profile profile{};
     std::optional<Message> sent; // the last call's request
 };
+
+#endif

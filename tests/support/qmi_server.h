@@ -1,5 +1,6 @@
 // A simulated modem with its QMI daemon as well: records on its queues, profiles, a connection.
-#pragma once
+#ifndef TESTS_SUPPORT_QMI_SERVER_H
+#define TESTS_SUPPORT_QMI_SERVER_H
 
 #include "at_server.h"
 
@@ -94,3 +95,5 @@ private:
         char payload[4000] = {};
     };
 };
+
+#endif

@@ -5,9 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <utility>
-
 #include <sys/msg.h>
+#include <utility>
 
 namespace
 {

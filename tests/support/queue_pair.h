@@ -9,7 +9,8 @@
 // A script may answer late, twice, with another type first, or not at all; it may remove a queue.
 // It runs in a thread of this process, so that it shares the store. A test without a daemon leaves
 // a reply on the queue beforehand and takes the request off afterwards.
-#pragma once
+#ifndef TESTS_SUPPORT_QUEUE_PAIR_H
+#define TESTS_SUPPORT_QUEUE_PAIR_H
 
 #include "system_calls.h"
 
@@ -83,3 +84,5 @@ private:
 // Whether the queue of this key exists, and its permissions.
 bool queue_exists(key_t key);
 unsigned queue_mode(key_t key);
+
+#endif

@@ -4,7 +4,6 @@
 
 #include <mutex>
 #include <optional>
-
 #include <unistd.h>
 
 namespace

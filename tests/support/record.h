@@ -9,7 +9,8 @@
 // Steps are store accesses and system calls (see memory_store.h, system_calls.h) and, between them,
 // each line of standard output as "print LINE". Nothing is checked inside the recorded call: what
 // a failing check prints would be recorded too.
-#pragma once
+#ifndef TESTS_SUPPORT_RECORD_H
+#define TESTS_SUPPORT_RECORD_H
 
 #include <functional>
 #include <string>
@@ -37,3 +38,5 @@ Lines join(const std::vector<Lines> &parts);
 
 // Adds a step to the recording under way, if there is one. For the stand-ins of this folder.
 void note_step(const std::string &step);
+
+#endif

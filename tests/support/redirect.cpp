@@ -2,7 +2,6 @@
 
 #include <cstdio>
 #include <cstdlib>
-
 #include <sys/mman.h>
 #include <unistd.h>
 

@@ -1,5 +1,6 @@
 // A file descriptor whose bytes go to memory while the object lives.
-#pragma once
+#ifndef TESTS_SUPPORT_REDIRECT_H
+#define TESTS_SUPPORT_REDIRECT_H
 
 #include <string>
 
@@ -22,3 +23,5 @@ private:
     int original_;
     int memory_;
 };
+
+#endif

@@ -1,8 +1,9 @@
 // A fresh directory of its own for the development store of each case.
-#pragma once
+#ifndef TESTS_SUPPORT_STORE_DIRECTORY_H
+#define TESTS_SUPPORT_STORE_DIRECTORY_H
 
-#include "host_store.h"
-#include "tarn_nvram_config.h"
+#include "platform/host_store.h"
+#include "platform/tarn_nvram_config.h"
 
 #include <cstdlib>
 #include <filesystem>
@@ -73,3 +74,5 @@ protected:
 private:
     std::filesystem::path top_, store_;
 };
+
+#endif

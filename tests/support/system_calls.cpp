@@ -6,11 +6,10 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
+#include <dlfcn.h>
 #include <map>
 #include <mutex>
 #include <optional>
-
-#include <dlfcn.h>
 #include <sys/msg.h>
 #include <sys/time.h>
 #include <unistd.h>

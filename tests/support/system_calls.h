@@ -8,13 +8,13 @@
 // Each call but gettimeofday is a step of the recording, with queues named by their keys:
 // "msgget(899, 01666)", "msgsnd(899, type 12, size 116, flags 0)",
 // "msgrcv(900, type 12, size 116, flags 0)", "sleep(1)", "system(date > /data/debug_lte.txt)".
-#pragma once
+#ifndef TESTS_SUPPORT_SYSTEM_CALLS_H
+#define TESTS_SUPPORT_SYSTEM_CALLS_H
 
 #include <functional>
 #include <string>
-#include <vector>
-
 #include <sys/types.h>
+#include <vector>
 
 // A System V message: its type, and its payload as bytes.
 struct Message {
@@ -66,3 +66,5 @@ int real_msgget(key_t key, int flags);
 int real_msgsnd(int queue, const void *record, size_t size, int flags);
 ssize_t real_msgrcv(int queue, void *record, size_t size, long type, int flags);
 } // namespace calls
+
+#endif

@@ -1,0 +1,151 @@
+#include "child.h"
+
+#include "cmif/cmif.h"
+#include "signals.h"
+
+#include <csignal>
+#include <cstdio>
+#include <exception>
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <utility>
+#include <vector>
+
+namespace cmifctl
+{
+
+namespace
+{
+
+struct Pipe {
+    File out;
+    File in;
+};
+
+Pipe make_pipe()
+{
+    int ends[2];
+    if (pipe2(ends, O_CLOEXEC) != 0)
+        throw Failure(Exit::other, "can't make a pipe to run the call", "Close some programs.");
+    return {File(ends[0]), File(ends[1])};
+}
+
+int run_body(const Call &call, Json &output)
+{
+    const bool logs = call.logs || call.request.channel == Channel::qmi;
+    if (logs)
+        shared_debug_lte_mutex_init();
+    const int result = call.body(output);
+    if (logs)
+        shared_debug_lte_mutex_deinit();
+    return result;
+}
+
+Json failure_message(const Failure &failure)
+{
+    return {{"status", static_cast<int>(failure.status())},
+            {"message", failure.what()},
+            {"hint", failure.hint()},
+            {"details", failure.details()}};
+}
+
+Json outcome(const Call &call)
+{
+    Json message;
+    try {
+        Json output;
+        message["result"] = run_body(call, output);
+        message["output"] = std::move(output);
+    } catch (const Failure &failure) {
+        message["failure"] = failure_message(failure);
+    } catch (const std::exception &error) {
+        message["failure"] = failure_message(Failure(Exit::other, error.what()));
+    }
+    return message;
+}
+
+void send_all(int file, const std::vector<std::uint8_t> &bytes)
+{
+    for (std::size_t sent = 0; sent < bytes.size();) {
+        const ssize_t size = write(file, bytes.data() + sent, bytes.size() - sent);
+        if (size <= 0)
+            return;
+        sent += static_cast<std::size_t>(size);
+    }
+}
+
+[[noreturn]] void run(const Call &call, int answer, int lines, pid_t parent)
+{
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // no left-over waiter when the tool itself is killed
+    if (getppid() != parent)
+        _exit(1);
+    release_signals();
+    const File nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    dup2(lines == -1 ? nothing.number() : lines, STDOUT_FILENO);
+    if (call.errors_muted && lines == -1)
+        dup2(nothing.number(), STDERR_FILENO);
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // a killed call has shown how far it came
+    send_all(answer, Json::to_cbor(outcome(call)));
+    std::fflush(stdout);
+    _exit(0);
+}
+
+} // namespace
+
+Child::Child(const Call &call, bool trace)
+{
+    Pipe answer = make_pipe();
+    Pipe lines;
+    if (trace)
+        lines = make_pipe();
+    std::fflush(nullptr);
+    const pid_t parent = getpid();
+    pid_ = fork();
+    if (pid_ == -1)
+        throw Failure(Exit::other, "can't start a process to run the call", "Close some programs.");
+    if (pid_ == 0)
+        run(call, answer.in.number(), lines.in.number(), parent);
+    answer_ = std::move(answer.out);
+    lines_ = std::move(lines.out);
+}
+
+Child::~Child()
+{
+    kill();
+}
+
+int Child::wait()
+{
+    int status = 0;
+    if (pid_ != -1)
+        waitpid(std::exchange(pid_, -1), &status, 0);
+    return status;
+}
+
+void Child::kill()
+{
+    if (pid_ == -1)
+        return;
+    ::kill(pid_, SIGKILL);
+    wait();
+}
+
+Answer decoded(const std::string &bytes, int wait_status, const Call &call)
+{
+    const Json message = Json::from_cbor(bytes, true, false);
+    if (message.is_discarded() || !message.is_object()) {
+        const std::string how = WIFSIGNALED(wait_status)
+                                    ? "was ended by signal " + std::to_string(WTERMSIG(wait_status))
+                                    : "ended without an answer";
+        throw Failure(Exit::other, std::string("the call ") + call.request.name + " " + how,
+                      call.if_it_dies);
+    }
+    if (const auto failure = message.find("failure"); failure != message.end())
+        throw Failure(static_cast<Exit>((*failure)["status"].get<int>()),
+                      (*failure)["message"].get<std::string>(),
+                      (*failure)["hint"].get<std::string>(), (*failure)["details"]);
+    return {message["result"].get<int>(), message["output"]};
+}
+
+} // namespace cmifctl

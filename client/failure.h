@@ -1,0 +1,68 @@
+// What a verb that can't be done ends with: an exit status, a message and what to do about it.
+#ifndef CLIENT_FAILURE_H
+#define CLIENT_FAILURE_H
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace cmifctl
+{
+
+using Json = nlohmann::ordered_json;
+
+enum class Exit {
+    done,
+    other,
+    usage,
+    no_answer,
+    refused,
+    invalid,
+    no_file,
+    profile_busy,
+    not_ready,
+};
+
+constexpr const char *name_of(Exit status)
+{
+    constexpr const char *names[]{"done",    "other",        "usage",        "no-answer", "refused",
+                                  "invalid", "file-missing", "profile-busy", "not-ready"};
+    return names[static_cast<int>(status)];
+}
+
+// `details` are further members of the error object of --json, for example the tries left.
+class Failure : public std::runtime_error
+{
+public:
+    Failure(Exit status, const std::string &message, std::string hint = {},
+            Json details = Json::object())
+        : std::runtime_error(message), status_(status), hint_(std::move(hint)),
+          details_(std::move(details))
+    {
+    }
+
+    Exit status() const { return status_; }
+    const std::string &hint() const { return hint_; }
+    const Json &details() const { return details_; }
+
+private:
+    Exit status_;
+    std::string hint_;
+    Json details_;
+};
+
+// Standard output takes no more.
+struct Unwritable {
+    int error;
+};
+
+// Somebody ended the tool (Ctrl-C, SIGTERM) while it waited.
+struct Interrupted {
+    int signal;
+    const char *consequence = "A request that nobody had taken is withdrawn.";
+};
+
+} // namespace cmifctl
+
+#endif

@@ -1,0 +1,22 @@
+/* A program beside a simulated router of its own. */
+#ifndef CMIF_SIM_RUN_H
+#define CMIF_SIM_RUN_H
+
+#include "server.h"
+
+#include <string>
+#include <vector>
+
+namespace sim
+{
+
+/*
+ * Starts a router in a sandbox, waits until its daemons answer, runs `command` (a shell if it is
+ * empty), and ends everything. Returns the command's exit status; 127 if there is no such program,
+ * 1 if the router does not start.
+ */
+int run(const ServerOptions &options, const std::vector<std::string> &command);
+
+} // namespace sim
+
+#endif

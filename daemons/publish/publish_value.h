@@ -1,0 +1,21 @@
+// One value for the configuration store. For the holder of the modem's lock.
+#ifndef DAEMONS_PUBLISH_PUBLISH_VALUE_H
+#define DAEMONS_PUBLISH_PUBLISH_VALUE_H
+
+#include "platform/tarn_nvram_config.h"
+
+#include <string>
+
+namespace sim
+{
+
+// Writes only what differs: a write costs many times what a look costs.
+inline void publish_value(const std::string &key, const std::string &value)
+{
+    if (!tarnNvramConfig_match(key.c_str(), value.c_str()))
+        tarnNvramConfig_set(key.c_str(), value.c_str());
+}
+
+} // namespace sim
+
+#endif

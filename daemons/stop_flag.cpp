@@ -1,0 +1,45 @@
+#include "stop_flag.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace sim
+{
+
+StopFlag::StopFlag() : event_(eventfd(0, EFD_CLOEXEC))
+{
+    if (event_ < 0)
+        throw std::system_error(errno, std::generic_category(), "eventfd");
+}
+
+StopFlag::~StopFlag()
+{
+    close(event_);
+}
+
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes what others see
+void StopFlag::raise()
+{
+    eventfd_write(event_, 1);
+}
+
+bool StopFlag::wait_for(Clock::duration time) const
+{
+    using std::chrono::milliseconds;
+    const auto end = Clock::now() + time;
+    for (;;) {
+        const auto left = std::chrono::ceil<milliseconds>(end - Clock::now());
+        const auto bounded = std::clamp(left, milliseconds(0), milliseconds(1'000'000));
+        pollfd fd{event_, POLLIN, 0};
+        if (poll(&fd, 1, static_cast<int>(bounded.count())) > 0)
+            return true;
+        if (Clock::now() >= end)
+            return false;
+    }
+}
+
+} // namespace sim

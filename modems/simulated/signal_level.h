@@ -1,0 +1,37 @@
+// Signal measurements that wander slowly around a cell's means; the same for the same seed.
+#ifndef MODEMS_SIMULATED_SIGNAL_LEVEL_H
+#define MODEMS_SIMULATED_SIGNAL_LEVEL_H
+
+#include "network.h"
+
+#include <random>
+
+namespace sim
+{
+
+class SignalLevel
+{
+public:
+    explicit SignalLevel(unsigned seed) : random_(seed) {}
+
+    // One small step: at most 1 in each value.
+    void step();
+
+    int rssi(const Cell &cell) const { return cell.means.rssi + off_mean_.rssi; }
+    int rsrp(const Cell &cell) const { return cell.means.rsrp + off_mean_.rsrp; }
+    int rsrq(const Cell &cell) const { return cell.means.rsrq + off_mean_.rsrq; }
+    int sinr(const Cell &cell) const { return cell.means.sinr + off_mean_.sinr; }
+
+    // RSSI as its index in AT+CSQ gives it: odd numbers from -113 to -51 dBm.
+    int indexed_rssi(const Cell &cell) const;
+
+private:
+    int wander(int value, int reach);
+
+    std::minstd_rand random_;
+    SignalMeans off_mean_{};
+};
+
+} // namespace sim
+
+#endif

@@ -1,0 +1,171 @@
+// The caller trace: who called, by the process's own command line.
+#include "cmif/cmif.h"
+#include "tests/support/child.h"
+#include "tests/support/qmi_call.h"
+
+#include <cstdlib>
+#include <filesystem>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+namespace
+{
+bool no_process_id = false;
+} // namespace
+
+pid_t getpid() noexcept
+{
+    return no_process_id ? 0 : static_cast<pid_t>(syscall(SYS_getpid));
+}
+
+namespace
+{
+const std::string api = "shared_CMIF_get_device_rev_id";
+
+// Records its caller, and ends there.
+int call()
+{
+    return shared_CMIF_get_device_rev_id(nullptr);
+}
+
+class QmiCaller : public QmiTest
+{
+};
+
+// A file in place of this process's command line; needs the rights of the name space's root.
+class CommandLine
+{
+public:
+    explicit CommandLine(const std::string &bytes)
+        : path_("/proc/" + std::to_string(getpid()) + "/cmdline")
+    {
+        write_file("/tmp/cmdline", bytes);
+        mounted_ = mount("/tmp/cmdline", path_.c_str(), nullptr, MS_BIND, nullptr) == 0;
+        replaced_ = mounted_ && read_file(path_) == bytes; // an emulator may show its own
+    }
+    ~CommandLine()
+    {
+        if (mounted_)
+            umount(path_.c_str());
+    }
+    CommandLine(const CommandLine &) = delete;
+    CommandLine &operator=(const CommandLine &) = delete;
+
+    [[nodiscard]] bool replaced() const { return replaced_; }
+
+private:
+    std::string path_;
+    bool mounted_ = false;
+    bool replaced_ = false;
+};
+
+struct Row {
+    std::string command_line, name;
+};
+
+std::string with_nul(const std::string &text)
+{
+    return text + '\0';
+}
+
+const std::string long_name = "abcdefghijklmnopqrstuvwxyz01234567890123"; // 40 characters
+
+const Row rows[] = {
+    {with_nul("web_server"), "web_server"},
+    {with_nul("web_server") + with_nul("--port") + with_nul("80"), "web_server"},
+    {"web_server", "web_server"},
+    {"web_server\n", "web_server"},
+    {"\n", ""},
+    {"", ""},
+    {with_nul(""), ""},
+    {with_nul("web_server\n"), "web_server\n"}, // the last byte is the NUL
+    {with_nul(long_name), long_name.substr(0, 32)},
+    {long_name.substr(0, 31) + "\n" + with_nul("more"), long_name.substr(0, 31)},
+    {long_name.substr(0, 32), long_name.substr(0, 32)},
+    {long_name.substr(0, 32) + "\n", long_name.substr(0, 32)}, // the newline is never read
+    {with_nul(long_name.substr(0, 31)), long_name.substr(0, 31)},
+    {with_nul("sh") + with_nul("-c") + std::string(26, 'x') + "\n", "sh"},
+};
+
+TEST_F(QmiCaller, BothSinks)
+{
+    expect_call(call, 5, {caller(api)});
+}
+
+TEST_F(QmiCaller, TheLogAloneWithTheTraceOff)
+{
+    store::set("debug_qmi_cmif", "0");
+    expect_call(call, 5, {caller(api)});
+}
+
+TEST_F(QmiCaller, TheTraceAloneWithTheLogOff)
+{
+    log_off();
+    expect_call(call, 5, {caller(api)});
+    EXPECT_FALSE(file_exists(debug_log_path));
+}
+
+TEST_F(QmiCaller, CommandLines)
+{
+    for (const Row &row : rows) {
+        const CommandLine line(row.command_line);
+        if (!line.replaced())
+            GTEST_SKIP() << "the command line can't be replaced";
+        const std::string text = "[" + api + "] called by pid(" + std::to_string(getpid()) +
+                                 ") - process name[" + row.name + "]\n";
+        EXPECT_EQ(record(call).output, "[CMIF-QMI] - " + text + "\n");
+        const std::string log = DebugLogFile::text();
+        const std::string logged = std::string("[CMIF-QMI][") + debug_log_stamp + "]" + text;
+        ASSERT_GE(log.size(), logged.size());
+        EXPECT_EQ(log.substr(log.size() - logged.size()), logged);
+    }
+}
+
+TEST_F(QmiCaller, WithoutAProcessIdThereIsNoTrace)
+{
+    no_process_id = true;
+    expect_call(call, 5, {});
+    no_process_id = false;
+}
+
+TEST_F(QmiCaller, WhoRecordsIt)
+{
+    EXPECT_EQ(shared_CMIF_get_sim_status(nullptr), 5);
+    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    const Recorded run = record([] {
+        for (const QmiRequest &request : qmi_requests)
+            (void)request.call();
+        return 0;
+    });
+    for (const QmiRequest &request : qmi_requests) {
+        const bool silent = request.code == 6 || request.code == 8;
+        EXPECT_EQ(run.output.find("[" + request.name + "] called by") == std::string::npos, silent);
+    }
+}
+
+constexpr char second_life[] = "CMIF_TEST_SECOND_LIFE";
+
+// This program again, under another name.
+TEST_F(QmiCaller, ALongNameOfARealProcess)
+{
+    if (getenv(second_life) != nullptr) {
+        call();
+        return;
+    }
+    Child child([] {
+        setenv(second_life, "1", 1);
+        execl("/proc/self/exe", long_name.c_str(),
+              "--gtest_filter=QmiCaller.ALongNameOfARealProcess", nullptr);
+        _exit(127);
+    });
+    const int status = child.wait();
+    if (status == 127)
+        GTEST_SKIP() << "this program can't be started again";
+    EXPECT_EQ(status, 0);
+    EXPECT_NE(child.output().find("process name[" + long_name.substr(0, 32) + "]\n\n"),
+              std::string::npos)
+        << child.output();
+}
+} // namespace

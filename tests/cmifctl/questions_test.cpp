@@ -1,0 +1,117 @@
+// What cmifctl asks of a person: secrets, and whether they are sure.
+#include "cmifctl/output/terminal.h"
+
+#include <cerrno>
+#include <csignal>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <pty.h>
+#include <string_view>
+#include <sys/wait.h>
+#include <termios.h>
+#include <unistd.h>
+
+namespace
+{
+
+using namespace cmifctl;
+
+// Reads what the process at the terminal's other end writes, up to `text`.
+bool read_until(int terminal, const std::string &text)
+{
+    std::string all;
+    for (char c = 0; !all.ends_with(text) && read(terminal, &c, 1) == 1;)
+        all += c;
+    return all.ends_with(text);
+}
+
+// As a shell does: a process group of its own in the foreground of the terminal; 0 when it is
+// stopped with the echo on, and then answers well.
+int stopped_with_echo()
+{
+    std::signal(SIGTTOU, SIG_IGN);
+    const pid_t asking = fork();
+    if (asking == 0) {
+        setpgid(0, 0);
+        tcsetpgrp(STDIN_FILENO, getpid());
+        _exit(ask_secrets({{"PIN"}}, false).front() == "1234" ? 0 : 1);
+    }
+    int status = 0;
+    waitpid(asking, &status, WUNTRACED);
+    termios now{};
+    if (!WIFSTOPPED(status) || tcgetattr(STDIN_FILENO, &now) != 0 || (now.c_lflag & ECHO) == 0)
+        return 1;
+    kill(asking, SIGCONT);
+    waitpid(asking, &status, 0);
+    return status == 0 ? 0 : 2;
+}
+
+TEST(Questions, AnInterruptSpeaksOfNoRequest)
+{
+    int terminal = -1;
+    const pid_t asking = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (asking == -1)
+        GTEST_SKIP() << "no pseudo-terminal: " << std::strerror(errno);
+    if (asking == 0) {
+        try {
+            ask_secrets({{"PIN"}}, false);
+        } catch (const Interrupted &interrupted) {
+            _exit(std::string_view(interrupted.consequence).find("request") ==
+                          std::string_view::npos
+                      ? 0
+                      : 2);
+        }
+        _exit(1);
+    }
+    ASSERT_TRUE(read_until(terminal, "PIN: "));
+    ASSERT_EQ(write(terminal, "\x03", 1), 1);
+    int status = 0;
+    waitpid(asking, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(Questions, AreNotStoppedWithoutEcho)
+{
+    int terminal = -1;
+    const pid_t shell = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (shell == -1)
+        GTEST_SKIP() << "no pseudo-terminal: " << std::strerror(errno);
+    if (shell == 0)
+        _exit(stopped_with_echo());
+    ASSERT_TRUE(read_until(terminal, "PIN: "));
+    constexpr std::string_view stop_and_answer = "\x1a"
+                                                 "1234\n";
+    ASSERT_EQ(write(terminal, stop_and_answer.data(), stop_and_answer.size()), 6);
+    int status = 0;
+    waitpid(shell, &status, 0);
+    EXPECT_EQ(status, 0);
+}
+
+TEST(Questions, NeedSomebodyToAnswer)
+{
+    ASSERT_NE(setsid(), -1); // no terminal
+    EXPECT_THROW(ask_secrets({{"PIN"}}, false), Failure);
+    try {
+        confirm({}, "This deletes everything");
+        FAIL();
+    } catch (const Failure &failure) {
+        EXPECT_EQ(failure.status(), Exit::usage);
+    }
+    Invocation agreed;
+    agreed.arguments.set("yes", "");
+    EXPECT_NO_THROW(confirm(agreed, "This deletes everything"));
+}
+
+TEST(Questions, ReadALineOfInputEach)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ASSERT_EQ(write(ends[1], "1234\r\n5678\n", 11), 11);
+    close(ends[1]);
+    dup2(ends[0], STDIN_FILENO);
+    EXPECT_EQ(ask_secrets({{"PIN"}, {"new PIN", true}}, true),
+              (std::vector<std::string>{"1234", "5678"}));
+    EXPECT_THROW(ask_secrets({{"PIN"}}, true), Failure);
+}
+
+} // namespace

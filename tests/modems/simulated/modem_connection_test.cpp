@@ -1,0 +1,107 @@
+// The data connection of the whole modem: what stands in its way, and what it is lost with.
+#include "tests/support/fake_clock_modem.h"
+
+namespace
+{
+
+using namespace sim;
+using namespace std::chrono_literals;
+
+using State = ConnectionState;
+
+class ModemWithData : public ModemInTime
+{
+protected:
+    void connect()
+    {
+        open();
+        modem.connection.modify({"own.example", "", "", 0, 2, 0}, now);
+        ASSERT_EQ(modem.connection.start(modem.data_refusal(), now), ret_ok);
+        pass(2s);
+        ASSERT_TRUE(modem.connection.connected());
+    }
+    void expect_lost(RetCode reason)
+    {
+        pass(0s);
+        EXPECT_EQ(modem.connection.state(), State::disconnected);
+        EXPECT_EQ(modem.connection.last_error(), reason);
+        EXPECT_EQ(modem.data_refusal(), reason);
+    }
+};
+
+TEST_F(ModemWithData, RefusesItForTheFirstHindrance)
+{
+    pass(0s);
+    EXPECT_EQ(modem.data_refusal(), ret_sim_pin_required);
+    modem.sim.pin1.verify("1234");
+    pass(0s);
+    EXPECT_EQ(modem.data_refusal(), ret_no_network_service);
+    EXPECT_FALSE(modem.attached());
+    pass(3s);
+    EXPECT_EQ(modem.data_refusal(), ret_ok);
+    EXPECT_TRUE(modem.attached());
+    modem.packet_domain = false;
+    EXPECT_EQ(modem.data_refusal(), ret_not_allowed);
+    EXPECT_FALSE(modem.attached());
+}
+
+TEST_F(ModemWithData, LosesItWithTheRadio)
+{
+    connect();
+    modem.set_functionality("4");
+    expect_lost(ret_not_allowed);
+}
+
+TEST_F(ModemWithData, LosesItWithTheCell)
+{
+    connect();
+    modem.network.select("00102", "");
+    expect_lost(ret_no_network_service);
+}
+
+TEST_F(ModemWithData, LosesItWithThePacketDomain)
+{
+    connect();
+    modem.packet_domain = false;
+    expect_lost(ret_not_allowed);
+}
+
+TEST_F(ModemWithData, LosesItWithTheCard)
+{
+    connect();
+    for (int i = 0; i < 3; ++i)
+        modem.sim.pin1.verify("0000");
+    expect_lost(ret_sim_puk_required);
+}
+
+TEST_F(ModemWithData, ThePdpContextIsTheConnectionsWhileItIsUp)
+{
+    connect();
+    EXPECT_EQ(modem.pdp().apn, "own.example");
+    EXPECT_EQ(modem.pdp().type, "IPV6");
+    modem.connection.stop(now);
+    pass(1s);
+    EXPECT_EQ(modem.pdp().apn, "internet.example");
+    EXPECT_EQ(modem.pdp().type, "IPV4V6");
+    EXPECT_EQ(modem.last_apn, "own.example");
+}
+
+TEST_F(ModemWithData, IsDueForTheNextSecondOfTheConnection)
+{
+    connect();
+    EXPECT_LE(*modem.due(), now + 1s);
+    pass(1s);
+    EXPECT_EQ(modem.connection.uptime(), 1s);
+}
+
+TEST_F(ModemWithData, AFactoryResetEndsItAndForgetsItsProfile)
+{
+    connect();
+    modem.factory_reset();
+    pass(0s);
+    EXPECT_EQ(modem.connection.state(), State::disconnected);
+    EXPECT_EQ(modem.connection.profile().apn, "");
+    EXPECT_EQ(modem.connection.last_error(), ret_ok);
+}
+
+} // namespace

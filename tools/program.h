@@ -1,9 +1,0 @@
-#pragma once
-
-namespace cmifctl
-{
-
-/// The tool from its command line to its exit status.
-int program(int count, char **words);
-
-} // namespace cmifctl
