@@ -6,29 +6,28 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages libgtest-dev googletest g++-i686-linux-gnu \
-    clang clang-tidy clang-format libclang-rt-14-dev shellcheck
+    clang clang-tidy clang-format jq libclang-rt-14-dev shellcheck
 
 rm -rf build/log
 tests() {
     preset=$1
     shift
-    ctest --preset "$preset" --no-tests=error -j "$(($(nproc) * 2))" "$@" # many wait more than they work
+    ctest --preset "$preset" --no-tests=error -j "$(($(nproc) * 2))" "$@" # many spend their time waiting
 }
 
-# At once, since one source of the first takes as long as all others.
 build_by_gcc() {
     build release -DBUILD_TESTING=OFF &
     build i686
     wait "$!"
 }
 
-# What shares something between threads, and nothing else.
+# Only the tests that share something between threads.
 build_threads() {
     configure tsan -DCMIF_HOST=OFF
     cmake --build --preset tsan --target threads_test debug_log_writers_test
 }
 
-step "check layout and layers" scripts/check
+step "check format, dialect and layers" scripts/check
 step "build, address and undefined sanitizers" build dev
 step "test, address and undefined sanitizers" tests dev
 step "build, as installed and 32-bit" build_by_gcc

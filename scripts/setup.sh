@@ -6,9 +6,9 @@ fail() {
     exit 1
 }
 
-# need PACKAGE...: installs the Debian packages that are missing; without any, apt isn't touched.
+# need PACKAGE...: installs the Debian packages that are missing. apt runs only if some are.
 need() {
-    command -v dpkg-query >/dev/null || fail "this is no Debian system: install by hand: $*"
+    command -v dpkg-query >/dev/null || fail "not a Debian system; install these by hand: $*"
     missing=
     for package; do
         case $(dpkg-query -W -f='${Status}' "$package" 2>/dev/null) in
@@ -20,7 +20,7 @@ need() {
 
     as_root=
     if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || fail "run as root, or install first:$missing"
+        command -v sudo >/dev/null || fail "run as root, or install these first:$missing"
         as_root=sudo
     fi
     step "install$missing" install_packages
@@ -33,7 +33,7 @@ install_packages() {
         -o Dpkg::Options::=--force-unsafe-io -o Dpkg::Use-Pty=0 $missing
 }
 
-# step WHAT COMMAND...: runs quietly; on failure shows the end of what the command said.
+# step WHAT COMMAND...: runs quietly; on failure shows the end of the command's output.
 step() {
     what=$1
     shift
@@ -46,12 +46,12 @@ step() {
     set -e
     [ "$status" -eq 0 ] || {
         tail -n 60 "$log" >&2
-        fail "'$what' failed; all it said is in $log"
+        fail "'$what' failed; the whole output is in $log"
     }
 }
 
-# configure PRESET [CMAKE OPTION...]: as if for the first time, since CMake forgets a preset's settings
-# in a build folder whose compiler changes.
+# configure PRESET [CMAKE OPTION...]: from scratch, since CMake drops a preset's settings when the
+# compiler of an existing build folder changes.
 configure() {
     preset=$1
     shift
@@ -64,5 +64,5 @@ build() {
     cmake --build --preset "$1"
 }
 
-# shellcheck disable=SC2034 # for who sources this
+# shellcheck disable=SC2034 # for the scripts that source this
 host_packages='g++ cmake ninja-build liblmdb-dev libcli11-dev nlohmann-json3-dev'
