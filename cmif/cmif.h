@@ -170,13 +170,14 @@ typedef struct WirelessBroadbandInfo {
     int NewRSSI;                    /* dBm */
     char NewModemCurrentStatus[20]; /* always "!sharedGetSIMStatus" */
     char NewModemType[20];          /* "2G", "3G" or "4G" */
-    char NewPhoneNumber[20];
+    char NewPhoneNumber[20];        /* or more in the caller's own type: copied without a bound */
 } WirelessBroadbandInfo;
 
-/* Fills `info`; 0, or 5 for NULL. The record is not cleared first: a selection mode or a technology
- * outside the texts above leaves its field as it was, and trace lines print it: clear the record
- * first. A value of more than 19 characters runs on
- * into the next field, and stops at the end of the record. */
+/* Fills `info`; 0, or 5 for NULL. Clear the record first: a selection mode or a technology outside
+ * the texts above leaves its field as it was, and its trace line prints what is there. A value of
+ * more than 19 characters runs on into the next field and stops at the end of the record as it is
+ * declared here. The phone number alone is copied whole: a caller whose store may hold a longer one
+ * makes the record the first member of a larger type. */
 int shared_CMIF_GetWirelessBroadbandInfo(WirelessBroadbandInfo *info);
 
 /* ------------------------------------------------------------------------------------------------

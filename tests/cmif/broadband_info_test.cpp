@@ -237,18 +237,15 @@ TEST(BroadbandInfo, RunsOnIntoTheNextField)
     EXPECT_TRUE(caller.is_whole());
 }
 
-// Whatever the values are, nothing is written behind the record, and each text ends within it.
+// Values other than the phone number stop at the end of the record as it is declared, and each text
+// ends within it.
 TEST(BroadbandInfo, StopsAtTheEndOfTheRecord)
 {
-    const std::string keys[] = {"lte_module_hw_ver",
-                                "lte_module_sw_ver",
-                                "lte_mobile_imsi",
-                                "lte_mobile_imei",
-                                "lte_operator_select_operator",
-                                "lte_subscriber_num_number"};
-    const size_t offsets[] = {0, 20, 40, 60, 80, 164};
+    const std::string keys[] = {"lte_module_hw_ver", "lte_module_sw_ver", "lte_mobile_imsi",
+                                "lte_mobile_imei", "lte_operator_select_operator"};
+    const size_t offsets[] = {0, 20, 40, 60, 80};
     store::set("debug_at_cmif", "1");
-    for (size_t i = 0; i < 6; ++i) {
+    for (size_t i = 0; i < 5; ++i) {
         for (const size_t size : {size_t{19}, size_t{20}, size_t{183 - offsets[i]},
                                   size_t{184 - offsets[i]}, size_t{4096}}) {
             SCOPED_TRACE(keys[i] + " of " + std::to_string(size));
@@ -261,9 +258,36 @@ TEST(BroadbandInfo, StopsAtTheEndOfTheRecord)
             EXPECT_NE(memchr(caller.info.NewPhoneNumber, 0, 20), nullptr);
         }
     }
+}
+
+// The phone number is as long as it is: a caller's own record type may give it more room.
+TEST(BroadbandInfo, CopiesAndPrintsThePhoneNumberWhole)
+{
+    store::set("debug_at_cmif", "1");
+    for (const size_t size : {size_t{0}, size_t{19}, size_t{20}, size_t{63}, size_t{83}}) {
+        SCOPED_TRACE(size);
+        const std::string number(size, '5');
+        store_link();
+        store::set("lte_subscriber_num_number", number);
+        Caller caller;
+        const Recorded run = caller.call();
+        EXPECT_EQ(run.result, 0);
+        EXPECT_EQ(caller.bytes(164, size + 1), number + '\0');
+        EXPECT_EQ(caller.bytes(165 + size, 83 - size), std::string(83 - size, '?'));
+        Lines expected = lines;
+        expected.back() = "List->NewPhoneNumber=" + number;
+        EXPECT_EQ(run.output, text(expected));
+    }
+}
+
+// A field without a NUL is printed up to the next one, which may be the phone number's.
+TEST(BroadbandInfo, PrintsAnOpenFieldUpToTheEndOfThePhoneNumber)
+{
+    store::set("debug_at_cmif", "1");
+    store::set("lte_subscriber_num_number", std::string(40, '5'));
     Caller caller;
-    store_link();
-    store::set("lte_subscriber_num_number", std::string(20, '5'));
-    EXPECT_EQ(caller.call().result, 0);
-    EXPECT_STREQ(caller.info.NewPhoneNumber, std::string(19, '5').c_str());
+    const Recorded run = caller.call();
+    EXPECT_NE(run.output.find("\nList->NewModemType=" + std::string(20, '?') +
+                              std::string(40, '5') + "\nList->NewPhoneNumber="),
+              std::string::npos);
 }
