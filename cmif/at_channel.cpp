@@ -86,8 +86,9 @@ AtReply cmif_round_trip(AtRequest &request, Preparation prepare)
     if (!send(request, request_queue, message.record))
         return {CMIF_SEND_FAILED, false};
 
-    // Endless and without a pause: a caller waits until the daemon answers.
-    while (msgrcv(reply_queue, &message.record, CMIF_AT_PAYLOAD, message.record.mod_id, 0) == -1)
+    // Endless and without a pause: a caller waits until the daemon answers. A failed receive may
+    // leave anything in the record's type, so the next one asks for the request's own code.
+    while (msgrcv(reply_queue, &message.record, CMIF_AT_PAYLOAD, request.code, 0) == -1)
         say(sites.not_received, lines.not_received, request.name);
     say(sites.received, lines.received, request.name);
     return {message.record.ret_code, true};

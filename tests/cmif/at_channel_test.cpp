@@ -8,6 +8,7 @@
 #include "tests/support/queue_pair.h"
 #include "tests/support/system_calls.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
@@ -201,6 +202,18 @@ TEST(AtWait, NeverEndsWhenTheReplyQueueIsRemoved)
     while (!child.output().starts_with(failed_twice))
         std::this_thread::yield();
     EXPECT_TRUE(child.still_runs());
+}
+
+// A failed receive may overwrite the type in the record: the next one asks for the code all the
+// same.
+TEST(AtWait, AsksForItsOwnCodeAgainAfterAFailure)
+{
+    calls::script("msgrcv", {calls::fails(EINTR), calls::yields(116)});
+    const Recorded run = record(enter_pin);
+    const QueuePair removed_in_the_end = QueuePair::at();
+    const std::string receive = "msgrcv(900, type 12, size 116, flags 0)";
+    EXPECT_EQ(std::count(run.steps.begin(), run.steps.end(), receive), 2);
+    EXPECT_EQ(calls::count("msgrcv"), 2);
 }
 
 TEST(AtWait, GoesOnAfterAThousandFailures)

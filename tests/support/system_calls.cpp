@@ -164,7 +164,11 @@ ssize_t msgrcv(int msqid, void *msgp, size_t msgsz, long msgtyp, int msgflg)
 {
     const auto outcome =
         begin_call("msgrcv", transfer_step("msgrcv", msqid, msgtyp, msgsz, msgflg));
-    return outcome.real ? calls::real_msgrcv(msqid, msgp, msgsz, msgtyp, msgflg) : instead(outcome);
+    if (outcome.real)
+        return calls::real_msgrcv(msqid, msgp, msgsz, msgtyp, msgflg);
+    const long garbage = 0x5a5a5a;
+    memcpy(msgp, &garbage, sizeof garbage);
+    return instead(outcome);
 }
 
 unsigned sleep(unsigned seconds)

@@ -5,6 +5,9 @@
 //     calls::script("msgrcv", {calls::fails(EINTR), calls::fails(EIDRM)});
 //     calls::before("sleep", [] { unlink(CMIF_PROFILE_BUSY_FILE); });
 //
+// A receive that a script replaces overwrites the type in the caller's record: after a failure it
+// is not to be trusted.
+//
 // Each call but gettimeofday is a step of the recording, with queues named by their keys:
 // "msgget(899, 01666)", "msgsnd(899, type 12, size 116, flags 0)",
 // "msgrcv(900, type 12, size 116, flags 0)", "sleep(1)", "system(date > /data/debug_lte.txt)".
