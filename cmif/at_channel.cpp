@@ -22,7 +22,7 @@ namespace
 constexpr int queue_flags = IPC_CREAT | 0666;
 
 template <typename Value>
-void say(AtSite &site, const Line<Value> &line, Value value)
+void print_if_on(AtSite &site, const Line<Value> &line, Value value)
 {
     if (line.empty() || !site.on())
         return;
@@ -32,78 +32,80 @@ void say(AtSite &site, const Line<Value> &line, Value value)
 #pragma GCC diagnostic pop
 }
 
-int look_up_request_queue(AtRequest &request)
+int look_up_request_queue(const AtRequest &request, AtSites &sites)
 {
     const int queue = msgget(CMIF_AT_REQUEST_KEY, queue_flags);
     if (queue == -1)
-        say(request.sites.no_request_queue, request.lines.no_request_queue, request.name);
+        print_if_on(sites.no_request_queue, request.lines.no_request_queue, request.name);
     return queue;
 }
 
-bool send(AtRequest &request, int queue, const cmif_msg &record)
+bool send(const AtRequest &request, AtSites &sites, int queue, const cmif_msg &record)
 {
     if (msgsnd(queue, &record, CMIF_AT_PAYLOAD, 0) == -1) {
-        say(request.sites.not_sent, request.lines.not_sent, request.name);
+        print_if_on(sites.not_sent, request.lines.not_sent, request.name);
         return false;
     }
-    say(request.sites.sent, request.lines.sent, request.name);
+    print_if_on(sites.sent, request.lines.sent, request.name);
     return true;
 }
 
 } // namespace
 
-void AtMessage::announce()
+void AtMessage::trace_type()
 {
-    say(request_.sites.type, request_.lines.type, record.mod_id);
+    print_if_on(sites_.type, request_.lines.type, record.mod_id);
 }
 
-void AtMessage::put(char *field, const char *text)
+void AtMessage::set_text(char *field, const char *text)
 {
     const char *end = reinterpret_cast<const char *>(&record) + offsetof(cmif_msg, ret_code);
     copy_text(field, end, text);
 }
 
-AtReply cmif_round_trip(AtRequest &request, Preparation prepare)
+int cmif_round_trip(const AtRequest &request, AtSites &sites, PrepareFn prepare, bool *answered)
 {
     const AtVocabulary &lines = request.lines;
-    AtRequest::Sites &sites = request.sites;
 
-    // Both queues are looked up on every call, so that a daemon may create them anew.
-    const int request_queue = look_up_request_queue(request);
+    // Both queues are looked up on every call: a daemon may have re-created them.
+    const int request_queue = look_up_request_queue(request, sites);
     if (request_queue == -1)
-        return {CMIF_NO_QUEUE, false};
+        return CMIF_NO_QUEUE;
     const int reply_queue = msgget(CMIF_AT_REPLY_KEY, queue_flags);
     if (reply_queue == -1) {
-        say(sites.no_reply_queue, lines.no_reply_queue, request.name);
-        return {lines.no_reply_queue_result, false};
+        print_if_on(sites.no_reply_queue, lines.no_reply_queue, request.name);
+        return lines.no_reply_queue_result;
     }
-    say(sites.request_queue, lines.request_queue, request_queue);
-    say(sites.reply_queue, lines.reply_queue, reply_queue);
+    print_if_on(sites.request_queue, lines.request_queue, request_queue);
+    print_if_on(sites.reply_queue, lines.reply_queue, reply_queue);
 
-    AtMessage message(request);
-    if (prepare(message) == Then::stop)
-        return {CMIF_OK, false};
-    if (!send(request, request_queue, message.record))
-        return {CMIF_SEND_FAILED, false};
+    AtMessage message(request, sites);
+    prepare(message);
+    if (message.skipped())
+        return CMIF_OK;
+    if (!send(request, sites, request_queue, message.record))
+        return CMIF_SEND_FAILED;
 
-    // Endless and without a pause: a caller waits until the daemon answers. A failed receive may
-    // leave anything in the record's type, so the next one asks for the request's own code.
+    // Forever and without a pause, until the daemon answers. A failed receive may leave anything in
+    // the record's type, so each one asks for the request's own code.
     while (msgrcv(reply_queue, &message.record, CMIF_AT_PAYLOAD, request.code, 0) == -1)
-        say(sites.not_received, lines.not_received, request.name);
-    say(sites.received, lines.received, request.name);
-    return {message.record.ret_code, true};
+        print_if_on(sites.not_received, lines.not_received, request.name);
+    print_if_on(sites.received, lines.received, request.name);
+    if (answered)
+        *answered = true;
+    return message.record.ret_code;
 }
 
-int cmif_send_only(AtRequest &request)
+int cmif_send_only(const AtRequest &request, AtSites &sites)
 {
-    const int queue = look_up_request_queue(request);
+    const int queue = look_up_request_queue(request, sites);
     if (queue == -1)
         return CMIF_NO_QUEUE;
-    say(request.sites.request_queue, request.lines.request_queue, queue);
+    print_if_on(sites.request_queue, request.lines.request_queue, queue);
 
-    AtMessage message(request);
-    message.announce();
-    return send(request, queue, message.record) ? CMIF_OK : CMIF_SEND_FAILED;
+    AtMessage message(request, sites);
+    message.trace_type();
+    return send(request, sites, queue, message.record) ? CMIF_OK : CMIF_SEND_FAILED;
 }
 
 } // namespace cmif

@@ -1,4 +1,4 @@
-// The AT channel: one record to the daemon, one back, told apart by request code alone.
+// The AT channel: one record to the daemon and one back, matched by request code alone.
 #ifndef CMIF_AT_CHANNEL_H
 #define CMIF_AT_CHANNEL_H
 
@@ -10,59 +10,60 @@
 namespace cmif
 {
 
-// An exported request: its name and code, its wording, and a trace site for each step. One static
-// object in each exported function, so that no two requests share a site.
+// What is constant in an exported request: its name for the lines, its code, and its set of lines.
 struct AtRequest {
-    constexpr AtRequest(const char *its_name, int its_code,
-                        const AtVocabulary &its_lines = common_lines)
-        : name(its_name), lines(its_lines), code(its_code)
-    {
-    }
-
     const char *name;
-    const AtVocabulary &lines;
-    int code;
-
-    struct Sites {
-        AtSite no_request_queue, no_reply_queue, request_queue, reply_queue, type, not_sent, sent,
-            not_received, received;
-    } sites{};
+    cmif_at_code code;
+    const AtVocabulary &lines = common_lines;
 };
 
-// The record of one call: its type, and zeros.
+// The trace sites of one exported request: one for each step, and two for lines of its own. Static
+// in the exported function, since no two requests share a site.
+struct AtSites {
+    AtSite no_request_queue, no_reply_queue, request_queue, reply_queue, type, not_sent, sent,
+        not_received, received;
+    AtSite first, second;
+};
+
+// The record of one call: the request's code as its type, and zeros.
 class AtMessage
 {
 public:
-    explicit AtMessage(AtRequest &request) : request_(request) { record.mod_id = request.code; }
+    AtMessage(const AtRequest &request, AtSites &sites) : request_(request), sites_(sites)
+    {
+        record.mod_id = request.code;
+    }
 
     // Prints the line of the record's type.
-    void announce();
+    void trace_type();
 
-    // Fills a text field. A longer text runs on into the fields behind it, as daemons and callers
-    // know it, and is cut at the end of the text part: the result word is never reached.
-    void put(char *field, const char *text);
+    // Fills a text field. A longer text overflows into the following fields; daemons and callers
+    // rely on that. It is cut at the end of the text part: ret_code is never reached.
+    void set_text(char *field, const char *text);
+
+    // Nothing is to be sent: the call ends with 0.
+    void skip() { skipped_ = true; }
+    bool skipped() const { return skipped_; }
 
     cmif_msg record{};
 
 private:
-    AtRequest &request_;
+    const AtRequest &request_;
+    AtSites &sites_;
+    bool skipped_ = false;
 };
 
 // What a request does between the look-up of its queues and the send: it prints its own lines and
-// fills its fields, in order, and says whether there is anything to send.
-enum class Then { send, stop };
-using Preparation = FunctionRef<Then(AtMessage &)>;
+// fills its fields, in order.
+using PrepareFn = FunctionRef<void(AtMessage &)>;
 
-// The daemon may itself answer with 2, 3 or -1: only `arrived` tells that it answered at all.
-struct AtReply {
-    int result;
-    bool arrived;
-};
+// The result of the request. The daemon may answer with 2, 3 or -1 too: `answered`, false
+// beforehand, becomes true only when the result is the daemon's.
+int cmif_round_trip(const AtRequest &request, AtSites &sites, PrepareFn prepare,
+                    bool *answered = nullptr);
 
-AtReply cmif_round_trip(AtRequest &request, Preparation prepare);
-
-// Sends a request without fields and waits for nobody; the reply queue isn't touched.
-int cmif_send_only(AtRequest &request);
+// Sends a request without fields and doesn't wait for a reply; the reply queue isn't touched.
+int cmif_send_only(const AtRequest &request, AtSites &sites);
 
 } // namespace cmif
 

@@ -5,30 +5,31 @@ using namespace cmif;
 
 int shared_CMIF_SetNetworkProvider(const char *provider, const char *provider2)
 {
-    static constinit AtRequest request{"shared_CMIF_SetNetworkProvider", 17};
-    static constinit AtSite first, second;
+    static constexpr AtRequest request{"shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR};
+    static constinit AtSites sites;
     if (!provider || !provider2)
         return CMIF_INVALID;
-    return cmif_round_trip(request,
-                           [&](AtMessage &message) {
-                               message.put(message.record.set_string, provider);
-                               message.put(message.record.set_string2, provider2);
-                               message.announce();
-                               first.print("snd_op.set_string=%s\n", message.record.set_string);
-                               second.print("snd_op.set_string2=%s\n", message.record.set_string2);
-                               return Then::send;
-                           })
-        .result;
+    return cmif_round_trip(request, sites, [&](AtMessage &message) {
+        message.trace_type();
+        message.set_text(message.record.set_string, provider);
+        message.set_text(message.record.set_string2, provider2);
+        sites.first.print("snd_op.set_string=%s\n", message.record.set_string);
+        sites.second.print("snd_op.set_string2=%s\n", message.record.set_string2);
+    });
 }
 
 int shared_CMIF_get_ModeManualSearch(void)
 {
-    static constinit AtRequest request{"shared_CMIF_get_ModeManualSearch", 23, daemon_lines};
-    return ask(request).result;
+    static constexpr AtRequest request{"shared_CMIF_get_ModeManualSearch", CMIF_AT_GET_SEARCH_STATE,
+                                       daemon_lines};
+    static constinit AtSites sites;
+    return send_request(request, sites);
 }
 
 int shared_CMIF_set_ModeManualSearch(void)
 {
-    static constinit AtRequest request{"shared_CMIF_set_ModeManualSearch", 24, daemon_lines};
-    return ask(request).result;
+    static constexpr AtRequest request{"shared_CMIF_set_ModeManualSearch", CMIF_AT_SEARCH,
+                                       daemon_lines};
+    static constinit AtSites sites;
+    return send_request(request, sites);
 }

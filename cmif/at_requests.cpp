@@ -5,73 +5,60 @@
 namespace cmif
 {
 
-AtReply ask(AtRequest &request)
+int send_request(const AtRequest &request, AtSites &sites, bool *answered)
 {
-    return cmif_round_trip(request, [](AtMessage &message) {
-        message.announce();
-        return Then::send;
-    });
+    return cmif_round_trip(
+        request, sites, [](AtMessage &message) { message.trace_type(); }, answered);
 }
 
-int send_text(TextsRequest &self, const char *text)
+int query(const AtRequest &request, AtSites &sites, FunctionRef<void()> read_answer)
 {
-    return cmif_round_trip(self.request,
-                           [&](AtMessage &message) {
-                               message.announce();
-                               message.put(message.record.set_string, text);
-                               self.first.print("set_string=%s\n", message.record.set_string);
-                               return Then::send;
-                           })
-        .result;
+    bool answered = false;
+    const int result = send_request(request, sites, &answered);
+    if (answered)
+        read_answer();
+    return result;
 }
 
-int send_texts(TextsRequest &self, const char *first, const char *second)
-{
-    return cmif_round_trip(self.request,
-                           [&](AtMessage &message) {
-                               message.announce();
-                               message.put(message.record.set_string, first);
-                               message.put(message.record.set_string2, second);
-                               self.first.print("set_string=%s\n", message.record.set_string);
-                               self.second.print("set_string2=%s\n", message.record.set_string2);
-                               return Then::send;
-                           })
-        .result;
-}
-
-const char *chosen(int argument, const Choice *choices, std::size_t rows)
-{
-    for (const Choice *choice = choices; choice != choices + rows; ++choice)
-        if (choice->argument == argument)
-            return choice->text;
-    return "";
-}
-
-int send_value(ValueRequest &self, Echo echo, int argument, const char *text)
-{
-    return cmif_round_trip(self.request,
-                           [&](AtMessage &message) {
-                               if (echo == Echo::yes)
-                                   self.mode.print("set_mode=%d\n", argument);
-                               message.put(message.record.set_value, text);
-                               message.announce();
-                               self.value.print("set_value=%s\n", message.record.set_value);
-                               return Then::send;
-                           })
-        .result;
-}
-
-int query(QueryRequest &self, char *out)
+int query_text(const AtRequest &request, AtSites &sites, const char *key, char *out)
 {
     if (!out)
         return CMIF_INVALID;
-    const AtReply reply = ask(self.request);
-    if (!reply.arrived)
-        return reply.result;
-    // Whatever the daemon's code says, the caller gets what it published last.
-    std::strcpy(out, tarnNvramConfig_get(self.key));
-    self.site.print("Get nvram %s ='%s'\n", self.key, out);
-    return reply.result;
+    return query(request, sites, [&] {
+        std::strcpy(out, tarnNvramConfig_get(key));
+        sites.first.print("Get nvram %s ='%s'\n", key, out);
+    });
+}
+
+int send_text(const AtRequest &request, AtSites &sites, const char *text)
+{
+    return cmif_round_trip(request, sites, [&](AtMessage &message) {
+        message.trace_type();
+        message.set_text(message.record.set_string, text);
+        sites.first.print("set_string=%s\n", message.record.set_string);
+    });
+}
+
+int send_texts(const AtRequest &request, AtSites &sites, const char *first, const char *second)
+{
+    return cmif_round_trip(request, sites, [&](AtMessage &message) {
+        message.trace_type();
+        message.set_text(message.record.set_string, first);
+        message.set_text(message.record.set_string2, second);
+        sites.first.print("set_string=%s\n", message.record.set_string);
+        sites.second.print("set_string2=%s\n", message.record.set_string2);
+    });
+}
+
+int send_value(const AtRequest &request, AtSites &sites, Echo echo, int argument, const char *text)
+{
+    return cmif_round_trip(request, sites, [&](AtMessage &message) {
+        if (echo == Echo::yes)
+            sites.first.print("set_mode=%d\n", argument);
+        message.trace_type();
+        message.set_text(message.record.set_value, text);
+        sites.second.print("set_value=%s\n", message.record.set_value);
+    });
 }
 
 } // namespace cmif

@@ -10,40 +10,38 @@ namespace cmif
 {
 
 // No fields: the daemon's code is the whole answer.
-AtReply ask(AtRequest &request);
+int send_request(const AtRequest &request, AtSites &sites, bool *answered = nullptr);
+
+// No fields; the answer is in the store. `read_answer` runs when the daemon has answered, whatever
+// its code: the caller gets what it published last.
+int query(const AtRequest &request, AtSites &sites, FunctionRef<void()> read_answer);
+
+// A query of one key.
+int query_text(const AtRequest &request, AtSites &sites, const char *key, char *out);
 
 // One or two texts, each traced.
-struct TextsRequest {
-    AtRequest request;
-    AtSite first{};
-    AtSite second{};
-};
-int send_text(TextsRequest &self, const char *text);
-int send_texts(TextsRequest &self, const char *first, const char *second);
+int send_text(const AtRequest &request, AtSites &sites, const char *text);
+int send_texts(const AtRequest &request, AtSites &sites, const char *first, const char *second);
 
-// A number that picks the text of the value. A number outside the table is sent all the same, with
-// an empty value.
+// The text that the value field gets for a number: empty for one that isn't listed, which is sent
+// all the same.
 struct Choice {
     int argument;
     char text[4];
 };
-const char *chosen(int argument, const Choice *choices, std::size_t rows);
 
-struct ValueRequest {
-    AtRequest request;
-    AtSite mode{};
-    AtSite value{};
-};
-enum class Echo { no, yes }; // whether the number itself is traced first
-int send_value(ValueRequest &self, Echo echo, int argument, const char *text);
+template <std::size_t rows>
+const char *text_for(int argument, const Choice (&choices)[rows])
+{
+    for (const Choice &choice : choices)
+        if (choice.argument == argument)
+            return choice.text;
+    return "";
+}
 
-// No fields; the answer is what the daemon has stored under a key.
-struct QueryRequest {
-    AtRequest request;
-    const char *key;
-    AtSite site{};
-};
-int query(QueryRequest &self, char *out);
+// A value. With Echo::yes the number itself is traced first.
+enum class Echo { no, yes };
+int send_value(const AtRequest &request, AtSites &sites, Echo echo, int argument, const char *text);
 
 } // namespace cmif
 

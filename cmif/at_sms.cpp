@@ -1,4 +1,4 @@
-// AT requests: short messages. Their text comes from strangers over the air.
+// AT requests: short messages. Anyone may send one, so their text is never a format.
 #include "at_requests.h"
 #include "store.h"
 
@@ -28,8 +28,8 @@ private:
     char text_[50];
 };
 
-// Copies a stored text, cut to the field. "%%" is the store's way to write a percent sign;
-// everything else is just text.
+// Copies a stored text, cut to the field. "%%" is how the daemon stores a percent sign; all other
+// characters are copied as they are.
 template <std::size_t size>
 void copy_message_text(char (&out)[size], const char *text)
 {
@@ -58,35 +58,29 @@ using namespace cmif;
 
 int shared_CMIF_get_mobileSMSInfo(cmif_sms_info *messages, int *count, int *unreads)
 {
-    static constinit AtRequest request{"shared_CMIF_get_mobileSMSInfo", 18};
+    static constexpr AtRequest request{"shared_CMIF_get_mobileSMSInfo", CMIF_AT_LIST_MESSAGES};
+    static constinit AtSites sites;
     if (!count || !unreads)
         return CMIF_INVALID;
-
-    const AtReply reply = ask(request);
-    if (!reply.arrived)
-        return reply.result;
-    *count = std::atoi(tarnNvramConfig_get("lte_mobile_sms_counts"));
-    *unreads = std::atoi(tarnNvramConfig_get("lte_mobile_sms_unreads"));
-    // The count is read through the caller's pointer on every turn: it may change meanwhile.
-    for (int index = 0; messages && index < *count; ++index)
-        read_message(messages[index], index + 1);
-    return reply.result;
+    return query(request, sites, [&] {
+        *count = std::atoi(tarnNvramConfig_get("lte_mobile_sms_counts"));
+        *unreads = std::atoi(tarnNvramConfig_get("lte_mobile_sms_unreads"));
+        // The count is read through the caller's pointer on each turn: it may change meanwhile.
+        for (int index = 0; messages && index < *count; ++index)
+            read_message(messages[index], index + 1);
+    });
 }
 
 int shared_CMIF_set_DeletemobileSMS(int index, int index2)
 {
-    static constinit AtRequest request{"shared_CMIF_set_DeletemobileSMS", 19};
-    static constinit AtSite first, second;
-    return cmif_round_trip(
-               request,
-               [&](AtMessage &message) {
-                   cmif_msg &record = message.record;
-                   message.announce();
-                   std::snprintf(record.set_string, sizeof record.set_string, "%d", index);
-                   first.print("set_string=%s\n", record.set_string);
-                   std::snprintf(record.set_string2, sizeof record.set_string2, "%d", index2);
-                   second.print("set_string2=%s\n", record.set_string2);
-                   return Then::send;
-               })
-        .result;
+    static constexpr AtRequest request{"shared_CMIF_set_DeletemobileSMS", CMIF_AT_DELETE_MESSAGES};
+    static constinit AtSites sites;
+    return cmif_round_trip(request, sites, [&](AtMessage &message) {
+        cmif_msg &record = message.record;
+        message.trace_type();
+        std::snprintf(record.set_string, sizeof record.set_string, "%d", index);
+        std::snprintf(record.set_string2, sizeof record.set_string2, "%d", index2);
+        sites.first.print("set_string=%s\n", record.set_string);
+        sites.second.print("set_string2=%s\n", record.set_string2);
+    });
 }

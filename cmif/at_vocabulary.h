@@ -1,5 +1,5 @@
-// The wordings that AT requests use for the steps of their round trip. Log readers depend on the
-// mix of wordings and of upper and lower case.
+// The lines that AT requests print for the steps of their round trip, in three sets. Log parsers
+// depend on the mix of wordings and of upper and lower case.
 #ifndef CMIF_AT_VOCABULARY_H
 #define CMIF_AT_VOCABULARY_H
 
@@ -10,8 +10,8 @@
 namespace cmif
 {
 
-// The text of a trace line that takes one value, proved while compiling: it has no conversion, or
-// the one that fits. An empty line is never printed and reads no switch.
+// The format of a trace line that takes at most one value. The compiler checks that its conversion
+// fits the value. An empty line is never printed and reads no switch.
 template <typename Value>
 class Line
 {
@@ -28,7 +28,7 @@ public:
     const char *text() const { return text_; }
 
 private:
-    static void conversion_does_not_fit_the_value(); // not constexpr: a misfit doesn't compile
+    static void conversion_does_not_fit_the_value(); // not constexpr: calling it is an error
 
     static consteval bool fits(const char *text)
     {
@@ -47,7 +47,7 @@ private:
         return conversions <= 1;
     }
 
-    char text_[36] = {}; // not a pointer: nothing for the loader to relocate
+    char text_[36] = {}; // an array: a pointer would cost a relocation
 };
 
 struct AtVocabulary {
@@ -97,7 +97,7 @@ inline constexpr AtVocabulary bracketed_lines{
     .sent = "cmif_common:[%s] msgsnd success\n",
     .not_received = "cmif: %s msgrcv failed\n",
     .received = "cmif: %s msgrcv success\n",
-    .no_reply_queue_result = CMIF_NO_QUEUE, // unlike all others
+    .no_reply_queue_result = CMIF_NO_QUEUE, // the other sets have CMIF_NO_REPLY_QUEUE
 };
 
 } // namespace cmif

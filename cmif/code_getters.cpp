@@ -1,25 +1,26 @@
 // The derived getters: stored texts turned into codes, a length, a joined text.
+#include "array_size.h"
 #include "cmif.h"
 #include "store.h"
 #include "trace.h"
 
 #include <cstdio>
-#include <iterator>
-#include <optional>
 
 namespace cmif
 {
 namespace
 {
 
-// One outcome of a converting getter: the stored texts that lead to it, its code, its trace site.
+// The stored texts that lead to one code, at most 3. A last row without any stands for all others.
 struct Outcome {
     char stored[3][4];
     int code;
-    AtSite site{};
 
+    bool is_listed() const { return *stored[0]; }
     bool matches(const StoredText<12> &value) const
     {
+        if (!is_listed())
+            return true;
         for (const auto &text : stored)
             if (*text && value.is(text))
                 return true;
@@ -27,34 +28,29 @@ struct Outcome {
     }
 };
 
-// The outcome of the stored value, or null when none is listed.
-template <std::size_t rows>
-Outcome *outcome_of(const char *key, Outcome (&outcomes)[rows])
-{
-    const StoredText<12> value(key);
-    for (Outcome &outcome : outcomes)
-        if (outcome.matches(value))
-            return &outcome;
-    return nullptr;
-}
-
-// `otherwise` is the code of a stored value that isn't listed; without it the output stays.
-template <std::size_t rows>
-int get_code(const char *key, Outcome (&outcomes)[rows], std::optional<int> otherwise, int *out)
+// The code of the first row that matches; without one the output stays. Only listed texts have a
+// line, each row its own.
+int get_code(const char *key, const Outcome *outcomes, AtSite *sites, std::size_t rows, int *out)
 {
     if (!out)
         return CMIF_INVALID;
-    if (Outcome *outcome = outcome_of(key, outcomes)) {
-        *out = outcome->code;
-        outcome->site.print("Get get_val=%d\n", *out);
-    } else if (otherwise) {
-        *out = *otherwise;
+    const StoredText<12> value(key);
+    for (std::size_t row = 0; row < rows; ++row) {
+        if (!outcomes[row].matches(value))
+            continue;
+        *out = outcomes[row].code;
+        if (outcomes[row].is_listed())
+            sites[row].print("Get get_val=%d\n", *out);
+        break;
     }
     return CMIF_OK;
 }
 
-constexpr int unregistered = 2;
-constexpr int unknown = 4;
+template <std::size_t rows>
+int get_code(const char *key, const Outcome (&outcomes)[rows], AtSite (&sites)[rows], int *out)
+{
+    return get_code(key, outcomes, sites, rows, out);
+}
 
 } // namespace
 } // namespace cmif
@@ -63,28 +59,33 @@ using namespace cmif;
 
 int shared_CMIF_get_mobileNetworkMode(int *mode)
 {
-    static constinit Outcome outcomes[] = {{{"0"}, 0}, {{"1"}, 1}, {{"2"}, 2}, {{"3"}, 3}};
-    return get_code("lte_network_search_mode", outcomes, unknown, mode);
+    static constexpr Outcome modes[] = {{{"0"}, 0}, {{"1"}, 1}, {{"2"}, 2}, {{"3"}, 3}, {{}, 4}};
+    static constinit AtSite sites[array_size(modes)];
+    return get_code("lte_network_search_mode", modes, sites, mode);
 }
 
 // Reads the network search mode, not a band; callers depend on that and on the gap at "1".
 int shared_CMIF_GetBandRegion(int *region)
 {
-    static constinit Outcome outcomes[] = {{{"0"}, 1}, {{"2"}, 2}, {{"3"}, 3}};
-    return get_code("lte_network_search_mode", outcomes, unknown, region);
+    static constexpr Outcome regions[] = {{{"0"}, 1}, {{"2"}, 2}, {{"3"}, 3}, {{}, 4}};
+    static constinit AtSite sites[array_size(regions)];
+    return get_code("lte_network_search_mode", regions, sites, region);
 }
 
-// The misspelt key is the daemon's.
+// The daemon's key is misspelt.
 int shared_CMIF_get_mobileInternationalRoam(int *mode)
 {
-    static constinit Outcome outcomes[] = {{{"255"}, 0}, {{"2"}, 1}, {{"1"}, 2}};
-    return get_code("lte_roam_servive_config", outcomes, std::nullopt, mode);
+    static constexpr Outcome modes[] = {{{"255"}, 0}, {{"2"}, 1}, {{"1"}, 2}};
+    static constinit AtSite sites[array_size(modes)];
+    return get_code("lte_roam_servive_config", modes, sites, mode);
 }
 
 int shared_CMIF_get_mobileNetworkStatus(int *status)
 {
-    static constinit Outcome outcomes[] = {{{"1", "5"}, 0}, {{"2"}, 1}, {{"0", "3", "4"}, 2}};
-    return get_code("lte_network_reg_status_state", outcomes, unregistered, status);
+    static constexpr Outcome states[] = {
+        {{"1", "5"}, 0}, {{"2"}, 1}, {{"0", "3", "4"}, 2}, {{}, 2}};
+    static constinit AtSite sites[array_size(states)];
+    return get_code("lte_network_reg_status_state", states, sites, status);
 }
 
 int shared_CMIF_GetNetworkMode(int *mode)
@@ -103,13 +104,13 @@ int shared_CMIF_get_OperatorSelectAct(int *technology)
     if (!technology)
         return CMIF_INVALID;
     const StoredText<12> value("lte_operator_select_ats_value");
-    for (int code = 0; code < static_cast<int>(std::size(stored)); ++code)
+    for (int code = 0; code < static_cast<int>(array_size(stored)); ++code)
         if (value.is(stored[code]))
             *technology = code;
     return CMIF_OK;
 }
 
-// Read anew for each comparison: there is no bound on what a platform may store under this key.
+// Read again for each comparison: a platform may store a value of any length under this key.
 int shared_CMIF_get_mobileNetworkPDPType(int *type)
 {
     static constinit AtSite site;
@@ -117,7 +118,7 @@ int shared_CMIF_get_mobileNetworkPDPType(int *type)
     static constexpr char stored[][8] = {"IP", "PPP", "IPV6", "IPV4V6"};
     if (!type)
         return CMIF_INVALID;
-    for (int code = 0; code < static_cast<int>(std::size(stored)); ++code) {
+    for (int code = 0; code < static_cast<int>(array_size(stored)); ++code) {
         if (std::strcmp(tarnNvramConfig_get(key), stored[code]) != 0)
             continue;
         *type = code;
@@ -149,8 +150,8 @@ int shared_CMIF_get_mobileNetworkMNCFormat(char *out)
     static constexpr char key[] = "lte_query_network_mnc_format";
     if (!out)
         return CMIF_INVALID;
-    std::sprintf(out, "%d",
-                 static_cast<int>(std::strlen(tarnNvramConfig_get("lte_query_network_mnc"))));
+    const auto digits = static_cast<int>(std::strlen(tarnNvramConfig_get("lte_query_network_mnc")));
+    std::sprintf(out, "%d", digits);
     tarnNvramConfig_set(key, out);
     site.print("Get nvram %s='%s'\n", key, out);
     return CMIF_OK;

@@ -1,4 +1,4 @@
-// A callable lent for the time of a call: two words, no heap.
+// A reference to a callable, which must outlive it: two words, no heap.
 #ifndef CMIF_FUNCTION_REF_H
 #define CMIF_FUNCTION_REF_H
 

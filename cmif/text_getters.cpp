@@ -1,4 +1,4 @@
-// The plain getters: one stored text each, as it is.
+// The plain getters: one stored text each, copied unchanged.
 #include "cmif.h"
 #include "store.h"
 #include "trace.h"
@@ -10,14 +10,8 @@ namespace cmif
 namespace
 {
 
-// How a getter's trace line shows the key and the value. Log readers know these by heart.
+// How a getter's trace line shows the key and the value. Log parsers depend on them.
 enum class Form { quoted, always, bare, value, ipv4, silent };
-
-struct TextGetter {
-    const char *key;
-    Form form;
-    AtSite site{};
-};
 
 void print(Form form, const char *key, const char *value)
 {
@@ -40,16 +34,16 @@ void print(Form form, const char *key, const char *value)
     }
 }
 
-int get_text(TextGetter &self, char *out)
+int get_text(char *out, const char *key, Form form, AtSite &site)
 {
     if (!out)
         return CMIF_INVALID;
-    std::strcpy(out, tarnNvramConfig_get(self.key));
+    std::strcpy(out, tarnNvramConfig_get(key));
 
-    if (self.form == Form::silent)
+    if (form == Form::silent)
         return CMIF_OK;
-    if (self.form == Form::always || self.site.on())
-        print(self.form, self.key, out);
+    if (form == Form::always || site.on())
+        print(form, key, out);
     return CMIF_OK;
 }
 
@@ -59,8 +53,8 @@ int get_text(TextGetter &self, char *out)
 #define TEXT_GETTER(function, key, form)                                                           \
     int function(char *out)                                                                        \
     {                                                                                              \
-        static constinit cmif::TextGetter self{key, cmif::Form::form};                             \
-        return get_text(self, out);                                                                \
+        static constinit cmif::AtSite site;                                                        \
+        return cmif::get_text(out, key, cmif::Form::form, site);                                   \
     }
 
 // clang-format off

@@ -11,7 +11,7 @@ namespace cmif
 int TraceSite::read(const char *key)
 {
     const int level = std::atoi(tarnNvramConfig_get(key));
-    level_.store(level, std::memory_order_relaxed);
+    __atomic_store_n(&inverted_level_, ~level, __ATOMIC_RELAXED);
     return level;
 }
 
@@ -37,7 +37,7 @@ void QmiSite::vprint(const char *format, std::va_list values)
 {
     if (!on(qmi_switch))
         return;
-    flockfile(stdout); // one line, whoever else prints
+    flockfile(stdout); // other threads print before or after the line, never within it
     std::printf("[CMIF-QMI] - ");
     std::vprintf(format, values);
     funlockfile(stdout);

@@ -1,9 +1,8 @@
-// Trace sites: one per place that may print a line, so that each place decides on its own first
-// use.
+// Trace sites: one object for each place that may print a line. Each reads its switch from the
+// store on its own first use.
 #ifndef CMIF_TRACE_H
 #define CMIF_TRACE_H
 
-#include <atomic>
 #include <cstdarg>
 
 namespace cmif
@@ -17,7 +16,7 @@ class TraceSite
 public:
     bool on(const char *key)
     {
-        const int level = level_.load(std::memory_order_relaxed);
+        const int level = ~__atomic_load_n(&inverted_level_, __ATOMIC_RELAXED);
         return (level == unread ? read(key) : level) > 0;
     }
 
@@ -26,7 +25,8 @@ private:
 
     // A switch that holds -1 therefore stays unread, and is read again on each use.
     static constexpr int unread = -1;
-    std::atomic<int> level_{unread};
+    // Inverted, so that an unread site is all zeros: it lies in .bss and takes no room in the file.
+    int inverted_level_ = ~unread;
 };
 
 // A site of the getters and AT requests.
