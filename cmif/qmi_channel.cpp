@@ -15,13 +15,14 @@ namespace cmif
 namespace
 {
 
-constexpr std::size_t receive_size = 316; // kept: see QmiRecord
+constexpr int queue_flags = IPC_CREAT | 0666;
+constexpr std::size_t receive_size = 316;
 static_assert(offsetof(qmi_msg, payload) == sizeof(long));
 static_assert(sizeof(long) != 4 || sizeof(qmi_msg) == receive_size);
 static_assert(offsetof(QmiRecord, spare) == sizeof(long) + CMIF_QMI_PAYLOAD);
 static_assert(sizeof(QmiRecord) > sizeof(long) + receive_size);
 
-// A file that is open for as long as it is looked at. A FIFO in its place must not hang a caller.
+// A file, open while this object lives. A FIFO in its place must not block the caller.
 class File
 {
 public:
@@ -86,40 +87,39 @@ int cmif_log_caller(const char *api)
 int cmif_send_to_msgqueue(QmiRecord &record, std::size_t length, int reply_type)
 {
     static constexpr char name[] = "cmif_send_to_msgqueue";
-    static constexpr int queue_flags = IPC_CREAT | 0666;
     static constinit struct {
         QmiSite start, no_request_queue, no_reply_queue, request_queue, reply_queue, not_sent,
             waiting, not_received, received;
     } sites;
 
-    qmi_step(sites.start, "[%s] start...\n", name);
+    qmi_trace_and_log(sites.start, "[%s] start...\n", name);
     const int request_queue = msgget(CMIF_QMI_REQUEST_KEY, queue_flags);
     if (request_queue == -1) {
-        qmi_step(sites.no_request_queue, "[%s] can't get msqID\n", name);
+        qmi_trace_and_log(sites.no_request_queue, "[%s] can't get msqID\n", name);
         return CMIF_NO_QUEUE;
     }
     const int reply_queue = msgget(CMIF_QMI_REPLY_KEY, queue_flags);
     if (reply_queue == -1) {
-        qmi_step(sites.no_reply_queue, "[%s] can't get msqID\n", name);
+        qmi_trace_and_log(sites.no_reply_queue, "[%s] can't get msqID\n", name);
         return CMIF_NO_QUEUE;
     }
-    qmi_step(sites.request_queue, "[%s] key msqID = (%d)\n", name, request_queue);
-    qmi_step(sites.reply_queue, "[%s] key msg_recv_ID = (%d)\n", name, reply_queue);
+    qmi_trace_and_log(sites.request_queue, "[%s] key msqID = (%d)\n", name, request_queue);
+    qmi_trace_and_log(sites.reply_queue, "[%s] key msg_recv_ID = (%d)\n", name, reply_queue);
 
     if (msgsnd(request_queue, &record.message, length, 0) == -1) {
-        qmi_step(sites.not_sent, "%s msgsnd failed...\n",
-                 name); // no brackets: log readers know it so
+        // No brackets here: log parsers depend on it.
+        qmi_trace_and_log(sites.not_sent, "%s msgsnd failed...\n", name);
         return CMIF_SEND_FAILED;
     }
-    qmi_step(sites.waiting, "[%s] rcv_id = (%d)\n", name, reply_type);
+    qmi_trace_and_log(sites.waiting, "[%s] rcv_id = (%d)\n", name, reply_type);
     if (msgrcv(reply_queue, &record, receive_size, reply_type, 0) == -1) {
         const int error = errno;
-        qmi_step(sites.not_received, "(%d) msgrcv failed...\n", reply_type);
+        qmi_trace_and_log(sites.not_received, "(%d) msgrcv failed...\n", reply_type);
         errno = error;
         std::perror("msgrcv");
         return CMIF_RECEIVE_FAILED;
     }
-    qmi_step(sites.received, "(%d) msgrcv succeeed!\n", reply_type);
+    qmi_trace_and_log(sites.received, "(%d) msgrcv succeeed!\n", reply_type);
     return CMIF_OK;
 }
 

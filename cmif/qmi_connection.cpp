@@ -1,4 +1,4 @@
-// QMI calls: the data connection. Start and stop are no mirror images, and callers rely on both.
+// QMI calls: the data connection. Start and stop are not symmetric; callers rely on both.
 #include "qmi_channel.h"
 #include "qmi_lines.h"
 #include "store.h"
@@ -29,7 +29,8 @@ bool state_is(State wanted)
 
 void wait_a_second(const char *api, int left)
 {
-    qmi_say("[%s]: another connection status in progress... please wait %d sec ...\n", api, left);
+    qmi_print_and_log("[%s]: another connection status in progress... please wait %d sec ...\n",
+                      api, left);
     sleep(1);
 }
 
@@ -37,14 +38,14 @@ bool ready(const char *api)
 {
     if (_check_msg_thread_ready() == 0)
         return true;
-    qmi_say("[%s] msg thread not ready\n", api);
+    qmi_print_and_log("[%s] msg thread not ready\n", api);
     return false;
 }
 
-int request(long code)
+int request(cmif_qmi_code code)
 {
     QmiRecord record(code);
-    return cmif_send_to_msgqueue(record, 5, static_cast<int>(code));
+    return cmif_send_to_msgqueue(record, 5, code);
 }
 
 } // namespace
@@ -78,14 +79,14 @@ int shared_CMIF_start_network_interface(void)
     static constexpr char api[] = "shared_CMIF_start_network_interface";
     cmif_log_caller(api);
     if (state_is(connected)) {
-        qmi_say("%s already connected!\n", api);
+        qmi_print_and_log("%s already connected!\n", api);
         return CMIF_OK;
     }
     if (StoredText<50>("lte_qmi_apn").is("")) {
-        qmi_say("[%s] API has been denied since apn has not been set yet\n", api);
+        qmi_print_and_log("[%s] API has been denied since apn has not been set yet\n", api);
         return CMIF_INVALID;
     }
-    // A negative budget waits for as long as the profile is being changed.
+    // A negative sum waits for as long as the modification takes.
     const int before = std::atoi(tarnNvramConfig_get("lte_qmi_wait_time_before_restart"));
     const int after = std::atoi(tarnNvramConfig_get("lte_qmi_wait_time_after_restart"));
     for (auto left = static_cast<unsigned>(before) + static_cast<unsigned>(after);
@@ -94,9 +95,9 @@ int shared_CMIF_start_network_interface(void)
 
     if (!ready(api))
         return CMIF_NOT_READY;
-    if (const int result = request(4); result != CMIF_OK)
+    if (const int result = request(CMIF_QMI_START); result != CMIF_OK)
         return result;
-    qmi_say("%s msgrcv succeeed!\n", api);
+    qmi_print_and_log("%s msgrcv succeeed!\n", api);
     return CMIF_OK;
 }
 
@@ -107,15 +108,15 @@ int shared_CMIF_stop_network_interface(void)
     for (int left = 10; left != 0 && _check_modify_profile_in_progress(); --left)
         wait_a_second(api, left);
     if (state_is(disconnected)) {
-        qmi_say("%s already disconnected!\n", api);
+        qmi_print_and_log("%s already disconnected!\n", api);
         return CMIF_OK;
     }
     if (!ready(api))
         return CMIF_NOT_READY;
-    if (const int result = request(5); result != CMIF_OK) {
+    if (const int result = request(CMIF_QMI_STOP); result != CMIF_OK) {
         std::printf("%s msgrcv failed...\n", api);
         return result;
     }
-    qmi_say("%s msgrcv succeeed!\n", api);
+    qmi_print_and_log("%s msgrcv succeeed!\n", api);
     return CMIF_OK;
 }

@@ -11,7 +11,7 @@ namespace cmif
 namespace
 {
 
-// While the log is off, nothing is formatted and no time is taken.
+// While the log is off, nothing is formatted and the clock isn't read.
 [[gnu::format(printf, 1, 0)]] int log_line(const char *format, std::va_list values)
 {
     if (!g_debug_lte_enable)
@@ -32,7 +32,7 @@ int qmi_log(const char *format, ...)
     return result;
 }
 
-void qmi_step(QmiSite &site, const char *format, ...)
+void qmi_trace_and_log(QmiSite &site, const char *format, ...)
 {
     std::va_list values;
     va_start(values, format);
@@ -43,7 +43,7 @@ void qmi_step(QmiSite &site, const char *format, ...)
     va_end(values);
 }
 
-void qmi_say(const char *format, ...)
+void qmi_print_and_log(const char *format, ...)
 {
     std::va_list values;
     va_start(values, format);

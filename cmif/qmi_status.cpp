@@ -1,11 +1,11 @@
 // QMI calls: status and small requests.
+#include "array_size.h"
 #include "function_ref.h"
 #include "qmi_channel.h"
 #include "store.h"
 
 #include <cstdint>
 #include <cstdio>
-#include <iterator>
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
@@ -16,23 +16,24 @@ namespace
 
 constexpr char auto_connect_key[] = "lte_qmi_auto_connect_when_start_up";
 
-// Asks for an answer and, when it came, lets `take` hand it out before the outcome is printed.
-int ask(const char *api, long code, std::size_t length, FunctionRef<void(const QmiRecord &)> take)
+// Asks the daemon. `read_answer` gets the reply and runs before the line of success.
+int query_daemon(const char *api, cmif_qmi_code code, std::size_t length,
+                 FunctionRef<void(const char *)> read_answer)
 {
     if (_check_msg_thread_ready() != 0)
         return CMIF_NOT_READY;
     QmiRecord record(code);
-    const int result = cmif_send_to_msgqueue(record, length, static_cast<int>(code));
+    const int result = cmif_send_to_msgqueue(record, length, code);
     if (result != CMIF_OK) {
         std::printf("%s msgrcv failed...\n", api);
         return result;
     }
-    take(record);
+    read_answer(record.text());
     std::printf("%s msgrcv succeeed!\n", api);
     return CMIF_OK;
 }
 
-// Cut at `bound` bytes, without a NUL when the answer fills them; the rest of them is zero.
+// Fills all of `bound` bytes: cut there, without a NUL, or padded with zeros.
 void copy_answer(char *out, const char *answer, std::size_t bound)
 {
     const std::size_t length = strnlen(answer, bound);
@@ -46,7 +47,7 @@ const char *sim_status_name(std::int32_t status)
                                          "SIM_READY",  "SIM_PIN",
                                          "SIM_PUK",    "SIM_NETWORK_PERSONALIZATION",
                                          "SIM_BAD"};
-    const bool known = status >= 0 && status < static_cast<std::int32_t>(std::size(names));
+    const bool known = status >= 0 && status < static_cast<std::int32_t>(array_size(names));
     return known ? names[status] : "SIM_UNKNOWN";
 }
 
@@ -61,7 +62,8 @@ int shared_CMIF_get_device_rev_id(char *out)
     cmif_log_caller(api);
     if (!out)
         return CMIF_INVALID;
-    return ask(api, 1, 101, [&](const QmiRecord &reply) { copy_answer(out, reply.text(), 100); });
+    return query_daemon(api, CMIF_QMI_GET_DEVICE_REVISION, 101,
+                        [&](const char *answer) { copy_answer(out, answer, 100); });
 }
 
 int shared_CMIF_get_sim_status(int *status)
@@ -69,8 +71,8 @@ int shared_CMIF_get_sim_status(int *status)
     static constexpr char api[] = "shared_CMIF_get_sim_status";
     if (!status)
         return CMIF_INVALID;
-    return ask(api, 6, 5, [&](const QmiRecord &reply) {
-        std::memcpy(status, reply.text(), sizeof *status);
+    return query_daemon(api, CMIF_QMI_GET_SIM_STATUS, 5, [&](const char *answer) {
+        std::memcpy(status, answer, sizeof *status);
         std::printf("%s : %s\n", api, sim_status_name(*status));
     });
 }
@@ -80,18 +82,18 @@ int shared_CMIF_get_ps_service(char *out)
     static constexpr char api[] = "shared_CMIF_get_ps_service";
     if (!out)
         return CMIF_INVALID;
-    return ask(api, 8, 51, [&](const QmiRecord &reply) {
-        std::printf("%s : %s\n", api, reply.text());
-        copy_answer(out, reply.text(), 50);
+    return query_daemon(api, CMIF_QMI_GET_PACKET_SERVICE, 51, [&](const char *answer) {
+        std::printf("%s : %s\n", api, answer);
+        copy_answer(out, answer, 50);
     });
 }
 
-// Unlike the exchange, doesn't create the queue: the command is for a daemon that is there.
+// Unlike the exchange, doesn't create the queue: the command is meant for a daemon that runs.
 int shared_CMIF_set_CM_qfirehose(void)
 {
     static constexpr char api[] = "shared_CMIF_set_CM_qfirehose";
     cmif_log_caller(api);
-    const QmiRecord record(9);
+    const QmiRecord record(CMIF_QMI_DOWNLOAD_MODE);
     if (_check_msg_thread_ready() != 0)
         return CMIF_NOT_READY;
     const int queue = msgget(CMIF_QMI_REQUEST_KEY, 0666);
@@ -126,7 +128,7 @@ int shared_CMIF_get_auto_connect_when_start_up(int *enabled)
     return CMIF_OK;
 }
 
-// Stored by "is 1", printed by "is not 0": both are known outside.
+// "on" is stored for 1 alone but printed for any number except 0: readers depend on both.
 int shared_CMIF_set_auto_connect_when_start_up(int enabled)
 {
     tarnNvramConfig_set(auto_connect_key, enabled == 1 ? "on" : "off");
