@@ -1,4 +1,4 @@
-// The debug log: messages gathered in a small buffer and appended to a file in blocks.
+// The debug log: messages are collected in a small buffer and appended to the file in blocks.
 #include "debug_log.h"
 
 #include "cmif.h"
@@ -21,11 +21,7 @@ constinit int g_debug_lte_enable = 0;
 namespace
 {
 
-constexpr char current_file[] = "/data/debug_lte.txt";
-constexpr char previous_file[] = "/data/debug_lte_1.txt";
-constexpr char oldest_file[] = "/data/debug_lte_2.txt";
-
-sem_t g_mutex_write_log; // guards what is pending
+sem_t g_mutex_write_log; // guards the pending text
 std::size_t pending_length;
 char pending[128];
 
@@ -41,10 +37,10 @@ public:
     Lock &operator=(const Lock &) = delete;
 };
 
-// One block in one write. A file that can't be opened loses it, and the caller carries on.
+// Appends with a single write. When the file can't be opened, the block is lost.
 void append_to_file(const char *block, std::size_t length)
 {
-    const int file = open(current_file, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+    const int file = open(CMIF_LOG_FILE, O_RDWR | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
     if (file == -1)
         return;
     [[maybe_unused]] const ssize_t written = write(file, block, length);
@@ -62,7 +58,7 @@ void append(const char *message, std::size_t length)
 {
     if (length + pending_length > sizeof pending - 1)
         flush();
-    if (length > sizeof pending) { // never fits: behind what was pending, so that order is kept
+    if (length > sizeof pending) { // never fits: written after the pending text, in order
         append_to_file(message, length);
         return;
     }
@@ -70,8 +66,8 @@ void append(const char *message, std::size_t length)
     pending_length += length;
 }
 
-// Runs one step of the rotation, announced with its number.
-[[gnu::format(printf, 2, 3)]] int run(int number, const char *format, ...)
+// Runs one shell command of the rotation after a line that announces it with its number.
+[[gnu::format(printf, 2, 3)]] int run_rotation_step(int number, const char *format, ...)
 {
     char command[64] = {};
     std::va_list values;
@@ -96,7 +92,7 @@ int shared_debug_lte_mutex_init(void)
     return g_debug_lte_enable ? sem_init(&g_mutex_write_log, 0, 1) : 0;
 }
 
-// What is pending is not flushed: the last block of a process is not part of its log.
+// Pending text is not flushed: the last block of a process is not part of its log.
 int shared_debug_lte_mutex_deinit(void)
 {
     if (!g_debug_lte_enable)
@@ -123,8 +119,8 @@ int shared_debug_lte_write_log_file(const char *format, ...)
 int shared_debug_lte_backup_log_file(void)
 {
     std::printf("[debug_lte] %s\n", "shared_debug_lte_backup_log_file");
-    run(1, "rm %s", oldest_file);
-    run(2, "mv %s %s", previous_file, oldest_file);
-    run(3, "mv %s %s", current_file, previous_file);
-    return run(4, "date > %s", current_file);
+    run_rotation_step(1, "rm %s", CMIF_LOG_FILE_2);
+    run_rotation_step(2, "mv %s %s", CMIF_LOG_FILE_1, CMIF_LOG_FILE_2);
+    run_rotation_step(3, "mv %s %s", CMIF_LOG_FILE, CMIF_LOG_FILE_1);
+    return run_rotation_step(4, "date > %s", CMIF_LOG_FILE);
 }

@@ -4,9 +4,9 @@
 namespace cmif
 {
 
-// Read at init. 0: nothing is logged, and nothing need be formatted.
-extern int
-    g_debug_lte_enable; // NOLINT(bugprone-dynamic-static-initializers): constinit where defined
+// Read at init. 0: nothing is logged, so nothing needs to be formatted.
+// NOLINTNEXTLINE(bugprone-dynamic-static-initializers): constinit where it is defined
+extern int g_debug_lte_enable;
 
 } // namespace cmif
 

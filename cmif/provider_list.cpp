@@ -1,4 +1,4 @@
-// The provider list: what the AT daemon left in a file after an operator search.
+// The provider list: the file that the AT daemon writes after an operator search.
 #include "cmif.h"
 #include "store.h"
 
@@ -14,12 +14,11 @@ namespace cmif
 namespace
 {
 
-// The working buffers of one call, zero from the start. A whole buffer is never filled: the last
-// byte stays 0.
+// The working buffers of one call. The last byte of each stays 0.
 struct ProviderList {
     char file[1024] = {};
-    // Not cleared between groups: behind a shorter group's text an earlier one's is still read, up
-    // to the next field that was cut off there. Readers of the list depend on it.
+    // Not cleared between groups: after a shorter group's text the rest of an earlier one is still
+    // read, up to the next separator that was split off there. Readers of the list depend on it.
     char group[128] = {};
 
     void read(int descriptor);
@@ -35,10 +34,11 @@ void ProviderList::read(int descriptor)
         return;
     const auto room = static_cast<off_t>(sizeof file - 1);
     const auto wanted = static_cast<std::size_t>(length < room ? length : room);
-    [[maybe_unused]] const ssize_t count = ::read(descriptor, file, wanted); // none: an empty list
+    // A failed read leaves an empty list.
+    [[maybe_unused]] const ssize_t count = ::read(descriptor, file, wanted);
 }
 
-// Copies the text between the parentheses without a terminator; returns what follows the group.
+// Copies the text between the parentheses, without a NUL; returns the position after the group.
 const char *ProviderList::take_group(const char *open, const char *close)
 {
     const auto length = static_cast<std::size_t>(close - open - 1);
@@ -60,8 +60,8 @@ void copy_name(char (&out)[20], const char *field)
     copy_text(out, scratch);
 }
 
-// Fields behind the fifth are split off as well: the zeros that the splitter leaves bound what a
-// later, shorter group reads.
+// Fields after the fifth are split off as well: the NULs that the splitter leaves end what a later,
+// shorter group reads.
 void ProviderList::split_group(cmif_provider_info *out)
 {
     char *rest = nullptr;
@@ -117,7 +117,7 @@ void parse(ProviderList &list, cmif_provider_info *out)
 int shared_CMIF_GetNetworkProviderList(cmif_provider_info *list)
 {
     cmif::ProviderList buffers;
-    // Anybody may leave a FIFO there: it must not hang a caller.
+    // Any process may create a FIFO there: it must not block the caller.
     const int descriptor = open(CMIF_PROVIDER_LIST_FILE, O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (descriptor == -1) {
         std::printf("fd file open fail.\n");

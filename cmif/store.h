@@ -1,7 +1,7 @@
 // Bounded reading of the configuration store.
 //
-// A pointer that the store returns is good until its next access, and a trace site may be that
-// access: no pointer outlives the expression that reads it.
+// A pointer that the store returns is valid until the next access to the store, which may be a
+// trace site's: no pointer outlives the expression that reads it.
 #ifndef CMIF_STORE_H
 #define CMIF_STORE_H
 
@@ -14,14 +14,12 @@
 namespace cmif
 {
 
-// Copies `text` to `out`, cut where `end` leaves room for the NUL alone; a null text is an empty
-// one. Returns where the NUL stands.
-inline char *copy_text(char *out, const char *end, const char *text)
+// Copies `text` to `out`, cut so that the NUL lies before `end`; a null pointer counts as "".
+inline void copy_text(char *out, const char *end, const char *text)
 {
     while (text && *text && out + 1 < end)
         *out++ = *text++;
     *out = '\0';
-    return out;
 }
 
 template <std::size_t size>
@@ -30,7 +28,7 @@ void copy_text(char (&out)[size], const char *text)
     copy_text(out, out + size, text);
 }
 
-// The value of a key, copied and cut to `size` bytes with its NUL; the rest is zero.
+// The value of a key, cut to `size` bytes including its NUL; the rest is zero.
 template <std::size_t size>
 class StoredText
 {

@@ -20,7 +20,7 @@ TimeStamp::TimeStamp()
         milliseconds = 0;
     }
     std::tm local{};
-    tzset(); // localtime_r need not look: a changed time zone shows at once
+    tzset(); // localtime_r need not do it: a changed time zone takes effect at once
     localtime_r(&now.tv_sec, &local);
     std::snprintf(text_, sizeof text_, "%02d-%02d_%02d:%02d:%02d:%03d", local.tm_mon + 1,
                   local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, milliseconds);

@@ -4,7 +4,7 @@
 namespace cmif
 {
 
-// Now as log lines show it, in the caller's own memory: safe from several threads.
+// The current local time as log lines show it, in the object itself: safe in several threads.
 class TimeStamp
 {
 public:
