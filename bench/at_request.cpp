@@ -4,6 +4,8 @@
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
+namespace bench
+{
 namespace
 {
 
@@ -15,7 +17,7 @@ void serve()
     const int replies = msgget(CMIF_AT_REPLY_KEY, flags);
     cmif_msg record{};
     while (msgrcv(requests, &record, CMIF_AT_PAYLOAD, 0, 0) != -1)
-        if (record.mod_id != 20)
+        if (record.mod_id != CMIF_AT_DOWNLOAD_MODE)
             msgsnd(replies, &record, CMIF_AT_PAYLOAD, 0);
 }
 
@@ -24,14 +26,14 @@ void by_hand()
     const int requests = msgget(CMIF_AT_REQUEST_KEY, flags);
     const int replies = msgget(CMIF_AT_REPLY_KEY, flags);
     cmif_msg record{};
-    record.mod_id = 1;
+    record.mod_id = CMIF_AT_SET_TIME_ZONE;
     msgsnd(requests, &record, CMIF_AT_PAYLOAD, 0);
-    msgrcv(replies, &record, CMIF_AT_PAYLOAD, 1, 0);
+    msgrcv(replies, &record, CMIF_AT_PAYLOAD, CMIF_AT_SET_TIME_ZONE, 0);
 }
 
 } // namespace
 
-bool bench::at_request()
+bool at_request()
 {
     const Daemon daemon(serve);
     bool good = compare("AT request", 1000, 1.03, by_hand, [] { shared_CMIF_set_timezone(); });
@@ -40,3 +42,5 @@ bool bench::at_request()
     good = expect_count("  its system calls", calls, 4) && good;
     return expect_count("  system calls, send only", one_way, 2) && good;
 }
+
+} // namespace bench

@@ -1,4 +1,4 @@
-// Prints each figure beside its bar; fails when one doesn't hold.
+// Prints each figure beside its bar; fails when one misses it.
 #include "measure.h"
 #include "platform/tarn_nvram_config.h"
 
@@ -9,10 +9,12 @@
 #include <string_view>
 #include <unistd.h>
 
+namespace bench
+{
 namespace
 {
 
-// A store in memory, as full as a router's: the keys that the getters read, and a switch.
+// A store in memory with about as many keys as a router's.
 std::map<std::string, std::string, std::less<>> &values()
 {
     static std::map<std::string, std::string, std::less<>> all;
@@ -27,6 +29,9 @@ void fill()
 }
 
 } // namespace
+} // namespace bench
+
+using bench::values;
 
 extern "C" const char *tarnNvramConfig_get(const char *key)
 {
@@ -54,7 +59,7 @@ int main()
     bench::figures = fdopen(dup(STDOUT_FILENO), "w");
     if (!bench::figures || !std::freopen("/dev/null", "w", stdout))
         return 1;
-    fill();
+    bench::fill();
     bench::stay_on_one_core();
     std::fprintf(bench::figures, "%-34s %12s %12s   %5s\n", "", "by hand", "library", "ratio");
     bool good = bench::getters();

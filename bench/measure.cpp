@@ -16,6 +16,11 @@ namespace
 
 constexpr int rounds = 100;
 
+const char *mark(bool good)
+{
+    return good ? "" : "  MISSED";
+}
+
 double nanoseconds(int calls, const Work &work)
 {
     const auto start = std::chrono::steady_clock::now();
@@ -25,14 +30,14 @@ double nanoseconds(int calls, const Work &work)
     return spent.count() / calls;
 }
 
-// Lets the child go on to its next stop; false once it has ended.
-bool next_stop(int child, __ptrace_request how, int &status)
+// Lets the child run to its next system call or signal; false once it has ended.
+bool next_stop(int child, int &status)
 {
-    ptrace(how, child, nullptr, nullptr);
+    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
     return waitpid(child, &status, 0) == child && !WIFEXITED(status);
 }
 
-// The child stops itself before and after a call of its work; counts its other stops in between.
+// The child stops itself before and after a call of `work`; counts its stops in between.
 int stops(const Work &work)
 {
     const int child = fork();
@@ -47,7 +52,7 @@ int stops(const Work &work)
     }
     int status = 0, count = 0;
     waitpid(child, &status, 0);
-    while (next_stop(child, PTRACE_SYSCALL, status) && WSTOPSIG(status) != SIGSTOP)
+    while (next_stop(child, status) && WSTOPSIG(status) != SIGSTOP)
         ++count;
     kill(child, SIGKILL);
     waitpid(child, &status, 0);
@@ -67,18 +72,19 @@ void stay_on_one_core()
         std::perror("sched_setaffinity");
 }
 
-bool compare(const char *what, int calls, double bar, const Work &theirs, const Work &ours)
+bool compare(const char *what, int calls, double bar, const Work &by_hand, const Work &by_library)
 {
-    double by_hand = std::numeric_limits<double>::max();
-    double by_library = by_hand;
+    double hand = std::numeric_limits<double>::max();
+    double library = hand;
     for (int round = 0; round < rounds; ++round) {
-        by_hand = std::min(by_hand, nanoseconds(calls, theirs));
-        by_library = std::min(by_library, nanoseconds(calls, ours));
+        hand = std::min(hand, nanoseconds(calls, by_hand));
+        library = std::min(library, nanoseconds(calls, by_library));
     }
-    const double ratio = by_library / by_hand;
-    std::fprintf(figures, "%-34s %9.1f ns %9.1f ns   %5.3f  (at most %.2f)\n", what, by_hand,
-                 by_library, ratio, bar);
-    return ratio <= bar;
+    const double ratio = library / hand;
+    const bool good = ratio <= bar;
+    std::fprintf(figures, "%-34s %9.1f ns %9.1f ns   %5.3f  (at most %.2f)%s\n", what, hand,
+                 library, ratio, bar, mark(good));
+    return good;
 }
 
 int system_calls(const Work &work)
@@ -88,8 +94,9 @@ int system_calls(const Work &work)
 
 bool expect_count(const char *what, int count, int bar)
 {
-    std::fprintf(figures, "%-34s %d  (exactly %d)\n", what, count, bar);
-    return count == bar;
+    const bool good = count == bar;
+    std::fprintf(figures, "%-34s %d  (exactly %d)%s\n", what, count, bar, mark(good));
+    return good;
 }
 
 Daemon::Daemon(const Work &serve) : child_(fork())

@@ -12,6 +12,8 @@
 #include <sys/time.h>
 #include <unistd.h>
 
+namespace bench
+{
 namespace
 {
 
@@ -46,7 +48,7 @@ std::size_t read_file(const char *path, char *out, std::size_t size)
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-// What the device revision call does, with as many lines of about their length.
+// What shared_CMIF_get_device_rev_id does, with as many log lines of about the same length.
 void by_hand(bool log)
 {
     char name[33] = {}, path[32], state[4] = {};
@@ -57,7 +59,7 @@ void by_hand(bool log)
     read_file(CMIF_QMI_READY_FILE, state, 2);
 
     qmi_msg record[2] = {};
-    record->mtype = 1;
+    record->mtype = CMIF_QMI_GET_DEVICE_REVISION;
     if (log)
         log_line("[cmif_send_to_msgqueue] start...\n");
     const int requests = msgget(CMIF_QMI_REQUEST_KEY, flags);
@@ -69,7 +71,7 @@ void by_hand(bool log)
     msgsnd(requests, record, 101, 0);
     if (log)
         log_line("[cmif_send_to_msgqueue] rcv_id = (1)\n");
-    msgrcv(replies, record, 316, 1, 0);
+    msgrcv(replies, record, 316, CMIF_QMI_GET_DEVICE_REVISION, 0);
     if (log)
         log_line("(1) msgrcv succeeed!\n");
     std::printf("%s msgrcv succeeed!\n", "shared_CMIF_get_device_rev_id");
@@ -80,13 +82,13 @@ bool exchange(const char *what, bool log)
     tarnNvramConfig_set("debug_lte_enable", log ? "1" : "0");
     shared_debug_lte_mutex_init();
     static char revision[100];
-    return bench::compare(
+    return compare(
         what, 300, 1.10, [log] { by_hand(log); }, [] { shared_CMIF_get_device_rev_id(revision); });
 }
 
 } // namespace
 
-bool bench::qmi_exchange()
+bool qmi_exchange()
 {
     std::FILE *marker = std::fopen(CMIF_QMI_READY_FILE, "w");
     std::fputs("on\n", marker);
@@ -95,3 +97,5 @@ bool bench::qmi_exchange()
     const bool good = exchange("QMI exchange, log off", false);
     return exchange("QMI exchange, log on", true) && good;
 }
+
+} // namespace bench

@@ -1,4 +1,4 @@
-/* Prints the private (dirty) memory of a process in KiB: with the library, or the same without. */
+/* Prints the private (dirty) memory of this process in KiB, with the library or without it. */
 #include "cmif/cmif.h"
 #include "platform/tarn_nvram_config.h"
 
