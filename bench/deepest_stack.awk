@@ -1,7 +1,8 @@
-# Prints the deepest chain of the library's own frames in bytes, and the exported function that starts
-# it, from the call graphs of g++ -fcallgraph-info=su -fno-ipa-icf: an upper bound, as frames of all calls are added
-# up. A call through a FunctionRef counts as the deepest of all its targets ("_FUN"). What can't be
-# added up (recursion, a frame of variable size, a function without a frame) ends with status 1.
+# Prints the deepest chain of the library's own frames in bytes, and the exported function that
+# starts it, from the call graphs of g++ -fcallgraph-info=su -fno-ipa-icf. It is an upper bound over
+# all paths. A call through a FunctionRef counts as the deepest of all its targets ("_FUN"). What
+# can't be added up (recursion, a frame without a bound, a function without a frame) ends with
+# status 1.
 
 function fail(what) {
     print what > "/dev/stderr"
