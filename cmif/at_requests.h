@@ -9,11 +9,11 @@
 namespace cmif
 {
 
-// No fields: the daemon's code is the whole answer.
+// No fields. `answered` as in cmif_round_trip.
 int send_request(const AtRequest &request, AtSites &sites, bool *answered = nullptr);
 
-// No fields; the answer is in the store. `read_answer` runs when the daemon has answered, whatever
-// its code: the caller gets what it published last.
+// No fields; the answer is what the daemon has stored. `read_answer` reads it, whatever the
+// daemon's code is, and doesn't run if no answer came.
 int query(const AtRequest &request, AtSites &sites, FunctionRef<void()> read_answer);
 
 // A query of one key.
@@ -23,8 +23,8 @@ int query_text(const AtRequest &request, AtSites &sites, const char *key, char *
 int send_text(const AtRequest &request, AtSites &sites, const char *text);
 int send_texts(const AtRequest &request, AtSites &sites, const char *first, const char *second);
 
-// The text that the value field gets for a number: empty for one that isn't listed, which is sent
-// all the same.
+// The text of the value field for a number. One that isn't listed has an empty text, and is still
+// sent.
 struct Choice {
     int argument;
     char text[4];

@@ -11,7 +11,7 @@ namespace cmif
 namespace
 {
 
-// The stored texts that lead to one code, at most 3. A last row without any stands for all others.
+// The stored texts that lead to one code, at most 3. A last row without any matches all others.
 struct Outcome {
     char stored[3][4];
     int code;
@@ -28,8 +28,8 @@ struct Outcome {
     }
 };
 
-// The code of the first row that matches; without one the output stays. Only listed texts have a
-// line, each row its own.
+// Writes the code of the first row that matches; without one the output is unchanged. Each row that
+// lists texts has its own trace line.
 int get_code(const char *key, const Outcome *outcomes, AtSite *sites, std::size_t rows, int *out)
 {
     if (!out)

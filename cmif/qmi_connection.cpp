@@ -16,8 +16,7 @@ enum State { disconnected = 1, connected = 3 };
 
 bool _check_modify_profile_in_progress()
 {
-    struct stat marker {
-    };
+    struct stat marker;
     return stat(CMIF_PROFILE_BUSY_FILE, &marker) == 0;
 }
 
