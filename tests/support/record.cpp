@@ -33,9 +33,14 @@ private:
     {
         const std::string all = output_.bytes();
         while (noted_ < all.size()) {
-            const size_t end = std::min(all.find('\n', noted_), all.size());
+            const size_t end = all.find('\n', noted_);
+            if (end == std::string::npos) {
+                steps_.push_back("print without a newline " + all.substr(noted_));
+                noted_ = all.size();
+                return;
+            }
             steps_.push_back("print " + all.substr(noted_, end - noted_));
-            noted_ = std::min(end + 1, all.size());
+            noted_ = end + 1;
         }
     }
 

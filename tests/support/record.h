@@ -7,8 +7,9 @@
 //                                 "print Get nvram lte_mobile_imei='1'"}));
 //
 // Steps are store accesses and system calls (see memory_store.h, system_calls.h) and, between them,
-// each line of standard output as "print LINE". Nothing is checked inside the recorded call: what
-// a failing check prints would be recorded too.
+// each line of standard output as "print LINE", or "print without a newline LINE" where none ends
+// it. Do not check anything inside the recorded call: what a failing check prints would be recorded
+// too.
 #ifndef TESTS_SUPPORT_RECORD_H
 #define TESTS_SUPPORT_RECORD_H
 
