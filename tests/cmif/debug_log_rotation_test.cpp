@@ -1,6 +1,7 @@
 // The rotation of the debug log: its commands in order, and what they do to real files.
 #include "cmif/cmif.h"
 #include "tests/support/debug_log_file.h"
+#include "tests/support/files.h"
 #include "tests/support/record.h"
 
 #include <algorithm>
@@ -8,9 +9,6 @@
 
 namespace
 {
-constexpr char previous_path[] = "/data/debug_lte_1.txt";
-constexpr char oldest_path[] = "/data/debug_lte_2.txt";
-
 const Lines announced_commands = {
     "print [debug_lte] shared_debug_lte_backup_log_file",
     "print [debug_lte] sys_cmd[1]='rm /data/debug_lte_2.txt'",
@@ -51,15 +49,15 @@ TEST(DebugLogRotation, NeedsNoSwitchAndReadsNone)
 TEST(DebugLogRotation, EachGenerationMovesOn)
 {
     write_file(debug_log_path, "current\n");
-    write_file(previous_path, "previous\n");
-    write_file(oldest_path, "oldest\n");
+    write_file(debug_log_1_path, "previous\n");
+    write_file(debug_log_2_path, "oldest\n");
     const Recorded run = record_with_errors(shared_debug_lte_backup_log_file);
     EXPECT_EQ(run.result, 0);
     EXPECT_EQ(run.steps, announced_commands);
     EXPECT_EQ(run.errors, "");
     expect_date_line(read_file(debug_log_path));
-    EXPECT_EQ(read_file(previous_path), "current\n");
-    EXPECT_EQ(read_file(oldest_path), "previous\n");
+    EXPECT_EQ(read_file(debug_log_1_path), "current\n");
+    EXPECT_EQ(read_file(debug_log_2_path), "previous\n");
 }
 
 TEST(DebugLogRotation, MissingGenerationsStopNothing)
@@ -69,23 +67,23 @@ TEST(DebugLogRotation, MissingGenerationsStopNothing)
     EXPECT_EQ(first.steps, announced_commands);
     const std::string date = read_file(debug_log_path);
     expect_date_line(date);
-    EXPECT_FALSE(file_exists(previous_path));
+    EXPECT_FALSE(file_exists(debug_log_1_path));
 
     EXPECT_EQ(record_with_errors(shared_debug_lte_backup_log_file).result, 0);
-    EXPECT_EQ(read_file(previous_path), date);
-    EXPECT_FALSE(file_exists(oldest_path));
+    EXPECT_EQ(read_file(debug_log_1_path), date);
+    EXPECT_FALSE(file_exists(debug_log_2_path));
 }
 
 TEST(DebugLogRotation, AFailingDateIsTheResult)
 {
     std::filesystem::create_directory(debug_log_path); // no file for the date
-    write_file(oldest_path, "oldest\n");
+    write_file(debug_log_2_path, "oldest\n");
     // The third command would move the directory away.
     calls::script("system", {calls::real, calls::real, calls::yields(0), calls::real});
     const Recorded run = record_with_errors(shared_debug_lte_backup_log_file);
     EXPECT_NE(run.result, 0);
     EXPECT_EQ(run.steps, announced_commands);
-    EXPECT_FALSE(file_exists(oldest_path));
+    EXPECT_FALSE(file_exists(debug_log_2_path));
 }
 
 TEST(DebugLogRotation, PendingTextLandsInTheNewFile)
@@ -97,7 +95,7 @@ TEST(DebugLogRotation, PendingTextLandsInTheNewFile)
     (void)record(shared_debug_lte_backup_log_file);
     const std::string date = read_file(debug_log_path);
     expect_date_line(date);
-    EXPECT_EQ(read_file(previous_path), flushed);
+    EXPECT_EQ(read_file(debug_log_1_path), flushed);
     EXPECT_EQ(DebugLogFile::text(), date + pending);
 }
 } // namespace

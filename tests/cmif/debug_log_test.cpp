@@ -1,6 +1,7 @@
 // The debug log: its switch, what reaches the file and when, and its lock.
 #include "cmif/cmif.h"
 #include "tests/support/debug_log_file.h"
+#include "tests/support/files.h"
 #include "tests/support/record.h"
 
 #include <cerrno>
@@ -83,12 +84,6 @@ Recorded init(const std::string &enable)
 {
     store::set("debug_lte_enable", enable);
     return record(shared_debug_lte_mutex_init);
-}
-
-size_t open_files()
-{
-    const std::filesystem::directory_iterator all("/proc/self/fd");
-    return static_cast<size_t>(std::distance(begin(all), end(all)));
 }
 
 TEST(DebugLog, InitTellsItsSwitchAndTheSemaphoresAddress)
@@ -278,12 +273,12 @@ TEST(DebugLog, TheFileIsAppendedTo)
 TEST(DebugLog, TheFileIsOpenedForEachBlockAndClosed)
 {
     init("1");
-    const size_t before = open_files();
+    const long before = open_descriptors();
     write(message(200, 'a'));
-    EXPECT_EQ(open_files(), before);
+    EXPECT_EQ(open_descriptors(), before);
     std::filesystem::rename(debug_log_path, "/data/elsewhere");
     write(message(200, 'b'));
-    EXPECT_EQ(open_files(), before);
+    EXPECT_EQ(open_descriptors(), before);
     EXPECT_EQ(file(), message(200, 'b'));
     EXPECT_EQ(read_file("/data/elsewhere"), message(200, 'a'));
 }

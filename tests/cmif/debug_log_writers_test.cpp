@@ -2,6 +2,7 @@
 #include "cmif/cmif.h"
 #include "tests/support/child.h"
 #include "tests/support/debug_log_file.h"
+#include "tests/support/files.h"
 
 #include <gtest/gtest.h>
 #include <map>

@@ -1,4 +1,5 @@
 // The provider list's file as a whole: none, huge, no file at all; and what a reading leaves alone.
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/provider_list_run.h"
 #include "tests/support/system_calls.h"
@@ -11,12 +12,6 @@
 
 namespace
 {
-long open_descriptors()
-{
-    return std::distance(std::filesystem::directory_iterator("/proc/self/fd"),
-                         std::filesystem::directory_iterator());
-}
-
 std::string times(size_t count, const std::string &part)
 {
     std::string all;
@@ -66,27 +61,27 @@ TEST(ProviderListFile, IsNeeded)
     EXPECT_EQ(reading.run.output, "fd file open fail.\n");
     for (const cmif_provider_info &info : reading.list)
         expect_record(info, {});
-    ASSERT_EQ(symlink(CMIF_PROVIDER_LIST_FILE, CMIF_PROVIDER_LIST_FILE), 0);
+    ASSERT_EQ(symlink(provider_list_path, provider_list_path), 0);
     EXPECT_EQ(read_existing_provider_list().run.result, 6);
 }
 
 // A directory can be opened, but has nothing to read.
 TEST(ProviderListFile, MayBeADirectory)
 {
-    ASSERT_EQ(mkdir(CMIF_PROVIDER_LIST_FILE, 0700), 0);
+    ASSERT_EQ(mkdir(provider_list_path, 0700), 0);
     expect_reading(read_existing_provider_list(), "", {}, no_search);
 }
 
 // Nobody writes to it: the call neither waits nor finds anything.
 TEST(ProviderListFile, MayBeAFifo)
 {
-    ASSERT_EQ(mkfifo(CMIF_PROVIDER_LIST_FILE, 0600), 0);
+    ASSERT_EQ(mkfifo(provider_list_path, 0600), 0);
     expect_reading(read_existing_provider_list(), "", {}, no_search);
 }
 
 TEST(ProviderListFile, ComesThroughALink)
 {
-    ASSERT_EQ(symlink("/tmp/elsewhere", CMIF_PROVIDER_LIST_FILE), 0);
+    ASSERT_EQ(symlink("/tmp/elsewhere", provider_list_path), 0);
     expect_list("(1)", {{"1", {1}}});
 }
 
@@ -108,7 +103,7 @@ TEST(ProviderListFile, IsPrintedAndNothingElse)
 TEST(ProviderListFile, IsLeftAlone)
 {
     read_provider_list("(1,\"A\")x");
-    std::ifstream file(CMIF_PROVIDER_LIST_FILE);
+    std::ifstream file(provider_list_path);
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), "(1,\"A\")x");
 }
 
@@ -117,9 +112,9 @@ TEST(ProviderListFile, IsClosedOnEveryPath)
     const long before = open_descriptors();
     for (const char *file : {"", "none", "(1)", "(1", "()"})
         read_provider_list(file);
-    ASSERT_EQ(unlink(CMIF_PROVIDER_LIST_FILE), 0);
+    ASSERT_EQ(unlink(provider_list_path), 0);
     read_existing_provider_list();
-    ASSERT_EQ(mkdir(CMIF_PROVIDER_LIST_FILE, 0700), 0);
+    ASSERT_EQ(mkdir(provider_list_path, 0700), 0);
     read_existing_provider_list();
     EXPECT_EQ(open_descriptors(), before);
 }

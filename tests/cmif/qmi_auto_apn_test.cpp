@@ -1,5 +1,6 @@
 // The rule of automatic APN selection, and what it records.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_modify.h"
 #include "tests/support/system_calls.h"
@@ -122,7 +123,7 @@ TEST_F(QmiAutoApn, NotRecordedWhenTheChangeDisconnects)
 TEST_F(QmiAutoApn, NotRecordedWhenReadinessIsLost)
 {
     store::set(state_key, "3");
-    calls::before("msgrcv", [] { write_file(CMIF_QMI_READY_FILE, "off"); });
+    calls::before("msgrcv", [] { write_file(qmi_ready_path, "off"); });
     expect_modify(0, {ready(), exchange(3, 312), ready("of")}, 1);
     EXPECT_EQ(store::value(record_key), "");
 }

@@ -1,6 +1,7 @@
 // The caller trace: who called, by the process's own command line.
 #include "cmif/cmif.h"
 #include "tests/support/child.h"
+#include "tests/support/files.h"
 #include "tests/support/qmi_call.h"
 
 #include <cstdlib>
@@ -133,7 +134,7 @@ TEST_F(QmiCaller, WithoutAProcessIdThereIsNoTrace)
 TEST_F(QmiCaller, WhoRecordsIt)
 {
     EXPECT_EQ(shared_CMIF_get_sim_status(nullptr), 5);
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     const Recorded run = record([] {
         for (const QmiRequest &request : qmi_requests)
             (void)request.call();

@@ -1,5 +1,6 @@
 // What all QMI calls share: the readiness check, the exchange, its lines in both sinks.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"

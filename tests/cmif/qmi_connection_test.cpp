@@ -1,5 +1,6 @@
 // The connection's status, its start and its stop: what is asked in which state.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_connection.h"
 #include "tests/support/system_calls.h"
@@ -61,12 +62,12 @@ TEST_F(QmiConnection, StatusWhileAProfileIsModified)
     EXPECT_EQ(state, 4711);
     EXPECT_EQ(store::reads(state_key), 0);
 
-    write_file(CMIF_PROFILE_BUSY_FILE, ""); // an empty marker is one
+    write_file(profile_busy_path, ""); // an empty marker is one
     EXPECT_EQ(record(call).result, 7);
-    std::filesystem::remove(CMIF_PROFILE_BUSY_FILE);
-    std::filesystem::create_directory(CMIF_PROFILE_BUSY_FILE); // and so is a folder
+    std::filesystem::remove(profile_busy_path);
+    std::filesystem::create_directory(profile_busy_path); // and so is a folder
     EXPECT_EQ(record(call).result, 7);
-    std::filesystem::remove(CMIF_PROFILE_BUSY_FILE);
+    std::filesystem::remove(profile_busy_path);
     EXPECT_EQ(record(call).result, 0);
     EXPECT_EQ(state, 3);
 }
@@ -116,7 +117,7 @@ TEST_F(QmiConnection, ConnectedLooksAtNothingElse)
 {
     store::set(state_key, "3");
     store::set("lte_qmi_apn", "");
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_start({said(start + " already connected!")});
     EXPECT_EQ(store::reads("lte_qmi_apn") + store::reads(before_key) + store::reads(after_key), 0);
     EXPECT_EQ(calls::count("msgget"), 0);
@@ -125,7 +126,7 @@ TEST_F(QmiConnection, ConnectedLooksAtNothingElse)
 TEST_F(QmiConnection, DisconnectedLooksAtNothingElse)
 {
     store::set(state_key, "1");
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_stop({said(stop + " already disconnected!")});
     EXPECT_EQ(calls::count("msgget"), 0);
 }
@@ -154,7 +155,7 @@ TEST_F(QmiConnection, ALongApnIsAnApn)
 TEST_F(QmiConnection, NotReady)
 {
     store::set(state_key, "2");
-    write_file(CMIF_QMI_READY_FILE, "off");
+    write_file(qmi_ready_path, "off");
     expect_start({ready("of"), said("[" + start + "] msg thread not ready")}, 1);
     expect_stop({ready("of"), said("[" + stop + "] msg thread not ready")}, 1);
     EXPECT_EQ(calls::count("msgget"), 0);

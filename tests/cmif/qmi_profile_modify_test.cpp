@@ -1,5 +1,6 @@
 // A profile modification: what travels, what is refused or corrected, and the marker around it.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_modify.h"
 #include "tests/support/system_calls.h"
@@ -163,7 +164,7 @@ TEST_F(QmiModify, AllNumbersCorrectedInOrder)
 
 TEST_F(QmiModify, NotReady)
 {
-    write_file(CMIF_QMI_READY_FILE, "off");
+    write_file(qmi_ready_path, "off");
     fill(profile.apn, std::string(41, 'a')); // not looked at
     expect_modify(1, {ready("of")});
     EXPECT_EQ(calls::count("msgget"), 0);
@@ -179,7 +180,7 @@ TEST_F(QmiModify, EachFailedStepOfTheExchange)
 
 TEST_F(QmiModify, ReadinessLostDuringTheExchange)
 {
-    calls::before("msgrcv", [] { write_file(CMIF_QMI_READY_FILE, "off"); });
+    calls::before("msgrcv", [] { write_file(qmi_ready_path, "off"); });
     expect_modify(0, {ready(), exchange(3, 312), ready("of")});
     EXPECT_TRUE(sent);
 }
@@ -189,19 +190,19 @@ TEST_F(QmiModify, TheMarkerIsThereWhileTheDaemonWorks)
     std::string marker;
     {
         const ScriptedDaemon daemon(queues, [&](const Message &request) {
-            marker = read_file(CMIF_PROFILE_BUSY_FILE);
+            marker = read_file(profile_busy_path);
             queues.reply(request.type, "");
         });
         EXPECT_EQ(record([&] { return shared_CMIF_modify_profile_settings(profile, 0); }).result,
                   0);
     }
     EXPECT_EQ(marker, "1\n");
-    EXPECT_FALSE(file_exists(CMIF_PROFILE_BUSY_FILE));
+    EXPECT_FALSE(file_exists(profile_busy_path));
 }
 
 TEST_F(QmiModify, AnothersMarkerGoesToo)
 {
-    write_file(CMIF_PROFILE_BUSY_FILE, "other");
+    write_file(profile_busy_path, "other");
     expect_modify(0, {sending()});
 }
 

@@ -1,5 +1,6 @@
 // Reading the connection profile: the stored texts, their bounds, and the six lines of the trace.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
@@ -82,7 +83,7 @@ TEST_F(QmiProfile, TheTraceOff)
 
 TEST_F(QmiProfile, TheDaemonIsNotAsked)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     store_profile();
     EXPECT_EQ(record(get()).result, 0);
     EXPECT_STREQ(profile.apn, "internet");

@@ -1,5 +1,6 @@
 // The readiness check: which marker files count, and that nothing is sent without one.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
 
@@ -35,7 +36,7 @@ TEST_F(QmiReady, MarkerVariants)
 {
     for (const Marker &marker : markers) {
         SCOPED_TRACE(marker.bytes);
-        write_file(CMIF_QMI_READY_FILE, marker.bytes);
+        write_file(qmi_ready_path, marker.bytes);
         if (marker.ready) {
             queues.reply(6, std::string("\2\0\0\0", 4));
             expect_call(ask, 0,
@@ -52,7 +53,7 @@ TEST_F(QmiReady, WithoutAMarkerNoQueueIsTouched)
 {
     queues.remove_requests();
     queues.remove_replies();
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     for (const QmiRequest &request : qmi_requests) {
         const Recorded run = record(request.call);
         EXPECT_EQ(run.result, 1) << request.name;
@@ -65,32 +66,28 @@ TEST_F(QmiReady, WithoutAMarkerNoQueueIsTouched)
 
 TEST_F(QmiReady, AFolderForAMarkerIsNotReady)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
-    std::filesystem::create_directory(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
+    std::filesystem::create_directory(qmi_ready_path);
     expect_call(ask, 1, {ready("")});
 }
 
 // Nobody writes to it: the call doesn't wait.
 TEST_F(QmiReady, AFifoForAMarkerIsNotReady)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
-    ASSERT_EQ(mkfifo(CMIF_QMI_READY_FILE, 0600), 0);
+    std::filesystem::remove(qmi_ready_path);
+    ASSERT_EQ(mkfifo(qmi_ready_path, 0600), 0);
     expect_call(ask, 1, {ready("")});
 }
 
 TEST_F(QmiReady, FilesAreClosedOnEveryPath)
 {
-    const auto open_files = [] {
-        const std::filesystem::directory_iterator all("/proc/self/fd");
-        return std::distance(begin(all), end(all));
-    };
-    const auto before = open_files();
+    const long before = open_descriptors();
     for (const Marker &marker : markers) {
-        write_file(CMIF_QMI_READY_FILE, marker.bytes);
+        write_file(qmi_ready_path, marker.bytes);
         for (const QmiRequest &request : qmi_requests) {
             inject(Failure::send);
             (void)record(request.call);
-            EXPECT_EQ(open_files(), before) << request.name << ", " << marker.bytes;
+            EXPECT_EQ(open_descriptors(), before) << request.name << ", " << marker.bytes;
         }
     }
 }

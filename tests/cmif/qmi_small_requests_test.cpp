@@ -1,5 +1,6 @@
 // The small requests: qfirehose, the uptime, and the connection at start-up.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
@@ -53,7 +54,7 @@ TEST_F(QmiSmallRequests, QfirehoseCannotSend)
 
 TEST_F(QmiSmallRequests, QfirehoseNotReady)
 {
-    write_file(CMIF_QMI_READY_FILE, "of");
+    write_file(qmi_ready_path, "of");
     expect_call(shared_CMIF_set_CM_qfirehose, 1, {caller(qfirehose), ready("of")});
 }
 

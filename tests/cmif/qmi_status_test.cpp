@@ -1,5 +1,6 @@
 // The status calls: device revision, SIM status and packet-switched service.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
@@ -77,7 +78,7 @@ TEST_F(QmiStatus, DeviceRevisionUpToItsBound)
 
 TEST_F(QmiStatus, DeviceRevisionToNowhereStillTellsItsCaller)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_call([] { return shared_CMIF_get_device_rev_id(nullptr); }, 5, {caller(revision)});
 }
 
@@ -90,7 +91,7 @@ TEST_F(QmiStatus, DeviceRevisionFails)
                      not_received(revision)});
         expect_answer("", 0);
     }
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_call(get_revision, 1, {caller(revision)});
     expect_answer("", 0);
 }
@@ -133,7 +134,7 @@ TEST_F(QmiStatus, SimStatusFails)
         expect_call(get_sim, row.result,
                     {ready(), exchange_failing(row.step, 6, 5), not_received(sim)});
     }
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_call(get_sim, 1, {});
     EXPECT_EQ(answered_number, 4711);
 }
@@ -169,7 +170,7 @@ TEST_F(QmiStatus, ServiceFails)
         expect_call(get_service, row.result,
                     {ready(), exchange_failing(row.step, 8, 51), not_received(service)});
     }
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     expect_call(get_service, 1, {});
     expect_answer("", 0);
 }

@@ -1,6 +1,7 @@
 // The trace switch of the QMI side: one cache per place, and the places of the exchange are shared
 // by all calls.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
 
@@ -143,7 +144,7 @@ TEST_F(QmiSwitch, TheTwoLookUpsDecideApart)
 
 TEST_F(QmiSwitch, TheCallerTraceIsOnePlaceForAllCalls)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     set("0");
     EXPECT_EQ(switch_reads(record([] { return shared_CMIF_get_device_rev_id(nullptr); })), 1);
     set("1");

@@ -1,5 +1,6 @@
 // The waits of start and stop while a profile is being modified.
 #include "cmif/cmif.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/qmi_connection.h"
 #include "tests/support/system_calls.h"
@@ -18,7 +19,7 @@ protected:
     {
         calls::before("sleep", [last = calls::count("sleep") + number] {
             if (calls::count("sleep") == last)
-                std::filesystem::remove(CMIF_PROFILE_BUSY_FILE);
+                std::filesystem::remove(profile_busy_path);
         });
     }
 
@@ -63,7 +64,7 @@ TEST_F(QmiWaits, StartWaitsForItsBudget)
         set_busy();
         end_busy_in_sleep(row.vanishes);
         expect_start({waits(start, row.first, row.turns), started()});
-        EXPECT_EQ(file_exists(CMIF_PROFILE_BUSY_FILE), row.vanishes == 0);
+        EXPECT_EQ(file_exists(profile_busy_path), row.vanishes == 0);
     }
 }
 
@@ -95,7 +96,7 @@ TEST_F(QmiWaits, StartDoesNotTestAgainAfterItsWait)
     set_busy();
     calls::before("sleep", [] {
         store::set(state_key, "3");
-        std::filesystem::remove(CMIF_PROFILE_BUSY_FILE);
+        std::filesystem::remove(profile_busy_path);
     });
     expect_start({waits(start, 3, 1), started()});
     EXPECT_EQ(store::reads(state_key), 0); // the marker was there at the test
@@ -108,7 +109,7 @@ TEST_F(QmiWaits, StopTestsAfterItsWait)
     set_busy();
     calls::before("sleep", [] {
         store::set(state_key, "1");
-        std::filesystem::remove(CMIF_PROFILE_BUSY_FILE);
+        std::filesystem::remove(profile_busy_path);
     });
     expect_stop({waits(stop, 10, 1), said(stop + " already disconnected!")});
 }
@@ -135,7 +136,7 @@ TEST_F(QmiWaits, StopWaitsNoLongerThanTheMarkerIsThere)
 
 TEST_F(QmiWaits, NotReadyIsSeenAfterTheWaits)
 {
-    std::filesystem::remove(CMIF_QMI_READY_FILE);
+    std::filesystem::remove(qmi_ready_path);
     store::set(before_key, "2");
     set_busy();
     expect_start({waits(start, 2, 2), said("[" + start + "] msg thread not ready")}, 1);

@@ -3,6 +3,7 @@
 #include "cmif/cmif.h"
 #include "tests/support/at_request.h"
 #include "tests/support/debug_log_file.h"
+#include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/queue_pair.h"
 #include "tests/support/redirect.h"
@@ -72,7 +73,7 @@ void publish()
     store::set("lte_sim_pin_mode", "1");
     store::set("debug_at_cmif", "1");
     store::set("debug_qmi_cmif", "1");
-    write_file(CMIF_QMI_READY_FILE, "on");
+    write_file(qmi_ready_path, "on");
 }
 
 bool query_pin_mode()

@@ -13,6 +13,7 @@
 namespace
 {
 constexpr int request_code = 18;
+constexpr size_t payload = 116;
 constexpr int most = 3; // messages
 
 int queue(key_t key)
@@ -24,17 +25,17 @@ int queue(key_t key)
 
 void put_reply()
 {
-    static const int replies = queue(CMIF_AT_REPLY_KEY);
+    static const int replies = queue(900);
     const cmif_msg reply{request_code, "", "", "", "", 0};
-    check(msgsnd(replies, &reply, CMIF_AT_PAYLOAD, IPC_NOWAIT) == 0, "no reply");
+    check(msgsnd(replies, &reply, payload, IPC_NOWAIT) == 0, "no reply");
 }
 
 void take_request()
 {
-    static const int requests = queue(CMIF_AT_REQUEST_KEY);
+    static const int requests = queue(899);
     cmif_msg request;
-    const ssize_t size = msgrcv(requests, &request, CMIF_AT_PAYLOAD, request_code, IPC_NOWAIT);
-    check(size == CMIF_AT_PAYLOAD, "no request");
+    const ssize_t size = msgrcv(requests, &request, payload, request_code, IPC_NOWAIT);
+    check(size == static_cast<ssize_t>(payload), "no request");
 }
 
 std::vector<std::string> parts_of(const unsigned char *data, size_t size)

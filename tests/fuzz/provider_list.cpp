@@ -2,6 +2,7 @@
 #include "tests/cmif/reference/provider_list.h"
 
 #include "fuzz_store.h"
+#include "tests/support/files.h"
 
 #include <cstdio>
 #include <cstring>
@@ -14,9 +15,9 @@ constexpr size_t most = 511; // groups that a file can hold
 
 using List = cmif_provider_info[most];
 
-void write_file(const unsigned char *data, size_t size)
+void fill_file(const unsigned char *data, size_t size)
 {
-    static const int file = open(CMIF_PROVIDER_LIST_FILE, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    static const int file = open(provider_list_path, O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     check(ftruncate(file, 0) == 0, "no file to write");
     check(pwrite(file, data, size, 0) == static_cast<ssize_t>(size), "the file is too short");
 }
@@ -44,7 +45,7 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
     static List expected;
     memset(found, '?', sizeof found);
     memset(expected, '?', sizeof expected);
-    write_file(data, size);
+    fill_file(data, size);
 
     const std::string output = output_of(shared_CMIF_GetNetworkProviderList, found);
 

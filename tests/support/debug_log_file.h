@@ -10,7 +10,6 @@
 
 #include <cstdlib>
 
-constexpr char debug_log_path[] = "/data/debug_lte.txt";
 constexpr char debug_log_stamp[] = "11-14_22:13:20:123"; // on each of its lines
 
 class DebugLogFile

@@ -1,6 +1,7 @@
 #include "provider_list_run.h"
 
 #include "bytes.h"
+#include "files.h"
 
 #include <cstring>
 #include <fstream>
@@ -33,7 +34,7 @@ ProviderListRun::ProviderListRun()
 
 ProviderListRun read_provider_list(const std::string &file)
 {
-    std::ofstream(CMIF_PROVIDER_LIST_FILE, std::ios::binary) << file;
+    std::ofstream(provider_list_path, std::ios::binary) << file;
     return read_existing_provider_list();
 }
 

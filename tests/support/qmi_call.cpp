@@ -1,5 +1,6 @@
 #include "qmi_call.h"
 
+#include "files.h"
 #include "memory_store.h"
 #include "system_calls.h"
 
@@ -133,7 +134,7 @@ long switch_reads(const Recorded &run)
 QmiTest::QmiTest() : log_(std::make_unique<DebugLogFile>())
 {
     store::set("debug_qmi_cmif", "1");
-    write_file(CMIF_QMI_READY_FILE, "on");
+    write_file(qmi_ready_path, "on");
 }
 
 QmiTest::~QmiTest() = default;

@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_QMI_CONNECTION_H
 
 #include "cmif/cmif.h"
+#include "files.h"
 #include "memory_store.h"
 #include "qmi_call.h"
 
@@ -19,7 +20,7 @@ class QmiConnection : public QmiTest
 protected:
     QmiConnection() { store::set("lte_qmi_apn", "internet"); }
 
-    static void set_busy() { write_file(CMIF_PROFILE_BUSY_FILE, "1\n"); }
+    static void set_busy() { write_file(profile_busy_path, "1\n"); }
 
     [[nodiscard]] Events started() const
     {

@@ -3,6 +3,7 @@
 #define TESTS_SUPPORT_QMI_MODIFY_H
 
 #include "cmif/cmif.h"
+#include "files.h"
 #include "qmi_call.h"
 
 #include <cstring>
@@ -39,7 +40,7 @@ protected:
             [&] { return shared_CMIF_modify_profile_settings(profile, from_auto_apn); }, result,
             {caller(api), marked("echo 1 >", "shared_CMIF_write_modify_profile_in_progress"),
              sequence(events), marked("rm", "shared_CMIF_remove_modify_profile_in_progress")});
-        EXPECT_FALSE(file_exists(CMIF_PROFILE_BUSY_FILE));
+        EXPECT_FALSE(file_exists(profile_busy_path));
         sent = queues.take_request();
         while (queues.take_reply()) {}
     }

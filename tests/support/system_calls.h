@@ -3,7 +3,7 @@
 //
 //     calls::script("msgget", {calls::real, calls::fails(ENOSPC)});  // the second look-up fails
 //     calls::script("msgrcv", {calls::fails(EINTR), calls::fails(EIDRM)});
-//     calls::before("sleep", [] { unlink(CMIF_PROFILE_BUSY_FILE); });
+//     calls::before("sleep", [] { unlink(profile_busy_path); });
 //
 // A receive that a script replaces overwrites the type in the caller's record: after a failure it
 // is not to be trusted.
