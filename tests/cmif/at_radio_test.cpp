@@ -1,6 +1,6 @@
 // The radio and service requests: the value that each argument becomes, and the lines around it.
 #include "cmif/cmif.h"
-#include "tests/support/at_request.h"
+#include "tests/support/at_checks.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/queue_pair.h"
 #include "tests/support/system_calls.h"
@@ -133,60 +133,22 @@ const AtRequest arguments[] = {
     operator_format(INT_MAX, "2147483647"),
     operator_format(INT_MIN, "-2147483648"),
 };
+
+class RadioRequests : public testing::TestWithParam<AtCheck>
+{
+};
 } // namespace
 
-TEST(RadioRequests, MakeTheirRoundTrip)
+TEST_P(RadioRequests, Pass)
 {
     for (const AtRequest &request : requests)
-        expect_traced_round_trip(request);
+        if (request.waits || !GetParam().of_reply)
+            GetParam().check(request);
 }
 
-TEST(RadioRequests, AreSilentWhenTheSwitchIsOff)
-{
-    for (const AtRequest &request : requests)
-        expect_silent_round_trip(request);
-}
+INSTANTIATE_TEST_SUITE_P(EveryCheck, RadioRequests, testing::ValuesIn(at_checks), check_name);
 
-TEST(RadioRequests, EndWithoutARequestQueue)
-{
-    for (const AtRequest &request : requests)
-        expect_request_queue_failure(request);
-}
-
-TEST(RadioRequests, EndWithoutAReplyQueue)
-{
-    for (const AtRequest &request : requests)
-        if (request.waits)
-            expect_reply_queue_failure(request);
-}
-
-TEST(RadioRequests, EndWhenTheSendFails)
-{
-    for (const AtRequest &request : requests)
-        expect_send_failure(request);
-}
-
-TEST(RadioRequests, FailInSilenceWhenTheSwitchIsOff)
-{
-    for (const AtRequest &request : requests)
-        expect_silent_failures(request);
-}
-
-TEST(RadioRequests, ReceiveUntilTheReplyComes)
-{
-    for (const AtRequest &request : requests)
-        if (request.waits)
-            expect_receive_retries(request);
-}
-
-TEST(RadioRequests, PassTheDaemonsCodeThrough)
-{
-    for (const AtRequest &request : requests)
-        if (request.waits)
-            expect_codes_passed_through(request);
-}
-
-TEST(RadioRequests, ConvertTheirArguments)
+TEST(RadioValues, ConvertTheirArguments)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();

@@ -1,7 +1,7 @@
 // The SIM security requests: what travels and what is printed. What the two queries read is in
 // at_sim_queries_test.cpp.
 #include "cmif/cmif.h"
-#include "tests/support/at_request.h"
+#include "tests/support/at_checks.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/queue_pair.h"
 #include "tests/support/system_calls.h"
@@ -108,58 +108,22 @@ const AtRequest requests[] = {
     change_pin("1234", "4321"),
     enter_puk("87654321", "4321"),
 };
+
+class SimRequests : public testing::TestWithParam<AtCheck>
+{
+};
 } // namespace
 
-TEST(SimRequests, MakeTheirRoundTrip)
+TEST_P(SimRequests, Pass)
 {
     for (const AtRequest &request : requests)
-        expect_traced_round_trip(request);
+        GetParam().check(request);
 }
 
-TEST(SimRequests, AreSilentWhenTheSwitchIsOff)
-{
-    for (const AtRequest &request : requests)
-        expect_silent_round_trip(request);
-}
-
-TEST(SimRequests, EndWithoutARequestQueue)
-{
-    for (const AtRequest &request : requests)
-        expect_request_queue_failure(request);
-}
-
-TEST(SimRequests, EndWithoutAReplyQueue)
-{
-    for (const AtRequest &request : requests)
-        expect_reply_queue_failure(request);
-}
-
-TEST(SimRequests, EndWhenTheSendFails)
-{
-    for (const AtRequest &request : requests)
-        expect_send_failure(request);
-}
-
-TEST(SimRequests, FailInSilenceWhenTheSwitchIsOff)
-{
-    for (const AtRequest &request : requests)
-        expect_silent_failures(request);
-}
-
-TEST(SimRequests, ReceiveUntilTheReplyComes)
-{
-    for (const AtRequest &request : requests)
-        expect_receive_retries(request);
-}
-
-TEST(SimRequests, PassTheDaemonsCodeThrough)
-{
-    for (const AtRequest &request : requests)
-        expect_codes_passed_through(request);
-}
+INSTANTIATE_TEST_SUITE_P(EveryCheck, SimRequests, testing::ValuesIn(at_checks), check_name);
 
 // 29 characters fit; more run on into the fields behind, and never into ret_code.
-TEST(SimRequests, RunOnWithOverLongTexts)
+TEST(SimTexts, RunOnWithOverLongTexts)
 {
     for (const size_t size : {29U, 30U, 31U, 59U, 60U, 110U, 111U, 112U, 113U, 4096U}) {
         SCOPED_TRACE(size);
@@ -214,7 +178,7 @@ TEST(NetworkLock, KeepsOverLongTextsInTheRecord)
 }
 
 // Texts travel byte for byte, and are never a format.
-TEST(SimRequests, SendTextsAsTheyAre)
+TEST(SimTexts, SendTextsAsTheyAre)
 {
     for (const char *text : {"", "%s%n%d%%", " 12 34 ", "\xFF\x01", "a'b\"c"}) {
         const AtRequest request = change_pin(text, text);
@@ -226,7 +190,7 @@ TEST(SimRequests, SendTextsAsTheyAre)
     }
 }
 
-TEST(SimRequests, TakeANullTextForAnEmptyOne)
+TEST(SimTexts, TakeANullTextForAnEmptyOne)
 {
     const std::pair<AtRequest, std::function<int()>> rows[] = {
         {enter_pin(""), [] { return shared_CMIF_set_EntermobilePIN(nullptr); }},

@@ -169,6 +169,19 @@ TEST_F(QmiProfile, NumbersAreNotChecked)
     }
 }
 
+TEST_F(QmiProfile, LongNumbersArePrintedUpTo49Characters)
+{
+    const auto stored = [](char digit) { return std::string(60, digit); };
+    const auto shown = [](char digit) { return std::string(49, digit); };
+    store_profile();
+    store::set("lte_qmi_auth", stored('1'));
+    store::set("lte_qmi_pdp", stored('2'));
+    store::set("lte_qmi_cur_ip_family", stored('3'));
+    expect_call(
+        get(), 0,
+        {caller(api), fields({"internet", "me", "secret", shown('1'), shown('2'), shown('3')})});
+}
+
 TEST_F(QmiProfile, StoredTextIsNoFormat)
 {
     store_profile();
