@@ -1,5 +1,5 @@
-// The AT channel itself: its queues, its waiting, whose reply is whose. What every request must do
-// besides is in at_request.h, and runs in the tests of the requests.
+// The AT channel itself: its queues, its waiting, and which caller gets which reply. What every
+// request must do is in at_request.h, and runs in the tests of the requests.
 #include "cmif/cmif.h"
 #include "tests/support/at_request.h"
 #include "tests/support/child.h"
@@ -43,7 +43,7 @@ void answer_before_the_send()
 }
 } // namespace
 
-TEST(AtQueues, AreCreatedForEverybody)
+TEST(AtQueues, AreCreatedReadableAndWritableForAllUsers)
 {
     umask(0077);
     answer_before_the_send();
@@ -55,7 +55,7 @@ TEST(AtQueues, AreCreatedForEverybody)
     const QueuePair removed_in_the_end = QueuePair::at();
 }
 
-TEST(AtQueues, AreLookedUpAnewByEveryCall)
+TEST(AtQueues, AreLookedUpAgainByEveryCall)
 {
     answer_before_the_send();
     for (int i = 0; i < 2; ++i) {
@@ -68,7 +68,7 @@ TEST(AtQueues, AreLookedUpAnewByEveryCall)
     EXPECT_TRUE(queues.take_request().has_value());
 }
 
-TEST(AtQueues, OutliveTheCall)
+TEST(AtQueues, StayAfterTheCall)
 {
     const QueuePair queues = QueuePair::at();
     queues.reply(12, at_reply(0));
@@ -110,7 +110,7 @@ TEST(AtWait, LastsUntilTheDaemonAnswers)
     EXPECT_EQ(child.wait(), 42);
 }
 
-TEST(AtWait, LastsWhileRepliesToOthersCome)
+TEST(AtWait, LastsWhileRepliesOfOtherCodesArrive)
 {
     const QueuePair queues = QueuePair::at();
     Child child([] { _exit(enter_pin()); });
@@ -235,7 +235,7 @@ TEST(AtWait, GoesOnAfterAThousandFailures)
 }
 
 // What the send could not deliver is not tried again.
-TEST(AtSend, FailsForGoodWhenTheQueueIsRemoved)
+TEST(AtSend, FailsWithoutARetryWhenTheQueueIsRemoved)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();
@@ -249,7 +249,7 @@ TEST(AtSend, FailsForGoodWhenTheQueueIsRemoved)
 }
 
 // Threads that wait for different codes get their own replies.
-TEST(AtWait, KeepsThreadsApartByCode)
+TEST(AtWait, GivesEachThreadTheReplyOfItsCode)
 {
     const QueuePair queues = QueuePair::at();
     const ScriptedDaemon daemon(queues, [&](const Message &request) {

@@ -125,7 +125,7 @@ TEST(PhoneFunctionality, TravelsAsOneByte)
     }
 }
 
-TEST(MissingReplyQueue, IsTwoForPhoneFunctionalityAlone)
+TEST(MissingReplyQueue, GivesTwoOnlyForPhoneFunctionality)
 {
     const QueuePair queues = QueuePair::at();
     for (const AtRequest &request : requests(queues)) {

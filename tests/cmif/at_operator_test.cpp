@@ -72,8 +72,8 @@ TEST(NetworkProvider, RefusesNullBeforeItTouchesAnything)
     EXPECT_FALSE(queue_exists(900));
 }
 
-// 29 characters fit; more run on into the fields behind, and never into ret_code.
-TEST(NetworkProvider, RunsOnWithOverLongTexts)
+// 29 characters fit; more overflow into the following fields, and never into ret_code.
+TEST(NetworkProvider, OverflowsIntoTheNextFieldWithOverLongTexts)
 {
     for (const size_t size : {28U, 29U, 30U, 31U, 60U, 111U, 112U, 113U, 4096U}) {
         SCOPED_TRACE(size);
@@ -91,7 +91,7 @@ TEST(NetworkProvider, SendsTextsAsTheyAre)
         expect_traced_exchange(select_operator(text, text));
 }
 
-// The first text as it stands on the wire, with the other 30 bytes on.
+// The first text as it travels, with the other one 30 bytes after it.
 TEST(NetworkProvider, LaysItsTextsOutInTheRecord)
 {
     const QueuePair queues = QueuePair::at();
@@ -107,7 +107,7 @@ TEST(NetworkProvider, LaysItsTextsOutInTheRecord)
 }
 
 // Also where a search needs minutes: other replies stay, and only its own is taken.
-TEST(ManualSearch, LeavesTheRepliesOfOthers)
+TEST(ManualSearch, LeavesRepliesOfOtherCodes)
 {
     const QueuePair queues = QueuePair::at();
     queues.reply(23, at_reply(1));

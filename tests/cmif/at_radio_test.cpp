@@ -104,7 +104,7 @@ const AtRequest requests[] = {
     operator_format(2, "2"),
 };
 
-// One of each argument: the rows of the tables, and what stands beside them.
+// One of each argument: those of the tables, and others.
 const AtRequest arguments[] = {
     network_mode(0, "0"),
     network_mode(1, "1"),
@@ -148,7 +148,7 @@ TEST_P(RadioRequests, Pass)
 
 INSTANTIATE_TEST_SUITE_P(EveryCheck, RadioRequests, testing::ValuesIn(at_checks), check_name);
 
-TEST(RadioValues, ConvertTheirArguments)
+TEST(RadioRequestValues, FollowFromTheArgument)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();
@@ -165,7 +165,7 @@ TEST(RadioValues, ConvertTheirArguments)
 }
 
 // Any number but 1 sends nothing, yet looks both queues up.
-TEST(NetworkSelection, IsOnlyEverMadeAutomatic)
+TEST(NetworkSelection, SendsNothingForAnotherModeThanAutomatic)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();
@@ -206,8 +206,8 @@ TEST(NetworkSelection, FailsWithoutAQueueEvenWhenItWouldSendNothing)
     EXPECT_EQ(run.output, "[shared_CMIF_SetNetworkMode] - msgget failed\n");
 }
 
-// The firmware-download request leaves with nobody there, and no reply queue comes into being.
-TEST(Firehose, NeedsNoDaemon)
+// The firmware-download request is sent without a daemon, and creates no reply queue.
+TEST(Firehose, IsSentWithoutADaemon)
 {
     EXPECT_EQ(shared_CMIF_set_AT_qfirehose(), 0);
     EXPECT_TRUE(queue_exists(899));
@@ -218,7 +218,7 @@ TEST(Firehose, NeedsNoDaemon)
     EXPECT_EQ(sent.payload, std::string(116, '\0'));
 }
 
-TEST(Firehose, LeavesRepliesAlone)
+TEST(Firehose, ReceivesNothing)
 {
     const QueuePair queues = QueuePair::at();
     queues.reply(20, at_reply(5));

@@ -132,7 +132,7 @@ TEST(Counters, AreUntouchedWhenTheChannelFails)
 }
 
 // Without an array the request is made all the same, and the daemon's code comes back.
-TEST(Counters, MayGoNowhere)
+TEST(Counters, AreDroppedWithoutAnArray)
 {
     AtRequest request = get_counters;
     request.call = [] { return shared_CMIF_get_mobilePINPUKC(nullptr); };
@@ -140,7 +140,7 @@ TEST(Counters, MayGoNowhere)
     EXPECT_EQ(calls::sent().size(), 1U);
 }
 
-TEST(Counters, HaveAPlaceEach)
+TEST(Counters, HaveATraceSiteEach)
 {
     store::set("debug_at_cmif", "-1");
     for (int calls = 1; calls <= 2; ++calls) {

@@ -82,7 +82,7 @@ AtRequest set_pin_mode(const std::string &first, const std::string &second)
                      second);
 }
 
-// The lock's first argument travels as the value, behind the texts; nothing is printed.
+// The lock's first argument travels as the value, after the texts; nothing is printed.
 AtRequest lock_network(const std::string &first, const std::string &second,
                        const std::string &third, const std::string &fourth)
 {
@@ -122,8 +122,8 @@ TEST_P(SimRequests, Pass)
 
 INSTANTIATE_TEST_SUITE_P(EveryCheck, SimRequests, testing::ValuesIn(at_checks), check_name);
 
-// 29 characters fit; more run on into the fields behind, and never into ret_code.
-TEST(SimTexts, RunOnWithOverLongTexts)
+// 29 characters fit; more overflow into the following fields, and never into ret_code.
+TEST(SimRequestTexts, OverflowIntoTheNextFields)
 {
     for (const size_t size : {29U, 30U, 31U, 59U, 60U, 110U, 111U, 112U, 113U, 4096U}) {
         SCOPED_TRACE(size);
@@ -178,7 +178,7 @@ TEST(NetworkLock, KeepsOverLongTextsInTheRecord)
 }
 
 // Texts travel byte for byte, and are never a format.
-TEST(SimTexts, SendTextsAsTheyAre)
+TEST(SimRequestTexts, AreSentByteForByte)
 {
     for (const char *text : {"", "%s%n%d%%", " 12 34 ", "\xFF\x01", "a'b\"c"}) {
         const AtRequest request = change_pin(text, text);
@@ -190,7 +190,7 @@ TEST(SimTexts, SendTextsAsTheyAre)
     }
 }
 
-TEST(SimTexts, TakeANullTextForAnEmptyOne)
+TEST(SimRequestTexts, AreEmptyForNull)
 {
     const std::pair<AtRequest, std::function<int()>> rows[] = {
         {enter_pin(""), [] { return shared_CMIF_set_EntermobilePIN(nullptr); }},

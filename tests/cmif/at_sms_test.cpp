@@ -142,7 +142,7 @@ TEST(Messages, AreReadWhateverTheDaemonAnswers)
     }
 }
 
-TEST(Messages, AreReadOneValueAfterTheOther)
+TEST(Messages, AreReadInOrder)
 {
     store::set("lte_mobile_sms_counts", "2");
     Mailbox box;
@@ -159,7 +159,7 @@ TEST(Messages, AreReadOneValueAfterTheOther)
                             "get lte_mobile_sms_scts_2", "get lte_mobile_sms_text_2"}));
 }
 
-// As many as the daemon counts, with nothing written behind the last.
+// As many as the daemon counts, with nothing written after the last.
 TEST(Messages, HaveNoUpperBound)
 {
     constexpr int many = 1200;
@@ -193,7 +193,7 @@ TEST(Messages, AreCountedByTheStoredText)
     }
 }
 
-TEST(Messages, AreUnreadByOneTextAlone)
+TEST(Messages, AreUnreadOnlyByOneText)
 {
     store::set("lte_mobile_sms_counts", "1");
     const std::pair<const char *, int> states[] = {

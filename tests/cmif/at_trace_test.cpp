@@ -9,8 +9,8 @@
 #include <cerrno>
 #include <gtest/gtest.h>
 
-// The places behind the wait see what changed in it.
-TEST(AtTrace, SeesASwitchTurnedOnDuringTheWaitBehindItOnly)
+// The sites after the wait see what changed during it.
+TEST(AtTrace, SeesASwitchTurnedOnDuringTheWaitOnlyAfterIt)
 {
     const QueuePair queues = QueuePair::at();
     calls::before("msgrcv", [] { store::set("debug_at_cmif", "1"); });
@@ -20,7 +20,7 @@ TEST(AtTrace, SeesASwitchTurnedOnDuringTheWaitBehindItOnly)
     }
 }
 
-TEST(AtTrace, SeesASwitchTurnedOffDuringTheWaitBehindItOnly)
+TEST(AtTrace, SeesASwitchTurnedOffDuringTheWaitOnlyAfterIt)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();
@@ -31,7 +31,7 @@ TEST(AtTrace, SeesASwitchTurnedOffDuringTheWaitBehindItOnly)
     }
 }
 
-TEST(AtTrace, DecidesForEachRequestByItself)
+TEST(AtTrace, IsDecidedForEachRequestSeparately)
 {
     const QueuePair queues = QueuePair::at();
     const auto call = [&](int (*request)(), long code) {
@@ -51,7 +51,7 @@ TEST(AtTrace, DecidesForEachRequestByItself)
 }
 
 // A place that was never reached has not read its switch yet.
-TEST(AtTrace, DecidesForTheFailurePlacesWhenTheyFail)
+TEST(AtTrace, OfAFailureIsDecidedWhenItFirstFails)
 {
     const std::string name = "shared_CMIF_set_EntermobilePIN";
     const QueuePair queues = QueuePair::at();
@@ -70,7 +70,7 @@ TEST(AtTrace, DecidesForTheFailurePlacesWhenTheyFail)
     EXPECT_EQ(store::reads("debug_at_cmif"), 5 + 4);
 }
 
-TEST(AtTrace, ReadsASwitchOfMinusOneAnewEachTime)
+TEST(AtTrace, ReadsASwitchOfMinusOneAgainEachTime)
 {
     store::set("debug_at_cmif", "-1");
     const QueuePair queues = QueuePair::at();

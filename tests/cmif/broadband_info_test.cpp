@@ -22,10 +22,10 @@ static_assert(sizeof(WirelessBroadbandInfo) == 184);
 
 namespace
 {
-// A record that shows what was written, and what lies behind it.
+// A record that shows what was written, and the bytes after it.
 struct Caller {
     WirelessBroadbandInfo info;
-    char behind[64];
+    char after[64];
 
     Caller() { memset(static_cast<void *>(this), '?', sizeof *this); }
     Recorded call()
@@ -36,10 +36,10 @@ struct Caller {
     {
         return {reinterpret_cast<const char *>(this) + offset, size};
     }
-    [[nodiscard]] bool is_whole() const { return std::string(behind, 64) == std::string(64, '?'); }
+    [[nodiscard]] bool is_whole() const { return std::string(after, 64) == std::string(64, '?'); }
 };
 
-// A text field filled with `text`: what is behind its NUL stays.
+// A text field filled with `text`: the bytes after its NUL stay.
 std::string field(const std::string &text)
 {
     std::string bytes = text + '\0';
@@ -127,7 +127,7 @@ TEST(BroadbandInfo, HasTenSwitches)
     EXPECT_STREQ(caller.info.NewOperatorName, "Test Network");
 }
 
-TEST(BroadbandInfo, ReadsASwitchOfMinusOneAnewAtEachPlace)
+TEST(BroadbandInfo, ReadsASwitchOfMinusOneAgainAtEachPlace)
 {
     store_link();
     store::set("debug_at_cmif", "-1");
@@ -224,7 +224,7 @@ TEST(BroadbandInfo, GivesEmptyTextsForUnsetKeys)
 }
 
 // 20 characters and more run on into the next field, which then overwrites its part.
-TEST(BroadbandInfo, RunsOnIntoTheNextField)
+TEST(BroadbandInfo, OverflowsIntoTheNextField)
 {
     store_link();
     store::set("lte_module_hw_ver", std::string(25, 'h'));

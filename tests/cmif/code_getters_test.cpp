@@ -157,7 +157,7 @@ TEST(CodeGetters, ConvertEveryValueAndPrintItsCode)
     expect_all(true);
 }
 
-TEST(CodeGetters, ConvertInSilenceWhenTheSwitchIsOff)
+TEST(CodeGetters, ConvertWithoutALineWhenTheSwitchIsOff)
 {
     expect_all(false);
 }
@@ -178,7 +178,7 @@ TEST(CodeGetters, DecideForEachPlaceOnItsOwnFirstUse)
     }
 }
 
-TEST(CodeGetters, ReadASwitchOfMinusOneAnewAtEachPlace)
+TEST(CodeGetters, ReadASwitchOfMinusOneAgainAtEachPlace)
 {
     store::set("debug_at_cmif", "-1");
     for (int round = 0; round < 2; ++round)

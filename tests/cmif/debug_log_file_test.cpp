@@ -7,7 +7,7 @@
 
 namespace
 {
-TEST(DebugLogFile, AHundredAndThirty)
+TEST(DebugLogFile, AMessageThatDoesNotFitWritesWhatIsPending)
 {
     init_log("1");
     write_log(std::string(100, 'a'));
@@ -43,7 +43,7 @@ TEST(DebugLogFile, BlocksEndWhereTheNextMessageDoesNotFit)
     }
 }
 
-TEST(DebugLogFile, AMessageThatCannotFitGoesBehindWhatIsPending)
+TEST(DebugLogFile, AMessageLargerThanTheBufferIsWrittenAfterWhatIsPending)
 {
     init_log("1");
     std::string all;
@@ -122,7 +122,7 @@ TEST(DebugLogFile, DeinitDoesNotFlush)
     EXPECT_FALSE(file_exists(debug_log_path));
 }
 
-TEST(DebugLogFile, WhatDeinitLeftIsStillPendingForTheNextInit)
+TEST(DebugLogFile, TextPendingAtDeinitIsStillPendingAfterTheNextInit)
 {
     init_log("1");
     write_log(std::string(50, 'a'));

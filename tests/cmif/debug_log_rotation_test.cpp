@@ -28,7 +28,7 @@ void expect_date_line(const std::string &text)
     EXPECT_EQ(text.back(), '\n');
 }
 
-TEST(DebugLogRotation, FourAnnouncedCommandsAndTheStatusOfTheLast)
+TEST(DebugLogRotation, RunsFourCommandsAndReturnsTheStatusOfTheLast)
 {
     for (const int status : {0, 256, 32512, 9, -1}) {
         calls::script("system", {calls::yields(11), calls::yields(22), calls::yields(-1),
@@ -39,7 +39,7 @@ TEST(DebugLogRotation, FourAnnouncedCommandsAndTheStatusOfTheLast)
     }
 }
 
-TEST(DebugLogRotation, NeedsNoSwitchAndReadsNone)
+TEST(DebugLogRotation, ReadsNoSwitch)
 {
     calls::script("system", calls::times(4, calls::yields(0)));
     EXPECT_EQ(record(shared_debug_lte_backup_log_file).steps, announced_commands);

@@ -65,7 +65,7 @@ int sem_destroy(sem_t *semaphore) noexcept
 
 namespace
 {
-TEST(DebugLog, InitTellsItsSwitchAndTheSemaphoresAddress)
+TEST(DebugLog, InitPrintsItsSwitchAndTheSemaphoresAddress)
 {
     const std::pair<std::string, std::string> rows[] = {{"", "0"},    {"0", "0"},  {"off", "0"},
                                                         {" 0", "0"},  {"1", "1"},  {"2", "2"},
@@ -87,7 +87,7 @@ TEST(DebugLog, InitTellsItsSwitchAndTheSemaphoresAddress)
     }
 }
 
-TEST(DebugLog, DeinitTellsTheSameAddress)
+TEST(DebugLog, DeinitPrintsTheSameAddress)
 {
     const std::string started = init_log("1").output;
     const Recorded run = record(shared_debug_lte_mutex_deinit);
@@ -97,7 +97,7 @@ TEST(DebugLog, DeinitTellsTheSameAddress)
     EXPECT_EQ(run.steps.size(), 1U);
 }
 
-TEST(DebugLog, TheSemaphoreIsOfThisProcessAndFree)
+TEST(DebugLog, TheSemaphoreIsProcessPrivateAndFree)
 {
     init_log("1");
     EXPECT_EQ(used.inits, 1);
@@ -117,7 +117,7 @@ TEST(DebugLog, InitReturnsTheSemaphoresResult)
     EXPECT_EQ(init_log("1").result, -1);
 }
 
-TEST(DebugLog, AnInterruptedWaitIsNoLock)
+TEST(DebugLog, AnInterruptedWaitIsTriedAgain)
 {
     init_log("1");
     used.wait_failures = 2;
@@ -136,7 +136,7 @@ TEST(DebugLog, AWaitThatFailsForAnotherReasonIsNotTriedAgain)
     EXPECT_EQ(used.waits, 1);
 }
 
-TEST(DebugLog, OffDoesNothingAtAll)
+TEST(DebugLog, DoesNothingWhenItIsOff)
 {
     for (const char *value : {"", "0", "off"}) {
         init_log(value);
@@ -150,14 +150,14 @@ TEST(DebugLog, OffDoesNothingAtAll)
     EXPECT_EQ(used.inits + used.waits + used.posts + used.destroys, 0);
 }
 
-TEST(DebugLog, OffBeforeAnyInit)
+TEST(DebugLog, IsOffBeforeInit)
 {
     write_log(std::string(200, 'a'));
     EXPECT_FALSE(file_exists(debug_log_path));
     EXPECT_EQ(used.waits, 0);
 }
 
-TEST(DebugLog, TheSwitchIsReadAtInitOnly)
+TEST(DebugLog, TheSwitchIsReadOnlyAtInit)
 {
     init_log("1");
     store::set("debug_lte_enable", "0");
@@ -167,7 +167,7 @@ TEST(DebugLog, TheSwitchIsReadAtInitOnly)
 }
 
 // What two messages leave in the file.
-TEST(DebugLog, AnUnopenedFileLosesItsBlockAlone)
+TEST(DebugLog, AFileThatCannotBeOpenedLosesOnlyItsBlock)
 {
     init_log("1");
     std::filesystem::create_directory(debug_log_path); // can't be opened for writing

@@ -75,14 +75,14 @@ void expect_all_but_pending(const std::map<int, size_t> &bytes, int count)
     }
 }
 
-TEST(DebugLogWriters, ThreadsOfOneProcess)
+TEST(DebugLogWriters, ThreadsOfOneProcessLoseNothing)
 {
     store::set("debug_lte_enable", "1");
     write_lines(0);
     expect_all_but_pending(bytes_of_whole_lines(), 1);
 }
 
-TEST(DebugLogWriters, ProcessesOfManyThreads)
+TEST(DebugLogWriters, ThreadsOfSeveralProcessesLoseNothing)
 {
     store::set("debug_lte_enable", "1");
     std::vector<std::unique_ptr<Child>> children;

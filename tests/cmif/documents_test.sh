@@ -84,7 +84,7 @@ columns "$channels" function code | awk -F '\t' '$2 ~ /^[0-9]+$/ { split($1, par
     sort >"$work/document"
 compare "codes in $channels"
 
-# A column of names beside the codes has the enum's, all of them.
+# Where a column of names is next to the codes, it has all names of the enums.
 columns "$channels" code name | awk -F '\t' '{ split($2, part, "`"); print part[2], $1 }' | sort -u >"$work/document"
 if [ -s "$work/document" ]; then
     { enum cmif_at_code; enum cmif_qmi_code; } | sort >"$work/header"

@@ -21,7 +21,7 @@ entries()
 
 declared=$("$cc" -E -P -x c "$header" | grep -v '^#' | tr '\n' ' ' | sed 's/{[^{}]*}//g' | tr ';' '\n' |
     sed -n 's/^[^(]*[ *]\([A-Za-z_][A-Za-z_0-9]*\) *(.*/\1/p' | sort)
-# The version's own name (type A) is no symbol of the interface; anything else must be a function.
+# The version's own name (type A) is not part of the interface; anything else must be a function.
 exported=$("$nm" -D --defined-only "$library" | awk '$2 != "A" {sub("@.*", "", $3); print $3}' | sort)
 not_functions=$("$nm" -D --defined-only "$library" | awk '$2 != "A" && $2 != "T" {print $3}')
 

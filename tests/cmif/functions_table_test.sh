@@ -18,7 +18,7 @@ compare()
         failed=1
     fi
     diff "$work/table" "$work/library" >"$work/differences" && return
-    echo "functions_table_test: $1: < in the table alone, > in the library alone" >&2
+    echo "functions_table_test: $1: < only in the table, > only in the library" >&2
     cat "$work/differences" >&2
     failed=1
 }
@@ -30,8 +30,8 @@ sed -n 's/^| `\([A-Za-z_0-9]*\)`[ (L)]* |.*/\1/p' "$table" | sort >"$work/table"
 compare "functions"
 
 # Texts of the library that end in a key. Other bytes may lie right before a text, printable ones too,
-# so a text's start tells nothing; but paths and names of functions also end like keys. Keys of
-# messages are made from a form.
+# so only the end of a text counts; paths and names of functions end like keys, too. The library
+# builds the keys of messages from a format.
 grep -o '`\(lte\|debug\)_[a-z0-9_]*`' "$table" | tr -d '`' | sort -u >"$work/table"
 "$objcopy" --strip-all "$library" "$work/stripped"
 LC_ALL=C tr -c '[:print:]' '\n' <"$work/stripped" | LC_ALL=C awk '

@@ -1,4 +1,4 @@
-/* What header_test.c tells header_test.cpp. */
+/* What header_test.c passes to header_test.cpp. */
 #ifndef TESTS_CMIF_HEADER_TEST_H
 #define TESTS_CMIF_HEADER_TEST_H
 

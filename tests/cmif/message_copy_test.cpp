@@ -20,7 +20,7 @@ std::string body_of(const std::string &stored)
 }
 } // namespace
 
-// Each text is cut to its field, with its NUL; what lies behind the NUL stays, the padding too.
+// Each text is cut to its field, with its NUL; the bytes after the NUL stay, the padding too.
 TEST(MessageText, IsCutToItsField)
 {
     store::set("lte_mobile_sms_counts", "1");
@@ -45,7 +45,7 @@ TEST(MessageText, IsCutToItsField)
 }
 
 // Bodies come from strangers: nothing but "%%" means anything.
-TEST(MessageText, IsLiteralButForDoublePercents)
+TEST(MessageText, IsLiteralExceptForDoublePercents)
 {
     const std::pair<const char *, const char *> bodies[] = {
         {"100%% sure", "100% sure"},

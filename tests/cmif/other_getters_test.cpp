@@ -1,4 +1,4 @@
-// The derived getters beside the converting ones: PDP type, 4G mode, MNC format, and a placeholder.
+// The derived getters that are not conversions: PDP type, 4G mode, MNC format, and a placeholder.
 #include "cmif/cmif.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/record.h"
@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 #include <optional>
 
-TEST(PdpType, IsReadAnewForEachComparison)
+TEST(PdpType, IsReadAgainForEachComparison)
 {
     store::set("debug_at_cmif", "1");
     const std::pair<const char *, std::optional<int>> types[] = {
@@ -81,7 +81,7 @@ TEST(Mode4g, JoinsDuplexModeAndTechnologyOnLte)
                      "get " + technology_key, "get debug_at_cmif", "print " + line}));
 }
 
-TEST(Mode4g, IsTheTechnologyAloneElsewhere)
+TEST(Mode4g, IsOnlyTheTechnologyOtherwise)
 {
     store::set("debug_at_cmif", "1");
     store::set("lte_query_network_duplexmode", "FDD");

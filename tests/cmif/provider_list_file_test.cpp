@@ -1,4 +1,4 @@
-// The provider list's file as a whole: none, huge, no file at all; and what a reading leaves alone.
+// The provider list's file as a whole: missing, huge, not a regular file; and what stays untouched.
 #include "tests/support/files.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/provider_list_run.h"
@@ -22,7 +22,7 @@ std::string times(size_t count, const std::string &part)
 } // namespace
 
 // 1023 bytes count; a group that lies across the end is unclosed.
-TEST(ProviderListFile, IsCut)
+TEST(ProviderListFile, IsCutAt1023Bytes)
 {
     for (const size_t size : {1022U, 1023U, 1024U, 1025U, 2048U}) {
         SCOPED_TRACE(size);
@@ -54,7 +54,7 @@ TEST(ProviderListFile, MayHoldTenThousandGroups)
                    std::vector<Group>(341, {"1", {1}}), list_end);
 }
 
-TEST(ProviderListFile, IsNeeded)
+TEST(ProviderListFile, GivesSixWhenItIsMissing)
 {
     const ProviderListRun reading = read_existing_provider_list();
     EXPECT_EQ(reading.run.result, 6);
@@ -72,21 +72,21 @@ TEST(ProviderListFile, MayBeADirectory)
     expect_reading(read_existing_provider_list(), "", {}, no_search);
 }
 
-// Nobody writes to it: the call neither waits nor finds anything.
+// No process writes to it: the call neither waits nor finds anything.
 TEST(ProviderListFile, MayBeAFifo)
 {
     ASSERT_EQ(mkfifo(provider_list_path, 0600), 0);
     expect_reading(read_existing_provider_list(), "", {}, no_search);
 }
 
-TEST(ProviderListFile, ComesThroughALink)
+TEST(ProviderListFile, IsReadThroughALink)
 {
     ASSERT_EQ(symlink("/tmp/elsewhere", provider_list_path), 0);
     expect_list("(1)", {{"1", {1}}});
 }
 
-// Whatever the trace switch says: the store is never asked, no queue is touched.
-TEST(ProviderListFile, IsPrintedAndNothingElse)
+// The store is never read, and no queue is touched.
+TEST(ProviderListFile, IsPrintedWhateverTheSwitch)
 {
     for (const char *level : {"0", "1", "-1", ""}) {
         store::set("debug_at_cmif", level);
@@ -100,7 +100,7 @@ TEST(ProviderListFile, IsPrintedAndNothingElse)
     EXPECT_EQ(calls::count("msgget"), 0);
 }
 
-TEST(ProviderListFile, IsLeftAlone)
+TEST(ProviderListFile, IsNotChanged)
 {
     read_provider_list("(1,\"A\")x");
     std::ifstream file(provider_list_path);

@@ -1,4 +1,4 @@
-// The provider list: what each text becomes, and the lines that say so.
+// The provider list: the record that each text becomes, and the lines printed.
 #include "tests/support/provider_list_run.h"
 
 #include <cstddef>
@@ -24,7 +24,7 @@ TEST(ProviderList, IsReadGroupByGroup)
 }
 
 // What is carried over ends where a field of the longer group did.
-TEST(ProviderList, CarriesALongerGroupOverIntoAShorterOne)
+TEST(ProviderList, CarriesTextOfALongerGroupOverIntoAShorterOne)
 {
     expect_list(R"((2,"A","B","1",7),(3))",
                 {{R"(2,"A","B","1",7)", {2, "A", "B", "1", 7}}, {"3", {3}}});
@@ -44,7 +44,7 @@ TEST(ProviderList, KeepsTheRestOfEveryEarlierGroup)
     expect_list(
         "(123456)(9)(88)()",
         {{"123456", {123456}}, {"923456", {923456}}, {"883456", {883456}}, {"883456", {883456}}});
-    // Fields behind the fifth are split all the same.
+    // Fields after the fifth are split, too.
     expect_list(R"((1,"A","B","C",2,9,888)(1,"A","B","C",2,9))",
                 {{R"(1,"A","B","C",2,9,888)", {1, "A", "B", "C", 2}},
                  {R"(1,"A","B","C",2,9)", {1, "A", "B", "C", 2}}});
@@ -61,13 +61,13 @@ TEST(ProviderList, ReadsAnEmptyGroupFromWhatIsLeft)
                 {{R"(2,"A","B","1",7)", {2, "A", "B", "1", 7}}, {"2", {2}}});
 }
 
-TEST(ProviderList, LosesEmptyFields)
+TEST(ProviderList, SkipsEmptyFields)
 {
     expect_list(R"((1,,"A","B","C",2))", {{R"(1,,"A","B","C",2)", {1, "A", "B", "C", 2}}});
     expect_list(R"((,,,1,"A",,,,"B",))", {{R"(,,,1,"A",,,,"B",)", {1, "A", "B"}}});
     expect_list("(,)", {{",", {}}});
     expect_list("(,,,,,,)", {{",,,,,,", {}}});
-    // A pair of quotes or a blank is no empty field.
+    // A pair of quotes or a space is not an empty field.
     expect_list(R"((1,"", ,"C"))", {{R"(1,"", ,"C")", {1, "", " ", "C"}}});
 }
 

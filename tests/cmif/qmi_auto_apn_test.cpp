@@ -63,7 +63,7 @@ Events ignored_line(const std::string &state, const std::string &requested,
                 state + " set apn is " + requested + " and apn in nvram is " + recorded);
 }
 
-TEST_F(QmiAutoApn, EachRow)
+TEST_F(QmiAutoApn, FollowsTheRecordAndTheConnection)
 {
     for (const Row &row : rows) {
         SCOPED_TRACE(row.state + ", " + row.recorded + ", " + row.requested);
@@ -85,7 +85,7 @@ TEST_F(QmiAutoApn, EachRow)
     }
 }
 
-TEST_F(QmiAutoApn, OrdinaryChangesNeitherAskNorRecord)
+TEST_F(QmiAutoApn, OrdinaryChangesNeitherReadNorWriteTheRecord)
 {
     for (const int from_auto_apn : {0, 2, -1, 256}) {
         for (const Row &row : rows) {
@@ -104,7 +104,7 @@ TEST_F(QmiAutoApn, OrdinaryChangesNeitherAskNorRecord)
 }
 
 // Asked again after the exchange: the state that counts is the one that the daemon left.
-TEST_F(QmiAutoApn, RecordedWhenTheChangeConnects)
+TEST_F(QmiAutoApn, IsRecordedWhenTheChangeConnects)
 {
     store::set(state_key, "1");
     calls::before("msgrcv", [] { store::set(state_key, "3"); });
@@ -112,7 +112,7 @@ TEST_F(QmiAutoApn, RecordedWhenTheChangeConnects)
     EXPECT_EQ(store::value(record_key), "internet");
 }
 
-TEST_F(QmiAutoApn, NotRecordedWhenTheChangeDisconnects)
+TEST_F(QmiAutoApn, IsNotRecordedWhenTheChangeDisconnects)
 {
     store::set(state_key, "3");
     calls::before("msgrcv", [] { store::set(state_key, "1"); });
@@ -120,7 +120,7 @@ TEST_F(QmiAutoApn, NotRecordedWhenTheChangeDisconnects)
     EXPECT_EQ(store::value(record_key), "");
 }
 
-TEST_F(QmiAutoApn, NotRecordedWhenReadinessIsLost)
+TEST_F(QmiAutoApn, IsNotRecordedWhenReadinessIsLost)
 {
     store::set(state_key, "3");
     calls::before("msgrcv", [] { write_file(qmi_ready_path, "off"); });
@@ -128,7 +128,7 @@ TEST_F(QmiAutoApn, NotRecordedWhenReadinessIsLost)
     EXPECT_EQ(store::value(record_key), "");
 }
 
-TEST_F(QmiAutoApn, NotRecordedAfterAFailedExchange)
+TEST_F(QmiAutoApn, IsNotRecordedAfterAFailedExchange)
 {
     store::set(state_key, "3");
     for (const FailureRow &row : failures) {
@@ -138,7 +138,7 @@ TEST_F(QmiAutoApn, NotRecordedAfterAFailedExchange)
     }
 }
 
-TEST_F(QmiAutoApn, TheChecksOfTheTextsComeFirst)
+TEST_F(QmiAutoApn, TextsAreCheckedFirst)
 {
     store::set(state_key, "3");
     store::set(record_key, "internet");
@@ -146,7 +146,7 @@ TEST_F(QmiAutoApn, TheChecksOfTheTextsComeFirst)
     expect_modify(5, {ready(), said(api + " apn length is larger than 40")}, 1);
 }
 
-TEST_F(QmiAutoApn, CorrectionsComeBeforeTheRule)
+TEST_F(QmiAutoApn, NumbersAreCorrectedBeforeTheRuleIsApplied)
 {
     store::set(state_key, "3");
     store::set(record_key, "ims");
@@ -157,7 +157,7 @@ TEST_F(QmiAutoApn, CorrectionsComeBeforeTheRule)
                   1);
 }
 
-TEST_F(QmiAutoApn, TheLongestNames)
+TEST_F(QmiAutoApn, TheLongestNamesAreComparedWhole)
 {
     const std::string apn(40, 'a');
     fill(profile.apn, apn);
@@ -170,8 +170,8 @@ TEST_F(QmiAutoApn, TheLongestNames)
     EXPECT_EQ(store::value(record_key), apn);
 }
 
-// Stored texts longer than any field damage nothing, and are no match.
-TEST_F(QmiAutoApn, LongStoredTexts)
+// Stored texts longer than any field damage nothing, and match nothing.
+TEST_F(QmiAutoApn, LongStoredTextsMatchNothing)
 {
     const std::string apn(40, 'a');
     fill(profile.apn, apn);
@@ -185,7 +185,7 @@ TEST_F(QmiAutoApn, LongStoredTexts)
     EXPECT_EQ(store::value(record_key), std::string(5000, 'a'));
 }
 
-TEST_F(QmiAutoApn, StoredTextsAreNoFormats)
+TEST_F(QmiAutoApn, StoredTextsAreNotFormats)
 {
     store::set(state_key, "%s%n");
     store::set(record_key, "%d%s");

@@ -1,4 +1,4 @@
-// The caller trace: who called, by the process's own command line.
+// The caller trace: the calling process, by its command line.
 #include "cmif/cmif.h"
 #include "tests/support/child.h"
 #include "tests/support/files.h"
@@ -90,25 +90,25 @@ const Row rows[] = {
     {with_nul("sh") + with_nul("-c") + std::string(26, 'x') + "\n", "sh"},
 };
 
-TEST_F(QmiCaller, BothSinks)
+TEST_F(QmiCaller, IsPrintedAndLogged)
 {
     expect_call(call, 5, {caller(api)});
 }
 
-TEST_F(QmiCaller, TheLogAloneWithTheTraceOff)
+TEST_F(QmiCaller, IsOnlyLoggedWithTheTraceOff)
 {
     store::set("debug_qmi_cmif", "0");
     expect_call(call, 5, {caller(api)});
 }
 
-TEST_F(QmiCaller, TheTraceAloneWithTheLogOff)
+TEST_F(QmiCaller, IsOnlyPrintedWithTheLogOff)
 {
     log_off();
     expect_call(call, 5, {caller(api)});
     EXPECT_FALSE(file_exists(debug_log_path));
 }
 
-TEST_F(QmiCaller, CommandLines)
+TEST_F(QmiCaller, IsTheFirstArgumentOfTheCommandLine)
 {
     for (const Row &row : rows) {
         const CommandLine line(row.command_line);
@@ -124,14 +124,14 @@ TEST_F(QmiCaller, CommandLines)
     }
 }
 
-TEST_F(QmiCaller, WithoutAProcessIdThereIsNoTrace)
+TEST_F(QmiCaller, IsNotRecordedWithoutAProcessId)
 {
     no_process_id = true;
     expect_call(call, 5, {});
     no_process_id = false;
 }
 
-TEST_F(QmiCaller, WhoRecordsIt)
+TEST_F(QmiCaller, IsRecordedByTheseCallsOnly)
 {
     EXPECT_EQ(shared_CMIF_get_sim_status(nullptr), 5);
     std::filesystem::remove(qmi_ready_path);
@@ -149,7 +149,7 @@ TEST_F(QmiCaller, WhoRecordsIt)
 constexpr char second_life[] = "CMIF_TEST_SECOND_LIFE";
 
 // This program again, under another name.
-TEST_F(QmiCaller, ALongNameOfARealProcess)
+TEST_F(QmiCaller, ALongNameOfARealProcessIsCut)
 {
     if (getenv(second_life) != nullptr) {
         call();
@@ -158,7 +158,7 @@ TEST_F(QmiCaller, ALongNameOfARealProcess)
     Child child([] {
         setenv(second_life, "1", 1);
         execl("/proc/self/exe", long_name.c_str(),
-              "--gtest_filter=QmiCaller.ALongNameOfARealProcess", nullptr);
+              "--gtest_filter=QmiCaller.ALongNameOfARealProcessIsCut", nullptr);
         _exit(127);
     });
     const int status = child.wait();

@@ -49,7 +49,7 @@ TEST_F(QmiChannel, RequestsTravelWithTheirLengths)
         SCOPED_TRACE(request.name);
         queues.reply(request.code, "");
         EXPECT_EQ(record(request.call).result, 0);
-        EXPECT_EQ(queues.take_reply().has_value(), request.code == 9); // nobody waits for that
+        EXPECT_EQ(queues.take_reply().has_value(), request.code == 9); // no caller waits for that
         EXPECT_EQ(messages_on(queues.requests()), 1U);
         const std::optional<Message> sent = queues.take_request();
         ASSERT_TRUE(sent);
@@ -61,20 +61,20 @@ TEST_F(QmiChannel, RequestsTravelWithTheirLengths)
     }
 }
 
-TEST_F(QmiChannel, AllStepsInOrder)
+TEST_F(QmiChannel, TakesAllStepsInOrder)
 {
     reply_status(2, 4);
     expect_call(ask, 0, {ready(), exchange(6, 5), answered("SIM_READY")});
 }
 
-TEST_F(QmiChannel, AllStepsWithTheTraceOff)
+TEST_F(QmiChannel, TakesAllStepsWithTheTraceOff)
 {
     store::set("debug_qmi_cmif", "0");
     reply_status(2, 4);
     expect_call(ask, 0, {ready(), exchange(6, 5), answered("SIM_READY")});
 }
 
-TEST_F(QmiChannel, AllStepsWithTheLogOff)
+TEST_F(QmiChannel, TakesAllStepsWithTheLogOff)
 {
     log_off();
     reply_status(2, 4);
@@ -82,7 +82,7 @@ TEST_F(QmiChannel, AllStepsWithTheLogOff)
     EXPECT_FALSE(file_exists(debug_log_path));
 }
 
-TEST_F(QmiChannel, OffBothPrintsTheOutcomeAlone)
+TEST_F(QmiChannel, PrintsOnlyTheOutcomeWithTraceAndLogOff)
 {
     log_off();
     store::set("debug_qmi_cmif", "");
@@ -91,7 +91,7 @@ TEST_F(QmiChannel, OffBothPrintsTheOutcomeAlone)
                                   "shared_CMIF_get_sim_status msgrcv succeeed!\n");
 }
 
-TEST_F(QmiChannel, EachFailedStep)
+TEST_F(QmiChannel, EndsAtAFailedStep)
 {
     for (const FailureRow &row : failures) {
         inject(row.step);
@@ -99,7 +99,7 @@ TEST_F(QmiChannel, EachFailedStep)
     }
 }
 
-TEST_F(QmiChannel, EachFailedStepWithTheTraceOff)
+TEST_F(QmiChannel, EndsAtAFailedStepWithTheTraceOff)
 {
     store::set("debug_qmi_cmif", "0");
     for (const FailureRow &row : failures) {
@@ -108,9 +108,9 @@ TEST_F(QmiChannel, EachFailedStepWithTheTraceOff)
     }
 }
 
-TEST_F(QmiChannel, AFailedReceiveTellsItsOwnError)
+TEST_F(QmiChannel, AFailedReceivePrintsItsOwnError)
 {
-    // The failure is logged before it is told, with its time.
+    // The failure is logged, with its time, before it is printed.
     calls::before("gettimeofday", [] { errno = ENOTTY; });
     for (const int error : {EIDRM, EINTR, E2BIG, EACCES}) {
         calls::script("msgrcv", {calls::fails(error)});
@@ -122,7 +122,7 @@ TEST_F(QmiChannel, AFailedReceiveTellsItsOwnError)
     }
 }
 
-TEST_F(QmiChannel, OnlyAFailedReceiveTellsAnError)
+TEST_F(QmiChannel, OnlyAFailedReceivePrintsAnError)
 {
     for (const FailureRow &row : failures) {
         if (row.step == Failure::receive)
@@ -134,7 +134,7 @@ TEST_F(QmiChannel, OnlyAFailedReceiveTellsAnError)
     EXPECT_EQ(record_with_errors(ask).errors, "");
 }
 
-TEST_F(QmiChannel, AFailedExchangeHandsNothingOut)
+TEST_F(QmiChannel, AFailedExchangeLeavesTheOutputUnchanged)
 {
     for (const FailureRow &row : failures) {
         answered_number = 4711;
@@ -172,7 +172,7 @@ TEST_F(QmiChannel, TheFirstReplyOfItsTypeIsTaken)
     EXPECT_TRUE(queues.take_reply());
 }
 
-TEST_F(QmiChannel, RepliesOfAnyLengthUpTo316)
+TEST_F(QmiChannel, RepliesOfAnyLengthUpTo316AreReceived)
 {
     for (const size_t length : {4U, 5U, 311U, 312U, 313U, 314U, 315U, 316U}) {
         reply_status(static_cast<std::int32_t>(length), length);
@@ -204,7 +204,7 @@ TEST_F(QmiChannel, AReplyOf317FailsTheReceiveAndStays)
     EXPECT_EQ(messages_on(queues.replies()), 1U);
 }
 
-TEST_F(QmiChannel, AQueueThatVanishesDuringTheWait)
+TEST_F(QmiChannel, AQueueRemovedDuringTheWaitFailsTheReceive)
 {
     const ScriptedDaemon daemon(queues, [&](const Message &) { queues.remove_replies(); });
     const Recorded run = record_with_errors(ask);
@@ -215,7 +215,7 @@ TEST_F(QmiChannel, AQueueThatVanishesDuringTheWait)
         << run.errors;
 }
 
-TEST_F(QmiChannel, QueuesAreCreatedAndLookedUpAnew)
+TEST_F(QmiChannel, QueuesAreCreatedAndLookedUpAgain)
 {
     for (int turn = 0; turn < 2; ++turn) {
         queues.remove_requests();
@@ -231,7 +231,7 @@ TEST_F(QmiChannel, QueuesAreCreatedAndLookedUpAnew)
     }
 }
 
-TEST_F(QmiChannel, AnIdentifierOfZeroIsAQueue)
+TEST_F(QmiChannel, AnIdentifierOfZeroIsValid)
 {
     calls::script("msgget", {calls::yields(0), calls::yields(0)});
     calls::script("msgsnd", {calls::yields(0)});

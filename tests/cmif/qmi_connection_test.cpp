@@ -27,7 +27,7 @@ const StateRow states[] = {
     {"3\n", 0, false}, {"x", 0, false},  {"3000000000000000000000000000", 0, false},
 };
 
-TEST_F(QmiConnection, StatusRows)
+TEST_F(QmiConnection, StatusIsTheStoredNumber)
 {
     const int other_reads = store::reads();
     for (const StateRow &row : states) {
@@ -52,7 +52,7 @@ TEST_F(QmiConnection, ALongStateIsCutWithoutDamage)
     EXPECT_EQ(state, 0);
 }
 
-TEST_F(QmiConnection, StatusWhileAProfileIsModified)
+TEST_F(QmiConnection, StatusIsBusyWhileAProfileIsModified)
 {
     store::set(state_key, "3");
     int state = 4711;
@@ -72,14 +72,14 @@ TEST_F(QmiConnection, StatusWhileAProfileIsModified)
     EXPECT_EQ(state, 3);
 }
 
-TEST_F(QmiConnection, StatusOfNothing)
+TEST_F(QmiConnection, StatusRefusesNull)
 {
     set_busy();
     EXPECT_EQ(record([] { return shared_CMIF_get_connection_status(nullptr); }).steps, Lines{});
     EXPECT_EQ(shared_CMIF_get_connection_status(nullptr), 5);
 }
 
-TEST_F(QmiConnection, StartInEachState)
+TEST_F(QmiConnection, StartAsksUnlessConnected)
 {
     for (const StateRow &row : states) {
         SCOPED_TRACE(row.stored);
@@ -92,7 +92,7 @@ TEST_F(QmiConnection, StartInEachState)
     }
 }
 
-TEST_F(QmiConnection, StopInEachState)
+TEST_F(QmiConnection, StopAsksUnlessDisconnected)
 {
     for (const StateRow &row : states) {
         SCOPED_TRACE(row.stored);
@@ -105,7 +105,7 @@ TEST_F(QmiConnection, StopInEachState)
     }
 }
 
-TEST_F(QmiConnection, StartAndStopWithTheTraceOff)
+TEST_F(QmiConnection, StartAndStopWorkWithTheTraceOff)
 {
     store::set("debug_qmi_cmif", "0");
     store::set(state_key, "2");
@@ -113,7 +113,7 @@ TEST_F(QmiConnection, StartAndStopWithTheTraceOff)
     expect_stop({stopped()});
 }
 
-TEST_F(QmiConnection, ConnectedLooksAtNothingElse)
+TEST_F(QmiConnection, StartWhenConnectedReadsNothingElse)
 {
     store::set(state_key, "3");
     store::set("lte_qmi_apn", "");
@@ -123,7 +123,7 @@ TEST_F(QmiConnection, ConnectedLooksAtNothingElse)
     EXPECT_EQ(calls::count("msgget"), 0);
 }
 
-TEST_F(QmiConnection, DisconnectedLooksAtNothingElse)
+TEST_F(QmiConnection, StopWhenDisconnectedReadsNothingElse)
 {
     store::set(state_key, "1");
     std::filesystem::remove(qmi_ready_path);
@@ -131,7 +131,7 @@ TEST_F(QmiConnection, DisconnectedLooksAtNothingElse)
     EXPECT_EQ(calls::count("msgget"), 0);
 }
 
-TEST_F(QmiConnection, StartWithoutAnApn)
+TEST_F(QmiConnection, StartFailsWithoutAnApn)
 {
     store::set(state_key, "1");
     store::set("lte_qmi_apn", "");
@@ -145,14 +145,14 @@ TEST_F(QmiConnection, StartWithoutAnApn)
     EXPECT_EQ(store::reads(before_key), 0);
 }
 
-TEST_F(QmiConnection, ALongApnIsAnApn)
+TEST_F(QmiConnection, ALongApnIsAccepted)
 {
     store::set(state_key, "1");
     store::set("lte_qmi_apn", std::string(5000, 'a'));
     expect_start({started()});
 }
 
-TEST_F(QmiConnection, NotReady)
+TEST_F(QmiConnection, StartAndStopFailWhenTheDaemonIsNotReady)
 {
     store::set(state_key, "2");
     write_file(qmi_ready_path, "off");

@@ -25,7 +25,7 @@ std::string wire(const std::string &apn, const std::string &user, const std::str
     return payload;
 }
 
-TEST_F(QmiModify, TheProfileTravels)
+TEST_F(QmiModify, SendsTheProfile)
 {
     expect_modify(0, {sending()});
     ASSERT_TRUE(sent);
@@ -33,7 +33,7 @@ TEST_F(QmiModify, TheProfileTravels)
     EXPECT_EQ(sent->payload, wire("internet", "me", "secret", "231"));
 }
 
-TEST_F(QmiModify, AnEmptyProfileTravels)
+TEST_F(QmiModify, SendsAnEmptyProfile)
 {
     profile = {};
     expect_modify(0, {sending()});
@@ -41,7 +41,7 @@ TEST_F(QmiModify, AnEmptyProfileTravels)
     EXPECT_EQ(sent->payload, wire("", "", "", "000"));
 }
 
-TEST_F(QmiModify, WhatFollowsATextStaysHere)
+TEST_F(QmiModify, BytesAfterATextAreNotSent)
 {
     memset(&profile, 'x', sizeof profile);
     strcpy(profile.apn, "a");
@@ -53,7 +53,7 @@ TEST_F(QmiModify, WhatFollowsATextStaysHere)
     EXPECT_EQ(sent->payload, wire("a", "", "pp", "111"));
 }
 
-TEST_F(QmiModify, TheTraceAndTheLogOff)
+TEST_F(QmiModify, WorksWithTheTraceAndTheLogOff)
 {
     store::set("debug_qmi_cmif", "0");
     expect_modify(0, {sending()});
@@ -76,7 +76,7 @@ TEST_F(QmiModify, ThePasswordIsNeitherPrintedNorLogged)
     EXPECT_EQ(DebugLogFile::text().find("Tr0ub4dor"), std::string::npos);
 }
 
-TEST_F(QmiModify, TheLongestTexts)
+TEST_F(QmiModify, SendsTheLongestTexts)
 {
     const std::string apn(40, 'a'), user(128, 'u'), password(128, 'p');
     fill(profile.apn, apn);
@@ -100,7 +100,7 @@ TEST_F(QmiModify, TheFirstTextTooLongIsReported)
 }
 
 // A record whose every byte is text: no field is ever terminated.
-TEST_F(QmiModify, ARecordFilledToTheBrim)
+TEST_F(QmiModify, ARecordWithoutAnyNulIsRefused)
 {
     memset(&profile, 'x', sizeof profile);
     expect_modify(5, {ready(), said(api + " apn length is larger than 40")});
@@ -112,7 +112,7 @@ struct NumberRow {
     bool corrected;
 };
 
-TEST_F(QmiModify, AuthAndPdpDigits)
+TEST_F(QmiModify, AuthAndPdpTravelAsDigits)
 {
     const NumberRow rows[] = {{0, '0', false}, {1, '1', false},      {2, '2', false},
                               {3, '3', false}, {4, '0', true},       {-1, '0', true},
@@ -137,7 +137,7 @@ TEST_F(QmiModify, AuthAndPdpDigits)
     }
 }
 
-TEST_F(QmiModify, FamilyDigits)
+TEST_F(QmiModify, TheFamilyTravelsAsADigit)
 {
     const NumberRow rows[] = {{0, '0', false}, {1, '1', false},     {2, '0', true},
                               {3, '0', true},  {-1, '0', true},     {INT_MAX, '0', true},
@@ -151,7 +151,7 @@ TEST_F(QmiModify, FamilyDigits)
     }
 }
 
-TEST_F(QmiModify, AllNumbersCorrectedInOrder)
+TEST_F(QmiModify, AllNumbersAreCorrectedInOrder)
 {
     profile.auth = profile.pdp = profile.curIpFamily = 7;
     expect_modify(0, {ready(), printed(api + " wrong auth value, set default auth == 0"),
@@ -162,7 +162,7 @@ TEST_F(QmiModify, AllNumbersCorrectedInOrder)
     EXPECT_EQ(sent->payload, wire("internet", "me", "secret", "000"));
 }
 
-TEST_F(QmiModify, NotReady)
+TEST_F(QmiModify, SendsNothingWhenTheDaemonIsNotReady)
 {
     write_file(qmi_ready_path, "off");
     fill(profile.apn, std::string(41, 'a')); // not looked at
@@ -170,7 +170,7 @@ TEST_F(QmiModify, NotReady)
     EXPECT_EQ(calls::count("msgget"), 0);
 }
 
-TEST_F(QmiModify, EachFailedStepOfTheExchange)
+TEST_F(QmiModify, EndsAtAFailedStepOfTheExchange)
 {
     for (const FailureRow &row : failures) {
         inject(row.step);
@@ -178,14 +178,14 @@ TEST_F(QmiModify, EachFailedStepOfTheExchange)
     }
 }
 
-TEST_F(QmiModify, ReadinessLostDuringTheExchange)
+TEST_F(QmiModify, ReadinessLostDuringTheExchangeIsNotAFailure)
 {
     calls::before("msgrcv", [] { write_file(qmi_ready_path, "off"); });
     expect_modify(0, {ready(), exchange(3, 312), ready("of")});
     EXPECT_TRUE(sent);
 }
 
-TEST_F(QmiModify, TheMarkerIsThereWhileTheDaemonWorks)
+TEST_F(QmiModify, TheMarkerExistsWhileTheDaemonWorks)
 {
     std::string marker;
     {
@@ -200,14 +200,14 @@ TEST_F(QmiModify, TheMarkerIsThereWhileTheDaemonWorks)
     EXPECT_FALSE(file_exists(profile_busy_path));
 }
 
-TEST_F(QmiModify, AnothersMarkerGoesToo)
+TEST_F(QmiModify, AnotherModificationsMarkerIsRemovedToo)
 {
     write_file(profile_busy_path, "other");
     expect_modify(0, {sending()});
 }
 
-// The announcements do not depend on what the shell says.
-TEST_F(QmiModify, AShellThatFails)
+// The lines do not depend on the result of the shell.
+TEST_F(QmiModify, AFailingShellChangesNothing)
 {
     calls::script("system", {calls::yields(-1), calls::yields(256)});
     expect_modify(0, {sending()});

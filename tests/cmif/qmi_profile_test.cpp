@@ -50,7 +50,7 @@ protected:
     qmi_profile profile{};
 };
 
-TEST_F(QmiProfile, AllFields)
+TEST_F(QmiProfile, FillsAllFields)
 {
     store_profile();
     expect_call(get(), 0, {caller(api), fields({"internet", "me", "secret", "2", "3", "1"})});
@@ -62,7 +62,7 @@ TEST_F(QmiProfile, AllFields)
     EXPECT_EQ(profile.curIpFamily, 1);
 }
 
-TEST_F(QmiProfile, AFreshConfiguration)
+TEST_F(QmiProfile, IsEmptyWhenNothingIsStored)
 {
     expect_call(get(), 0, {caller(api), fields({"", "", "", "", "", ""})});
     EXPECT_STREQ(profile.apn, "");
@@ -73,7 +73,7 @@ TEST_F(QmiProfile, AFreshConfiguration)
     EXPECT_EQ(profile.curIpFamily, 0);
 }
 
-TEST_F(QmiProfile, TheTraceOff)
+TEST_F(QmiProfile, WorksWithTheTraceOff)
 {
     store::set("debug_qmi_cmif", "0");
     store_profile();
@@ -90,7 +90,7 @@ TEST_F(QmiProfile, TheDaemonIsNotAsked)
     EXPECT_EQ(calls::count("msgget"), 0);
 }
 
-TEST_F(QmiProfile, NothingToFill)
+TEST_F(QmiProfile, RefusesNull)
 {
     const int reads = store::reads("lte_qmi_apn");
     expect_call([] { return shared_CMIF_get_profile_settings(nullptr); }, 5, {caller(api)});
@@ -98,7 +98,7 @@ TEST_F(QmiProfile, NothingToFill)
 }
 
 // All values are copied before the first switch is read, and each line reads its own.
-TEST_F(QmiProfile, AccessesInOrder)
+TEST_F(QmiProfile, ReadsAllValuesBeforeTheFirstSwitch)
 {
     log_off();
     store_profile();
@@ -115,7 +115,7 @@ TEST_F(QmiProfile, AccessesInOrder)
     EXPECT_EQ(switch_reads(record(get())), 0);
 }
 
-TEST_F(QmiProfile, TheLongestTexts)
+TEST_F(QmiProfile, CopiesTheLongestTexts)
 {
     store::set("lte_qmi_apn", std::string(40, 'a'));
     store::set("lte_qmi_user", std::string(128, 'u'));
@@ -182,7 +182,7 @@ TEST_F(QmiProfile, LongNumbersArePrintedUpTo49Characters)
         {caller(api), fields({"internet", "me", "secret", shown('1'), shown('2'), shown('3')})});
 }
 
-TEST_F(QmiProfile, StoredTextIsNoFormat)
+TEST_F(QmiProfile, StoredTextIsNotAFormat)
 {
     store_profile();
     store::set("lte_qmi_user", "%s%n%d");

@@ -32,7 +32,7 @@ const Marker markers[] = {
     {"1", "1", false},
 };
 
-TEST_F(QmiReady, MarkerVariants)
+TEST_F(QmiReady, TwoBytesOfTheMarkerDecide)
 {
     for (const Marker &marker : markers) {
         SCOPED_TRACE(marker.bytes);
@@ -64,15 +64,15 @@ TEST_F(QmiReady, WithoutAMarkerNoQueueIsTouched)
     EXPECT_FALSE(queue_exists(1159));
 }
 
-TEST_F(QmiReady, AFolderForAMarkerIsNotReady)
+TEST_F(QmiReady, ADirectoryAsMarkerIsNotReady)
 {
     std::filesystem::remove(qmi_ready_path);
     std::filesystem::create_directory(qmi_ready_path);
     expect_call(ask, 1, {ready("")});
 }
 
-// Nobody writes to it: the call doesn't wait.
-TEST_F(QmiReady, AFifoForAMarkerIsNotReady)
+// No process writes to it: the call doesn't wait.
+TEST_F(QmiReady, AFifoAsMarkerIsNotReady)
 {
     std::filesystem::remove(qmi_ready_path);
     ASSERT_EQ(mkfifo(qmi_ready_path, 0600), 0);

@@ -14,7 +14,7 @@ const std::string qfirehose = "shared_CMIF_set_CM_qfirehose";
 
 using QmiSmallRequests = QmiTest;
 
-TEST_F(QmiSmallRequests, Qfirehose)
+TEST_F(QmiSmallRequests, QfirehoseIsSent)
 {
     expect_call(shared_CMIF_set_CM_qfirehose, 0,
                 {caller(qfirehose), ready(), did("msgget(1158, 0666)"),
@@ -52,13 +52,13 @@ TEST_F(QmiSmallRequests, QfirehoseCannotSend)
     EXPECT_EQ(run.steps[run.steps.size() - 2], "msgsnd(1158, type 9, size 5, flags 0)");
 }
 
-TEST_F(QmiSmallRequests, QfirehoseNotReady)
+TEST_F(QmiSmallRequests, QfirehoseIsNotSentWhenTheDaemonIsNotReady)
 {
     write_file(qmi_ready_path, "of");
     expect_call(shared_CMIF_set_CM_qfirehose, 1, {caller(qfirehose), ready("of")});
 }
 
-TEST_F(QmiSmallRequests, QfirehosesLinesNeedNoSwitch)
+TEST_F(QmiSmallRequests, QfirehosePrintsItsLinesWhateverTheSwitch)
 {
     store::set("debug_qmi_cmif", "0");
     expect_call(shared_CMIF_set_CM_qfirehose, 0,
@@ -67,7 +67,7 @@ TEST_F(QmiSmallRequests, QfirehosesLinesNeedNoSwitch)
                  did("msgsnd(1158, type 9, size 5, flags 0)")});
 }
 
-TEST_F(QmiSmallRequests, Uptime)
+TEST_F(QmiSmallRequests, UptimeIsTheStoredNumber)
 {
     const std::pair<std::string, unsigned> rows[] = {
         {"", 0U},
@@ -92,7 +92,7 @@ TEST_F(QmiSmallRequests, Uptime)
     }
 }
 
-TEST_F(QmiSmallRequests, UptimeReadsTheStoreBeforeItLooksAtThePointer)
+TEST_F(QmiSmallRequests, UptimeReadsTheStoreBeforeItChecksThePointer)
 {
     const Recorded run = record([] { return shared_CMIF_get_connection_uptime(nullptr); });
     EXPECT_EQ(run.result, 5);
@@ -100,7 +100,7 @@ TEST_F(QmiSmallRequests, UptimeReadsTheStoreBeforeItLooksAtThePointer)
                                 "print shared_CMIF_get_connection_uptime nvram uptime == NULL!"}));
 }
 
-TEST_F(QmiSmallRequests, AutoConnectRead)
+TEST_F(QmiSmallRequests, AutoConnectIsOnForOneTextOnly)
 {
     for (const std::string stored : {"on", "On", "ON", "on ", " on", "onn", "o", "off", "1", ""}) {
         store::set("lte_qmi_auto_connect_when_start_up", stored);
@@ -117,7 +117,7 @@ TEST_F(QmiSmallRequests, AutoConnectRead)
     EXPECT_EQ(enabled, 0);
 }
 
-TEST_F(QmiSmallRequests, AutoConnectReadToNowhere)
+TEST_F(QmiSmallRequests, AutoConnectRefusesNull)
 {
     const Recorded run = record([] { return shared_CMIF_get_auto_connect_when_start_up(nullptr); });
     EXPECT_EQ(run.result, 5);
@@ -144,7 +144,7 @@ TEST_F(QmiSmallRequests, AutoConnectIsStoredByOneTestAndPrintedByAnother)
     }
 }
 
-TEST_F(QmiSmallRequests, TheStoresOwnCallsAreNotLogged)
+TEST_F(QmiSmallRequests, CallsOfTheStoreAreNotLogged)
 {
     unsigned uptime = 0;
     int enabled = 0;

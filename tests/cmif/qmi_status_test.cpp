@@ -43,7 +43,7 @@ protected:
         return printed(api + " msgrcv failed...");
     }
 
-    // The first bytes are the answer; what is behind the bound is untouched.
+    // The first bytes are the answer; what follows the bound is untouched.
     static void expect_answer(const std::string &bytes, size_t bound)
     {
         EXPECT_EQ(std::string(answered_text, bytes.size()), bytes);
@@ -59,14 +59,14 @@ std::string number_payload(std::int32_t number, size_t length = 312)
     return payload;
 }
 
-TEST_F(QmiStatus, DeviceRevision)
+TEST_F(QmiStatus, DeviceRevisionIsTheReply)
 {
     queues.reply(1, std::string("REV 1.2\0more", 12));
     expect_call(get_revision, 0, {caller(revision), ready(), exchange(1, 101), received(revision)});
     expect_answer(std::string("REV 1.2\0", 8), 100);
 }
 
-TEST_F(QmiStatus, DeviceRevisionUpToItsBound)
+TEST_F(QmiStatus, DeviceRevisionIsCutAtItsBound)
 {
     for (const size_t length : {0U, 1U, 98U, 99U, 100U, 101U, 200U, 311U, 312U, 316U}) {
         memset(answered_text, '~', sizeof answered_text);
@@ -76,7 +76,7 @@ TEST_F(QmiStatus, DeviceRevisionUpToItsBound)
     }
 }
 
-TEST_F(QmiStatus, DeviceRevisionToNowhereStillTellsItsCaller)
+TEST_F(QmiStatus, DeviceRevisionRecordsItsCallerBeforeItRefusesNull)
 {
     std::filesystem::remove(qmi_ready_path);
     expect_call([] { return shared_CMIF_get_device_rev_id(nullptr); }, 5, {caller(revision)});
@@ -96,7 +96,7 @@ TEST_F(QmiStatus, DeviceRevisionFails)
     expect_answer("", 0);
 }
 
-TEST_F(QmiStatus, SimStatusNames)
+TEST_F(QmiStatus, SimStatusIsPrintedByName)
 {
     const std::string names[] = {"SIM_ABSENT", "SIM_NOT_READY", "SIM_READY",
                                  "SIM_PIN",    "SIM_PUK",       "SIM_NETWORK_PERSONALIZATION",
@@ -139,7 +139,7 @@ TEST_F(QmiStatus, SimStatusFails)
     EXPECT_EQ(answered_number, 4711);
 }
 
-TEST_F(QmiStatus, Service)
+TEST_F(QmiStatus, ServiceIsTheReply)
 {
     queues.reply(8, std::string("LTE attached %s%n\0more", 22));
     expect_call(
@@ -148,7 +148,7 @@ TEST_F(QmiStatus, Service)
     expect_answer(std::string("LTE attached %s%n\0", 18), 50);
 }
 
-TEST_F(QmiStatus, ServiceUpToItsBound)
+TEST_F(QmiStatus, ServiceIsCutAtItsBound)
 {
     for (const size_t length : {0U, 1U, 48U, 49U, 50U, 51U, 200U, 311U, 312U, 316U}) {
         memset(answered_text, '~', sizeof answered_text);
@@ -175,8 +175,8 @@ TEST_F(QmiStatus, ServiceFails)
     expect_answer("", 0);
 }
 
-// Neither tells its caller.
-TEST_F(QmiStatus, SimStatusAndServiceToNowhere)
+// Neither records its caller.
+TEST_F(QmiStatus, SimStatusAndServiceRefuseNull)
 {
     expect_call([] { return shared_CMIF_get_sim_status(nullptr); }, 5, {});
     expect_call([] { return shared_CMIF_get_ps_service(nullptr); }, 5, {});

@@ -45,7 +45,7 @@ size_t trace_lines(const Recorded &run)
     return count;
 }
 
-TEST_F(QmiSwitch, EachPlaceReadsItOnce)
+TEST_F(QmiSwitch, EachTraceSiteReadsItOnce)
 {
     EXPECT_EQ(switch_reads(status()), places);
     EXPECT_EQ(switch_reads(status()), 0);
@@ -53,7 +53,7 @@ TEST_F(QmiSwitch, EachPlaceReadsItOnce)
     EXPECT_EQ(store::reads("debug_at_cmif"), 0);
 }
 
-TEST_F(QmiSwitch, EachPlaceReadsItRightBeforeItsLine)
+TEST_F(QmiSwitch, EachTraceSiteReadsItRightBeforeItsLine)
 {
     const Lines steps = status().steps;
     std::string before;
@@ -110,7 +110,7 @@ TEST_F(QmiSwitch, OtherNegativeNumbersAreKept)
     EXPECT_EQ(trace_lines(second), 0U);
 }
 
-TEST_F(QmiSwitch, AChangeDuringTheWaitIsSeenBehindIt)
+TEST_F(QmiSwitch, AChangeDuringTheWaitIsSeenAfterIt)
 {
     set("0");
     calls::before("msgrcv", [] { set("1"); });
@@ -121,7 +121,7 @@ TEST_F(QmiSwitch, AChangeDuringTheWaitIsSeenBehindIt)
 
 // Each failure has a place of its own, the two look-ups too: none of them has decided yet when all
 // others have.
-TEST_F(QmiSwitch, FailuresArePlacesOfTheirOwn)
+TEST_F(QmiSwitch, FailuresHaveTraceSitesOfTheirOwn)
 {
     set("0");
     (void)status();
@@ -133,7 +133,7 @@ TEST_F(QmiSwitch, FailuresArePlacesOfTheirOwn)
     }
 }
 
-TEST_F(QmiSwitch, TheTwoLookUpsDecideApart)
+TEST_F(QmiSwitch, TheTwoLookUpsHaveSeparateSites)
 {
     set("0");
     EXPECT_EQ(trace_lines(failing(Failure::request_queue)), 0U);
@@ -142,7 +142,7 @@ TEST_F(QmiSwitch, TheTwoLookUpsDecideApart)
     EXPECT_EQ(trace_lines(failing(Failure::reply_queue)), 1U);
 }
 
-TEST_F(QmiSwitch, TheCallerTraceIsOnePlaceForAllCalls)
+TEST_F(QmiSwitch, TheCallerTraceHasOneSiteForAllCalls)
 {
     std::filesystem::remove(qmi_ready_path);
     set("0");

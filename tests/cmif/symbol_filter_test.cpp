@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-// What is copied, with the bytes behind it untouched.
+// What is copied, with the bytes after it untouched.
 TEST(SymbolFilter, CopiesWhatIsBetweenTheFirstQuotes)
 {
     struct {

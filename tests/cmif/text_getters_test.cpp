@@ -137,7 +137,7 @@ TEST(TextGetters, AreSilentWhenTheSwitchIsOff)
     expect_round("", false, false);
 }
 
-TEST(TextGetters, ReadASwitchOfMinusOneAnewEachTime)
+TEST(TextGetters, ReadASwitchOfMinusOneAgainEachTime)
 {
     store::set("debug_at_cmif", "-1");
     expect_round("", true, false);
@@ -147,7 +147,7 @@ TEST(TextGetters, ReadASwitchOfMinusOneAnewEachTime)
     expect_round("", false, true);
 }
 
-TEST(TextGetters, DoNotSeeALaterSwitch)
+TEST(TextGetters, IgnoreALaterChangeOfTheSwitch)
 {
     store::set("debug_at_cmif", "1");
     expect_round("", true, true);
@@ -155,8 +155,8 @@ TEST(TextGetters, DoNotSeeALaterSwitch)
     expect_round("", false, true);
 }
 
-// A getter called while the switch was off stays silent beside one called after it was turned on.
-TEST(TextGetters, DecideEachForItself)
+// A getter called while the switch was off stays silent next to one called after it was turned on.
+TEST(TextGetters, ReadTheirSwitchSeparately)
 {
     for (const TextGetter &getter : getters) {
         store::set("debug_at_cmif", &getter - getters < 15 ? "0" : "1");
@@ -180,7 +180,7 @@ TEST(TextGetters, RefuseNullBeforeTheyTouchTheStore)
     EXPECT_EQ(store::accesses(), 0);
 }
 
-TEST(TextGetters, YieldAnEmptyTextForAnUnsetKey)
+TEST(TextGetters, GiveAnEmptyTextForAnUnsetKey)
 {
     for (const TextGetter &getter : getters)
         expect_call(getter, "", true, false);

@@ -141,13 +141,13 @@ std::vector<Work> together(const Lists &...lists)
     return all;
 }
 
-TEST(Threads, Getters)
+TEST(Threads, MayCallGettersAtOnce)
 {
     publish();
     EXPECT_EQ(failures_of(std::vector<Work>(8, read_all)), 0);
 }
 
-TEST(Threads, RequestsWithDifferentCodes)
+TEST(Threads, MayMakeRequestsWithDifferentCodesAtOnce)
 {
     publish();
     const QueuePair queues = QueuePair::at();
@@ -157,7 +157,7 @@ TEST(Threads, RequestsWithDifferentCodes)
     EXPECT_FALSE(queues.take_reply());
 }
 
-TEST(Threads, QmiCallsWithDifferentCodes)
+TEST(Threads, MayMakeQmiCallsWithDifferentCodesAtOnce)
 {
     publish();
     const DebugLogFile log;
@@ -168,7 +168,7 @@ TEST(Threads, QmiCallsWithDifferentCodes)
     EXPECT_FALSE(queues.take_reply());
 }
 
-TEST(Threads, LogWriters)
+TEST(Threads, MayWriteTheLogAtOnce)
 {
     const DebugLogFile log;
     EXPECT_EQ(failures_of(std::vector<Work>(8, write_log)), 0);
@@ -178,7 +178,7 @@ TEST(Threads, LogWriters)
     EXPECT_EQ(DebugLogFile::text(), all);
 }
 
-TEST(Threads, Everything)
+TEST(Threads, MayCallEverythingAtOnce)
 {
     publish();
     const DebugLogFile log;

@@ -1,4 +1,4 @@
-// The time stamp: rounded milliseconds, the carry, and whatever time zone is in force.
+// The time stamp: rounded milliseconds, the carry, and the time zone in force.
 #include "cmif/cmif.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/record.h"
@@ -67,7 +67,7 @@ const Row rows[] = {
 };
 
 // One row after the other in one process: a change of the zone shows at once.
-TEST(TimeStamp, EachRow)
+TEST(TimeStamp, IsTheLocalTimeWithRoundedMilliseconds)
 {
     for (const Row &row : rows) {
         setenv("TZ", row.zone, 1);
@@ -76,7 +76,7 @@ TEST(TimeStamp, EachRow)
     }
 }
 
-TEST(TimeStamp, OneBufferForAllCalls)
+TEST(TimeStamp, IsInOneBufferForAllCalls)
 {
     setenv("TZ", "UTC0", 1);
     calls::set_time(0, 0);
@@ -86,7 +86,7 @@ TEST(TimeStamp, OneBufferForAllCalls)
     EXPECT_STREQ(first, "01-01_00:00:01:000");
 }
 
-TEST(TimeStamp, TakesTheTimeOnceAndTouchesNothingElse)
+TEST(TimeStamp, ReadsTheTimeOnceAndNothingElse)
 {
     const int before = calls::count("gettimeofday");
     const Recorded run = record([] { return get_time() != nullptr; });

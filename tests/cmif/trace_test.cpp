@@ -57,7 +57,7 @@ TEST(TraceSwitch, IsANumber)
 }
 
 // The QMI side has a switch of its own; neither decides for the other.
-TEST(TraceSwitch, IsNotThatOfTheOtherChannel)
+TEST(TraceSwitch, IsSeparateForEachChannel)
 {
     store::set("debug_qmi_cmif", "1");
     EXPECT_EQ(record([] { return shared_CMIF_get_mobileIMEI(out); }).output, "");
@@ -77,7 +77,7 @@ TEST(TraceSwitch, PrintsThroughTheCallersOwnStream)
     EXPECT_EQ(run.output, "before\n" + line_of("lte_mobile_imei") + "after\n");
 }
 
-TEST(TraceSwitch, MayBeReachedByManyThreadsAtOnce)
+TEST(TraceSwitch, MayBeReadByManyThreadsAtOnce)
 {
     store::set("debug_at_cmif", "1");
     constexpr int callers = 8;

@@ -14,7 +14,7 @@ namespace
 {
 constexpr int request_code = 18;
 constexpr size_t payload = 116;
-constexpr int most = 3; // messages
+constexpr int max_messages = 3;
 
 int queue(key_t key)
 {
@@ -46,7 +46,7 @@ std::vector<std::string> parts_of(const unsigned char *data, size_t size)
             parts.emplace_back();
         else
             parts.back() += static_cast<char>(data[i]);
-    parts.resize(2 + 5 * most);
+    parts.resize(2 + 5 * max_messages);
     return parts;
 }
 
@@ -69,15 +69,15 @@ extern "C" int LLVMFuzzerTestOneInput(const unsigned char *data, size_t size)
 {
     const std::vector<std::string> parts = parts_of(data, size);
     const int expected_count = atoi(parts[0].c_str());
-    if (expected_count > most)
+    if (expected_count > max_messages)
         return -1;
     stored["lte_mobile_sms_counts"] = parts[0];
     stored["lte_mobile_sms_unreads"] = parts[1];
-    std::array<cmif_sms_info, most> found;
-    std::array<cmif_sms_info, most> expected;
+    std::array<cmif_sms_info, max_messages> found;
+    std::array<cmif_sms_info, max_messages> expected;
     memset(&found, '?', sizeof found);
     memset(&expected, '?', sizeof expected);
-    for (int i = 0; i < most; ++i) {
+    for (int i = 0; i < max_messages; ++i) {
         const std::string *part = &parts[2 + 5 * static_cast<size_t>(i)];
         const reference::StoredMessage message{part[0], part[1], part[2], part[3], part[4]};
         store_message(i + 1, message);

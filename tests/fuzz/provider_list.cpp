@@ -11,9 +11,9 @@
 
 namespace
 {
-constexpr size_t most = 511; // groups that a file can hold
+constexpr size_t max_groups = 511; // that a file can hold
 
-using List = cmif_provider_info[most];
+using List = cmif_provider_info[max_groups];
 
 void fill_file(const unsigned char *data, size_t size)
 {

@@ -19,7 +19,7 @@
 #include <string>
 
 // The payload of a request by the fields that it fills, in this order; the others are zero. A text
-// too long for its field runs on and is cut, with its NUL, at the end of the text part.
+// too long for its field overflows and is cut, with its NUL, at the end of the text part.
 struct AtFields {
     std::optional<std::string> set_string{};
     std::optional<std::string> set_string2{};
@@ -28,7 +28,7 @@ struct AtFields {
 };
 std::string at_payload(const AtFields &fields);
 
-// A daemon's answer: ret_code, and noise where nobody looks.
+// A daemon's answer: ret_code, and noise in the fields that the library ignores.
 std::string at_reply(int ret_code);
 
 // The text of a payload at an offset, up to its NUL.

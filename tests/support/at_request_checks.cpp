@@ -37,7 +37,7 @@ void expect_sent(const AtRequest &request)
     EXPECT_EQ(sent.back().payload, at_payload(request.fields));
 }
 
-// A look-up or the send failed: nothing behind it happened.
+// A look-up or the send failed: nothing happened after it.
 void expect_end(const AtRequest &request, int result, const Lines &steps)
 {
     const Recorded run = record(request.call);
@@ -172,6 +172,6 @@ void expect_codes_passed_through(const AtRequest &request)
     for (const int code : {1, 2, 3, -1, 5, 77, -5, INT_MAX, INT_MIN}) {
         const Recorded run = run_with_daemon(request, queues, code);
         EXPECT_EQ(run.result, code);
-        EXPECT_EQ(run.steps, steps); // the follow-up is there whatever the code
+        EXPECT_EQ(run.steps, steps); // the follow-up does not depend on the code
     }
 }

@@ -20,7 +20,7 @@ public:
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
-    // Whether it is at work a while from now.
+    // Whether it still runs in a moment.
     [[nodiscard]] bool still_runs() const;
 
     // Waits for its end: its exit status, or 128 and the signal. 0 when `body` returned.

@@ -1,4 +1,4 @@
-// The debug log as a test reads it: on while the object lives, at a time that stands still.
+// The debug log as a test reads it: on while the object lives, at a fixed time.
 #ifndef TESTS_SUPPORT_DEBUG_LOG_FILE_H
 #define TESTS_SUPPORT_DEBUG_LOG_FILE_H
 

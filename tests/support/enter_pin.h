@@ -1,4 +1,4 @@
-// PIN entry, the request that stands for all where one is enough, and its lines with the trace on.
+// PIN entry, the example where one request is enough, and its lines with the trace on.
 #ifndef TESTS_SUPPORT_ENTER_PIN_H
 #define TESTS_SUPPORT_ENTER_PIN_H
 

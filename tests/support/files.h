@@ -20,7 +20,7 @@ inline void write_file(const std::string &path, const std::string &bytes)
     std::ofstream(path, std::ios::binary) << bytes;
 }
 
-// Empty when there is no such file.
+// "" when there is no such file.
 inline std::string read_file(const std::string &path)
 {
     std::ifstream file(path, std::ios::binary);

@@ -18,7 +18,7 @@ int access_count = 0;
 
 thread_local char answer[store::longest_value + 1];
 
-// Every access spoils what the last one answered.
+// Every access overwrites the last answer.
 void begin_access(const std::string &step)
 {
     note_step(step);

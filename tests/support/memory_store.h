@@ -1,9 +1,9 @@
 // The configuration store of the library's tests: the four functions of a platform over memory.
 //
-// A program that links `test_support` has them from here, whatever store the library was linked
-// with. Each thread has one answer buffer, overwritten by every access of any of the four: a
-// pointer that is kept too long shows. Each access of the library is a step of the recording ("get
-// KEY", "set KEY=VALUE", "match KEY=TEXT", "save"), and is counted.
+// A program that links `test_support` has them from here, even though the library was linked with
+// another store. Each thread has one answer buffer, overwritten by every access of any of the four:
+// a pointer that is kept too long shows. Each access of the library is a step of the recording
+// ("get KEY", "set KEY=VALUE", "match KEY=TEXT", "save"), and is counted.
 #ifndef TESTS_SUPPORT_MEMORY_STORE_H
 #define TESTS_SUPPORT_MEMORY_STORE_H
 

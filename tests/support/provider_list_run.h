@@ -1,4 +1,4 @@
-// One reading of a provider list: the file, an array full of noise, and what became of it.
+// One reading of a provider list: the file, an array full of noise, and its result.
 //
 //     expect_list("(1,\"One\")(2)", {{"1,\"One\"", {1, "One"}}, {"2", {2}}});
 #ifndef TESTS_SUPPORT_PROVIDER_LIST_RUN_H
@@ -13,19 +13,19 @@
 #include <vector>
 
 struct ProviderListRun {
-    static constexpr size_t most = 511; // groups that a file can hold
+    static constexpr size_t max_groups = 511; // that a file can hold
 
     ProviderListRun();
 
     Recorded run;
-    std::array<cmif_provider_info, most + 1> list; // one more, to see that it stays as it is
+    std::array<cmif_provider_info, max_groups + 1> list; // one more, to see that it is not written
 };
 
-// Of a file that holds `file`, and of whatever is there.
+// Of a file that holds `file`, and of the file that exists.
 ProviderListRun read_provider_list(const std::string &file);
 ProviderListRun read_existing_provider_list();
 
-// A record's fields; what isn't there is the caller's own.
+// A record's fields; the others keep the caller's values.
 struct Provider {
     std::optional<int> stat{};
     std::optional<std::string> oper_long{};
@@ -34,7 +34,7 @@ struct Provider {
     std::optional<int> act{};
 };
 
-// Compares every byte: behind a name's NUL, too, they are the caller's.
+// Compares every byte: those after a name's NUL are the caller's, too.
 void expect_record(const cmif_provider_info &found, const Provider &provider);
 
 // A group as it is printed, and the record that it becomes.

@@ -1,4 +1,4 @@
-// A QMI call as the events that it should consist of, and the scene in which it is made.
+// A QMI call as the events that it should consist of, and the fixture in which it is made.
 //
 //     TEST_F(QmiTest, Start)
 //     {
@@ -8,7 +8,7 @@
 //                     {caller(start), ready(), exchange(4, 5), said(start + " msgrcv succeeed!")});
 //     }
 //
-// The scene: real queues, the daemon ready, trace and debug log on.
+// The fixture: real queues, the daemon ready, trace and debug log on.
 #ifndef TESTS_SUPPORT_QMI_CALL_H
 #define TESTS_SUPPORT_QMI_CALL_H
 
@@ -32,7 +32,7 @@ struct Event {
 using Events = std::vector<Event>;
 
 Events did(const std::string &step);     // a system call
-Events printed(const std::string &line); // standard output alone
+Events printed(const std::string &line); // standard output only
 Events said(const std::string &line);    // both, the log's with prefix and time
 Events said(const std::string &line, const std::string &logged); // where the two differ
 Events traced(const std::string &line);                          // both, each with its prefix

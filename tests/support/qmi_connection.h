@@ -1,4 +1,4 @@
-// The scene of starting and stopping the connection, with the marker of a profile modification.
+// Fixture for starting and stopping the connection, with the marker of a profile modification.
 #ifndef TESTS_SUPPORT_QMI_CONNECTION_H
 #define TESTS_SUPPORT_QMI_CONNECTION_H
 

@@ -1,4 +1,4 @@
-// The scene of a profile modification: a profile, its wire form, and the marker around every call.
+// Fixture for profile modifications: a profile, and the marker around every call.
 #ifndef TESTS_SUPPORT_QMI_MODIFY_H
 #define TESTS_SUPPORT_QMI_MODIFY_H
 

@@ -12,7 +12,7 @@ public:
     Redirect(const Redirect &) = delete;
     Redirect &operator=(const Redirect &) = delete;
 
-    // Gives the descriptor back; what children write still arrives.
+    // Restores the descriptor; what children write is still captured.
     void restore();
 
     // What was written so far, by this process and by its children.

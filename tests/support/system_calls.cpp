@@ -30,7 +30,7 @@ Function *next(const char *name)
     return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
 }
 
-// Counts and notes a call, and tells its outcome.
+// Counts and notes a call, and returns its outcome.
 calls::Outcome begin_call(const std::string &function, const std::string &step)
 {
     std::function<void()> action;

@@ -1,5 +1,5 @@
 // Stand-ins for the system calls that the library makes: msgget, msgsnd, msgrcv, sleep, system and
-// gettimeofday. They do the real thing unless a test says otherwise, but sleep, which only counts.
+// gettimeofday. They make the real call unless a test scripts another outcome; sleep only counts.
 //
 //     calls::script("msgget", {calls::real, calls::fails(ENOSPC)});  // the second look-up fails
 //     calls::script("msgrcv", {calls::fails(EINTR), calls::fails(EIDRM)});
@@ -27,7 +27,7 @@ struct Message {
 
 namespace calls
 {
-// What one call does instead of the real thing.
+// What one call does instead of the real one.
 struct Outcome {
     bool real = true;
     int result = 0;
@@ -46,7 +46,8 @@ constexpr Outcome yields(int result)
     return {false, result, 0};
 }
 
-// The next calls of `function` have these outcomes, one after the other; then it is itself again.
+// The next calls of `function` have these outcomes, one after the other; after them it is real
+// again.
 void script(const std::string &function, const std::vector<Outcome> &outcomes);
 
 // `count` times the same outcome.
@@ -61,7 +62,7 @@ int count(const std::string &function);
 // What msgsnd was given, sent or not.
 std::vector<Message> sent();
 
-// From now on gettimeofday tells this time.
+// From now on gettimeofday gives this time.
 void set_time(time_t seconds, suseconds_t microseconds);
 
 // The real ones, for the daemons' side: neither steps nor counted.

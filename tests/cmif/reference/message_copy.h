@@ -17,7 +17,7 @@ struct StoredMessage {
 // A stored text in a field of `size` bytes, without its NUL.
 std::string message_text(std::string_view stored, size_t size);
 
-// Fills `info`, and leaves what lies behind a text as it was.
+// Fills `info`, and leaves the bytes after a text as they were.
 void fill_message(cmif_sms_info &info, const StoredMessage &message);
 } // namespace reference
 
