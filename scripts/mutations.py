@@ -94,7 +94,7 @@ def code_changes(line, code):
         for match in re.finditer(pattern, code):
             for replacement in replacements:
                 yield line[: match.start()] + replacement + line[match.end() :]
-    for pattern in (PAIR, CHOICE):
+    for pattern in (CHOICE,) if code.lstrip().startswith("enum") else (PAIR, CHOICE):
         for match in pattern.finditer(code):
             yield exchange(line, match)
     for match in NUMBER.finditer(code):
