@@ -5,7 +5,6 @@
 #include "tests/support/record.h"
 
 #include <cerrno>
-#include <dlfcn.h>
 #include <filesystem>
 #include <functional>
 #include <gtest/gtest.h>
@@ -23,11 +22,6 @@ struct SemaphoreUse {
     bool init_fails = false;
 } used;
 
-template <class Function>
-Function *next(const char *name)
-{
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
 } // namespace
 
 int sem_init(sem_t *semaphore, int shared, unsigned value) noexcept
@@ -37,7 +31,7 @@ int sem_init(sem_t *semaphore, int shared, unsigned value) noexcept
     used.value = value;
     return used.init_fails
                ? -1
-               : next<int(sem_t *, int, unsigned)>("sem_init")(semaphore, shared, value);
+               : calls::replaced<int(sem_t *, int, unsigned)>("sem_init")(semaphore, shared, value);
 }
 
 int sem_wait(sem_t *semaphore)
@@ -48,19 +42,19 @@ int sem_wait(sem_t *semaphore)
         errno = used.wait_error;
         return -1;
     }
-    return next<int(sem_t *)>("sem_wait")(semaphore);
+    return calls::replaced<int(sem_t *)>("sem_wait")(semaphore);
 }
 
 int sem_post(sem_t *semaphore) noexcept
 {
     ++used.posts;
-    return next<int(sem_t *)>("sem_post")(semaphore);
+    return calls::replaced<int(sem_t *)>("sem_post")(semaphore);
 }
 
 int sem_destroy(sem_t *semaphore) noexcept
 {
     ++used.destroys;
-    return next<int(sem_t *)>("sem_destroy")(semaphore);
+    return calls::replaced<int(sem_t *)>("sem_destroy")(semaphore);
 }
 
 namespace

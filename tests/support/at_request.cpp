@@ -1,5 +1,7 @@
 #include "at_request.h"
 
+#include "system_calls.h"
+
 #include <cstring>
 
 const AtWords common_words{
@@ -60,8 +62,7 @@ std::string print_step(const AtRequest &request, std::string line, int queue)
 
 std::string transfer_step(const char *function, int key, long code)
 {
-    return std::string(function) + "(" + std::to_string(key) + ", type " + std::to_string(code) +
-           ", size 116, flags 0)";
+    return calls::transfer_step(function, std::to_string(key), code, 116);
 }
 
 std::string at_payload(const AtFields &fields)

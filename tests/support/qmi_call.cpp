@@ -17,12 +17,6 @@ std::string log_line(const std::string &line)
     return std::string("[CMIF-QMI][") + debug_log_stamp + "]" + line + "\n";
 }
 
-std::string transfer(const char *function, int key, long code, int size)
-{
-    return std::string(function) + "(" + std::to_string(key) + ", type " + std::to_string(code) +
-           ", size " + std::to_string(size) + ", flags 0)";
-}
-
 std::string bracketed(const std::string &text)
 {
     return "[" + exchange_name + "] " + text;
@@ -155,7 +149,7 @@ Events QmiTest::exchange_failing(Failure step, long code, int length) const
     const Events send =
         sequence({traced(bracketed("key msqID = (" + std::to_string(queues.requests()) + ")")),
                   traced(bracketed("key msg_recv_ID = (" + std::to_string(queues.replies()) + ")")),
-                  did(transfer("msgsnd", 1158, code, length))});
+                  did(calls::transfer_step("msgsnd", "1158", code, static_cast<size_t>(length)))});
     switch (step) {
     case Failure::request_queue:
         return sequence({start, look_ups(1), no_queue});
@@ -167,7 +161,7 @@ Events QmiTest::exchange_failing(Failure step, long code, int length) const
         break;
     }
     return sequence({start, look_ups(2), send, traced(bracketed("rcv_id = " + number)),
-                     did(transfer("msgrcv", 1159, code, 316)),
+                     did(calls::transfer_step("msgrcv", "1159", code, 316)),
                      traced(number + " msgrcv failed...")});
 }
 

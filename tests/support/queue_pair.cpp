@@ -1,8 +1,8 @@
 #include "queue_pair.h"
 
+#include "require.h"
+
 #include <csignal>
-#include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 #include <sys/msg.h>
@@ -11,15 +11,6 @@
 namespace
 {
 constexpr long stop = std::numeric_limits<long>::max();
-
-int require(int result, const char *what)
-{
-    if (result < 0) {
-        perror(what);
-        abort();
-    }
-    return result;
-}
 
 // The records of this file: the platform's long, then the payload.
 std::string record_of(const Message &message)

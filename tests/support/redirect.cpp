@@ -1,21 +1,10 @@
 #include "redirect.h"
 
+#include "require.h"
+
 #include <cstdio>
-#include <cstdlib>
 #include <sys/mman.h>
 #include <unistd.h>
-
-namespace
-{
-int require(int result, const char *what)
-{
-    if (result < 0) {
-        perror(what);
-        abort();
-    }
-    return result;
-}
-} // namespace
 
 Redirect::Redirect(int descriptor)
     : descriptor_(descriptor), original_(require(dup(descriptor), "dup")),

@@ -6,7 +6,6 @@
 #include <cstdio>
 #include <cstring>
 #include <deque>
-#include <dlfcn.h>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -23,12 +22,6 @@ std::map<std::string, int> counts;
 std::map<int, key_t> queue_keys;
 std::vector<Message> sent_messages;
 std::optional<timeval> fixed_time;
-
-template <class Function>
-Function *next(const char *name)
-{
-    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
-}
 
 // Counts and notes a call, and returns its outcome.
 calls::Outcome begin_call(const std::string &function, const std::string &step)
@@ -64,12 +57,6 @@ std::string queue_name(int queue)
     const auto found = queue_keys.find(queue);
     return found == queue_keys.end() ? "id " + std::to_string(queue)
                                      : std::to_string(found->second);
-}
-
-std::string transfer_step(const char *function, int queue, long type, size_t size, int flags)
-{
-    return std::string(function) + "(" + queue_name(queue) + ", type " + std::to_string(type) +
-           ", size " + std::to_string(size) + ", flags " + std::to_string(flags) + ")";
 }
 
 long type_of(const void *record)
@@ -117,21 +104,28 @@ void calls::set_time(time_t seconds, suseconds_t microseconds)
     fixed_time = timeval{seconds, microseconds};
 }
 
+std::string calls::transfer_step(const std::string &function, const std::string &queue, long type,
+                                 size_t size, int flags)
+{
+    return function + "(" + queue + ", type " + std::to_string(type) + ", size " +
+           std::to_string(size) + ", flags " + std::to_string(flags) + ")";
+}
+
 int calls::real_msgget(key_t key, int flags)
 {
-    static const auto function = next<int(key_t, int)>("msgget");
+    static const auto function = calls::replaced<int(key_t, int)>("msgget");
     return function(key, flags);
 }
 
 int calls::real_msgsnd(int queue, const void *record, size_t size, int flags)
 {
-    static const auto function = next<int(int, const void *, size_t, int)>("msgsnd");
+    static const auto function = calls::replaced<int(int, const void *, size_t, int)>("msgsnd");
     return function(queue, record, size, flags);
 }
 
 ssize_t calls::real_msgrcv(int queue, void *record, size_t size, long type, int flags)
 {
-    static const auto function = next<ssize_t(int, void *, size_t, long, int)>("msgrcv");
+    static const auto function = calls::replaced<ssize_t(int, void *, size_t, long, int)>("msgrcv");
     return function(queue, record, size, type, flags);
 }
 
@@ -156,14 +150,15 @@ int msgsnd(int msqid, const void *msgp, size_t msgsz, int msgflg)
         const std::lock_guard lock(mutex);
         sent_messages.push_back({type, {static_cast<const char *>(msgp) + sizeof type, msgsz}});
     }
-    const auto outcome = begin_call("msgsnd", transfer_step("msgsnd", msqid, type, msgsz, msgflg));
+    const auto outcome = begin_call(
+        "msgsnd", calls::transfer_step("msgsnd", queue_name(msqid), type, msgsz, msgflg));
     return outcome.real ? calls::real_msgsnd(msqid, msgp, msgsz, msgflg) : instead(outcome);
 }
 
 ssize_t msgrcv(int msqid, void *msgp, size_t msgsz, long msgtyp, int msgflg)
 {
-    const auto outcome =
-        begin_call("msgrcv", transfer_step("msgrcv", msqid, msgtyp, msgsz, msgflg));
+    const auto outcome = begin_call(
+        "msgrcv", calls::transfer_step("msgrcv", queue_name(msqid), msgtyp, msgsz, msgflg));
     if (outcome.real)
         return calls::real_msgrcv(msqid, msgp, msgsz, msgtyp, msgflg);
     const long garbage = 0x5a5a5a;
@@ -179,14 +174,14 @@ unsigned sleep(unsigned seconds)
 
 int system(const char *command)
 {
-    static const auto function = next<int(const char *)>("system");
+    static const auto function = calls::replaced<int(const char *)>("system");
     const auto outcome = begin_call("system", std::string("system(") + command + ")");
     return outcome.real ? function(command) : instead(outcome);
 }
 
 int gettimeofday(timeval *tv, void *tz) noexcept
 {
-    static const auto function = next<int(timeval *, void *)>("gettimeofday");
+    static const auto function = calls::replaced<int(timeval *, void *)>("gettimeofday");
     const auto outcome = begin_call("gettimeofday", "");
     if (!outcome.real)
         return instead(outcome);

@@ -14,6 +14,7 @@
 #ifndef TESTS_SUPPORT_SYSTEM_CALLS_H
 #define TESTS_SUPPORT_SYSTEM_CALLS_H
 
+#include <dlfcn.h>
 #include <functional>
 #include <string>
 #include <sys/types.h>
@@ -64,6 +65,17 @@ std::vector<Message> sent();
 
 // From now on gettimeofday gives this time.
 void set_time(time_t seconds, suseconds_t microseconds);
+
+// A transfer as a step of the recording.
+std::string transfer_step(const std::string &function, const std::string &queue, long type,
+                          size_t size, int flags = 0);
+
+// The function of this name that a stand-in replaces.
+template <class Function>
+Function *replaced(const char *name)
+{
+    return reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name));
+}
 
 // The real ones, for the daemons' side: neither steps nor counted.
 int real_msgget(key_t key, int flags);
