@@ -8,6 +8,9 @@
 
 namespace sim
 {
+
+using namespace daemons;
+
 namespace
 {
 

@@ -1,4 +1,4 @@
-// Checks of decimal text that arrives from outside.
+// Decimal text: numbers, and the forms of the codes that a SIM card and a network use.
 #ifndef DAEMONS_DIGITS_H
 #define DAEMONS_DIGITS_H
 
@@ -7,13 +7,27 @@
 #include <optional>
 #include <string_view>
 
-namespace sim
+namespace daemons
 {
 
-constexpr bool is_digits(std::string_view text, std::size_t least, std::size_t most)
+constexpr bool is_digits(std::string_view text, std::size_t min, std::size_t max)
 {
-    return text.size() >= least && text.size() <= most &&
+    return text.size() >= min && text.size() <= max &&
            std::all_of(text.begin(), text.end(), [](char c) { return c >= '0' && c <= '9'; });
+}
+
+// 3GPP TS 31.101: PIN and PUK. TS 23.003: a network's MCC and MNC together.
+constexpr bool is_pin(std::string_view text)
+{
+    return is_digits(text, 4, 8);
+}
+constexpr bool is_puk(std::string_view text)
+{
+    return is_digits(text, 8, 8);
+}
+constexpr bool is_plmn_code(std::string_view text)
+{
+    return is_digits(text, 5, 6);
 }
 
 // A whole decimal number and nothing else.
@@ -27,6 +41,6 @@ inline std::optional<int> to_number(std::string_view text)
     return number;
 }
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -7,6 +7,9 @@
 
 namespace sim
 {
+
+using namespace daemons;
+
 namespace
 {
 

@@ -8,6 +8,9 @@
 
 namespace sim
 {
+
+using namespace daemons;
+
 namespace
 {
 
@@ -117,7 +120,7 @@ bool Network::permitted(const Cell &cell) const
 RetCode Network::select(std::string_view numeric, std::string_view technology)
 {
     const std::optional<int> act = to_number(technology);
-    if (!is_digits(numeric, 5, 6))
+    if (!is_plmn_code(numeric))
         return ret_incorrect_parameters;
     if (!technology.empty() && (!act || *act < 0 || *act > 7))
         return ret_incorrect_parameters;

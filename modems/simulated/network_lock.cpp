@@ -5,6 +5,8 @@
 namespace sim
 {
 
+using namespace daemons;
+
 // Wrong keys are counted like wrong PUKs, but nothing gives a used-up counter back.
 RetCode NetworkLock::compare(std::string_view key)
 {
@@ -29,7 +31,7 @@ RetCode NetworkLock::set(std::string_view facility, std::string_view mode, std::
         return unlock(key);
     if (mode != "1")
         return ret_incorrect_parameters;
-    if (!network.empty() && !is_digits(network, 5, 6))
+    if (!network.empty() && !is_plmn_code(network))
         return ret_incorrect_parameters;
     const RetCode code = compare(key);
     if (code != ret_ok)

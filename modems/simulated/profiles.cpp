@@ -4,6 +4,9 @@
 
 namespace sim
 {
+
+using namespace daemons;
+
 namespace
 {
 

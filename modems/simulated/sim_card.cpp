@@ -4,19 +4,8 @@
 
 namespace sim
 {
-namespace
-{
 
-bool is_pin(std::string_view code)
-{
-    return is_digits(code, 4, 8);
-}
-bool is_puk(std::string_view code)
-{
-    return is_digits(code, 8, 8);
-}
-
-} // namespace
+using namespace daemons;
 
 RetCode Pin::refusal() const
 {
