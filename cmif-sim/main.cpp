@@ -35,7 +35,7 @@ public:
     }
 };
 
-void add_options(CLI::App &command, sim::ServerOptions &options)
+void add_options(CLI::App &command, cmif_sim::ServerOptions &options)
 {
     command.add_flag("--verbose", options.verbose, "Print each record, decoded, to standard error");
     command.add_option("--seed", options.seed, "Number that the modem's signal values follow from")
@@ -73,7 +73,7 @@ std::vector<std::string> split_off_command(int &argc, char **argv)
 
 int main(int argc, char **argv)
 try {
-    sim::ServerOptions options;
+    cmif_sim::ServerOptions options;
     CLI::App app{"A router in a box: a simulated LTE modem with the daemons that CMIF talks to.",
                  "cmif-sim"};
     app.set_version_flag("--version", "cmif-sim " CMIF_VERSION, "Print the version and exit");
@@ -97,7 +97,7 @@ try {
         constexpr int usage_error = 2;
         return app.exit(error) == 0 ? 0 : usage_error;
     }
-    return *run ? sim::run(options, command) : sim::serve(options, -1);
+    return *run ? cmif_sim::run(options, command) : cmif_sim::serve(options, -1);
 } catch (const std::exception &failure) {
     std::fprintf(stderr, "cmif-sim: %s\n", failure.what());
     return 1;

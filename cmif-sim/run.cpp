@@ -17,10 +17,12 @@
 #include <unistd.h>
 #include <utility>
 
-namespace sim
+namespace cmif_sim
 {
 namespace
 {
+
+using namespace sim;
 
 namespace fs = std::filesystem;
 
@@ -210,4 +212,4 @@ int run(const ServerOptions &options, const std::vector<std::string> &command)
     return status;
 }
 
-} // namespace sim
+} // namespace cmif_sim

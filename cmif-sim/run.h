@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace sim
+namespace cmif_sim
 {
 
 /*
@@ -17,6 +17,6 @@ namespace sim
  */
 int run(const ServerOptions &options, const std::vector<std::string> &command);
 
-} // namespace sim
+} // namespace cmif_sim
 
 #endif

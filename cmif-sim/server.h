@@ -1,8 +1,9 @@
-// The simulated router's daemons over the queues of the name space they are started in.
+// The simulated modem and the daemons, over the message queues of the namespace they are started
+// in.
 #ifndef CMIF_SIM_SERVER_H
 #define CMIF_SIM_SERVER_H
 
-namespace sim
+namespace cmif_sim
 {
 
 struct ServerOptions {
@@ -10,13 +11,13 @@ struct ServerOptions {
     bool at = true;       // run the AT daemon
     bool qmi = true;      // run the QMI daemon
     double pace = 1.0;    // factor on all simulated durations
-    unsigned seed = 1;    // of the wandering signal
+    unsigned seed = 1;    // of the drifting signal
 };
 
 // Serves until SIGTERM or SIGINT and returns the exit status: 0, or 1 when it can't start. Writes
 // one byte to `ready_fd`, unless that is negative, when all daemons answer.
 int serve(const ServerOptions &options, int ready_fd);
 
-} // namespace sim
+} // namespace cmif_sim
 
 #endif

@@ -5,45 +5,45 @@
 #include "at_requests.h"
 #include "cmif/cmif.h"
 #include "daemon_thread.h"
+#include "lane.h"
 #include "wire_log.h"
 
 #include <optional>
-#include <thread>
 
-namespace sim
+namespace daemons
 {
 
+// Two lanes, so that a search never delays a PIN: the fast one is the thread that receives, which
+// leaves waiting requests in the message queue; the slow one keeps its own.
 class AtDaemon
 {
 public:
-    AtDaemon(Modem &modem, Pace pace, bool verbose);
+    AtDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose);
 
-    // Ends promptly; a search that runs is broken off and not answered.
+    // Raises the flag, stops the modem and ends promptly. What this cuts short is not answered.
     ~AtDaemon();
     AtDaemon(const AtDaemon &) = delete;
     AtDaemon &operator=(const AtDaemon &) = delete;
 
-    // Creates the queues and starts to serve; false when the queues can't be had.
+    // Creates the queues and starts to serve; false when the queues can't be created.
     bool start();
 
 private:
-    void serve(const char *bytes, std::size_t payload);
-    void serve(const AtRequest &request, const cmif_msg &record);
-    void reply(long code, const char *name, int ret_code);
-    void join_search(const AtRequest &request);
-    void search(const AtRequest &request);
+    void receive(const char *bytes, std::size_t payload);
+    void dispatch(const AtRequest &request, const cmif_msg &record);
+    void queue(const AtJob &job);
+    void serve(const AtJob &job);
+    void reply(long code, const char *name, CmeError error);
 
-    Modem &modem_;
-    Pace pace_;
+    AtFront front_;
+    StopFlag &stop_;
     WireLog log_;
     MessageQueue requests_{CMIF_AT_REQUEST_KEY};
     MessageQueue replies_{CMIF_AT_REPLY_KEY};
-    StopFlag stop_;
-    int searchers_ = 0; // callers that wait for the search; for the holder of the modem's lock
-    std::thread search_;
-    std::optional<DaemonThread> thread_;
+    Lane slow_lane_;
+    std::optional<DaemonThread> fast_lane_;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <span>
 
-namespace sim
+namespace daemons
 {
 namespace
 {
@@ -19,20 +19,20 @@ std::optional<std::string> bounded(const char (&field)[size])
     return std::string(field, length);
 }
 
-std::optional<std::string> read_field(AtPlace place, const cmif_msg &record)
+std::optional<std::string> read_field(AtFieldSlot slot, const cmif_msg &record)
 {
-    switch (place) {
-    case AtPlace::string1:
+    switch (slot) {
+    case AtFieldSlot::string1:
         return bounded(record.set_string);
-    case AtPlace::string2:
+    case AtFieldSlot::string2:
         return bounded(record.set_string2);
-    case AtPlace::string3:
+    case AtFieldSlot::string3:
         return bounded(record.set_string3);
-    case AtPlace::value:
+    case AtFieldSlot::value:
         return bounded(record.set_value);
-    case AtPlace::first_byte:
+    case AtFieldSlot::first_byte:
         return std::to_string(static_cast<unsigned char>(record.set_string[0]));
-    case AtPlace::none:
+    case AtFieldSlot::none:
         break;
     }
     return "";
@@ -44,9 +44,9 @@ std::optional<AtArguments> decode(const AtRequest &request, const cmif_msg &reco
 {
     AtArguments arguments;
     for (const AtField &field : request.fields) {
-        if (field.place == AtPlace::none)
+        if (field.slot == AtFieldSlot::none)
             break;
-        std::optional<std::string> text = read_field(field.place, record);
+        std::optional<std::string> text = read_field(field.slot, record);
         if (!text)
             return std::nullopt;
         arguments.push_back(*std::move(text));
@@ -65,4 +65,4 @@ std::string describe(const AtRequest &request, const AtArguments &arguments)
     return out;
 }
 
-} // namespace sim
+} // namespace daemons

@@ -7,15 +7,15 @@
 
 #include <optional>
 
-namespace sim
+namespace daemons
 {
 
-// The fields that the request uses; nothing when one of them has no end.
+// The fields that the request uses; nothing when one of them has no NUL.
 std::optional<AtArguments> decode(const AtRequest &request, const cmif_msg &record);
 
-// The arguments with their labels, secret ones masked, for people to read.
+// The arguments with their labels, secret ones masked, for a person to read.
 std::string describe(const AtRequest &request, const AtArguments &arguments);
 
-} // namespace sim
+} // namespace daemons
 
 #endif

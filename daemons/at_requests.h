@@ -1,40 +1,36 @@
-// The requests of the AT channel: what their records hold and what the modem does about them.
+// The requests of the AT channel: which fields of the record they use, and what they ask the modem.
 #ifndef DAEMONS_AT_REQUESTS_H
 #define DAEMONS_AT_REQUESTS_H
 
-#include "modems/simulated/modem.h"
+#include "at_verbs.h"
+#include "cmif/cmif.h"
 
-#include <string>
-#include <vector>
-
-namespace sim
+namespace daemons
 {
 
-// Where in the record a field lies. `first_byte` is the first of set_string, as a number.
-enum class AtPlace { none, string1, string2, string3, value, first_byte };
+// Where a field is in the record. `first_byte` is the first of set_string, as a number.
+enum class AtFieldSlot { none, string1, string2, string3, value, first_byte };
 
 struct AtField {
-    AtPlace place = AtPlace::none;
+    AtFieldSlot slot = AtFieldSlot::none;
     const char *label = "";
     bool secret = false;
 };
 
-enum class AtAnswer { at_once, after_search, never };
-
-using AtArguments = std::vector<std::string>; // in the order of the row's fields
+// Searches and registrations take up to minutes, and only wait for each other.
+enum class AtLane { fast, slow };
 
 struct AtRequest {
-    long code;
+    cmif_at_code code;
     const char *name;
-    RetCode (*handle)(ModemState &, const AtArguments &);
+    AtVerb verb; // none for a request that is never answered
     AtField fields[4] = {};
-    Needs needs = Needs::nothing;
-    AtAnswer answer = AtAnswer::at_once;
+    AtLane lane = AtLane::fast;
 };
 
 // The row of a request code, or nullptr.
 const AtRequest *find_at_request(long code);
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -2,7 +2,7 @@
 
 #include <csignal>
 
-namespace sim
+namespace daemons
 {
 
 using namespace std::chrono_literals;
@@ -10,15 +10,15 @@ using namespace std::chrono_literals;
 namespace
 {
 
-// Gets the thread out of its wait in the queue; the signal itself does nothing.
-constexpr int wake_up = SIGUSR1;
+// Interrupts the thread's wait in the queue; the signal itself does nothing.
+constexpr int wake_up_signal = SIGUSR1;
 
 void ignore_wake_up()
 {
     struct sigaction action {
     };
     action.sa_handler = [](int) {}; // and no SA_RESTART
-    sigaction(wake_up, &action, nullptr);
+    sigaction(wake_up_signal, &action, nullptr);
 }
 
 } // namespace
@@ -34,7 +34,7 @@ DaemonThread::DaemonThread(const MessageQueue &queue, const StopFlag &stop, Serv
 DaemonThread::~DaemonThread()
 {
     while (!ended_) {
-        pthread_kill(thread_.native_handle(), wake_up);
+        pthread_kill(thread_.native_handle(), wake_up_signal);
         std::this_thread::sleep_for(2ms);
     }
     thread_.join();
@@ -43,9 +43,9 @@ DaemonThread::~DaemonThread()
 // Without a queue (its limit reached, perhaps) the thread tries again a little later.
 void DaemonThread::run()
 {
-    alignas(long) char record[sizeof(long) + most_payload];
+    alignas(long) char record[sizeof(long) + max_payload];
     while (!stop_.raised()) {
-        if (const auto payload = queue_.receive(record, most_payload))
+        if (const auto payload = queue_.receive(record, max_payload))
             serve_(record, *payload);
         else
             stop_.wait_for(10ms);
@@ -53,4 +53,4 @@ void DaemonThread::run()
     ended_ = true;
 }
 
-} // namespace sim
+} // namespace daemons

@@ -1,4 +1,4 @@
-// The thread of a daemon: it waits in a message queue, and ends promptly when asked to.
+// The thread of a daemon: it serves the messages of a queue, and ends promptly when asked to.
 #ifndef DAEMONS_DAEMON_THREAD_H
 #define DAEMONS_DAEMON_THREAD_H
 
@@ -8,16 +8,16 @@
 #include <functional>
 #include <thread>
 
-namespace sim
+namespace daemons
 {
 
 class DaemonThread
 {
 public:
-    // Serves what arrives in `queue`: `serve` gets each record (a `long`, then the payload) and the
-    // payload's size, at most `most_payload`.
+    // Calls `serve` with each record that arrives in `queue` (a `long`, then the payload) and its
+    // payload's size, at most `max_payload`.
     using Serve = std::function<void(const char *record, std::size_t payload)>;
-    static constexpr std::size_t most_payload = 1024;
+    static constexpr std::size_t max_payload = 1024;
 
     DaemonThread(const MessageQueue &queue, const StopFlag &stop, Serve serve);
 
@@ -36,6 +36,6 @@ private:
     std::thread thread_;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -1,17 +1,17 @@
 #include "message_queue.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
+#include <err.h>
 #include <sys/ipc.h>
 #include <sys/msg.h>
 
-namespace sim
+namespace daemons
 {
 
 using namespace std::chrono_literals;
 
-// Looked up every time, since others may remove the queue.
+// Looked up every time, since other processes may remove the queue.
 int MessageQueue::look_up() const
 {
     return msgget(key_, IPC_CREAT | 0666);
@@ -21,8 +21,7 @@ bool MessageQueue::prepare() const
 {
     if (look_up() >= 0)
         return true;
-    std::fprintf(stderr, "cmif-sim: can't use message queue %d: %s\n", static_cast<int>(key_),
-                 std::strerror(errno));
+    warn("can't use message queue %d", static_cast<int>(key_));
     return false;
 }
 
@@ -42,14 +41,28 @@ std::optional<std::size_t> MessageQueue::receive(void *record, std::size_t room)
     return static_cast<std::size_t>(size);
 }
 
+void MessageQueue::report_dropped(const void *record, const char *reason) const
+{
+    long code = 0;
+    std::memcpy(&code, record, sizeof code);
+    warnx("reply to request %ld dropped: message queue %d %s", code, static_cast<int>(key_),
+          reason);
+}
+
+// A queue that callers don't empty must not end the service for all others.
 bool MessageQueue::send(const void *record, std::size_t payload, const StopFlag &stop) const
 {
+    const auto end = std::chrono::steady_clock::now() + max_wait;
     do {
         const int id = look_up();
         if (id >= 0 && msgsnd(id, record, payload, IPC_NOWAIT) == 0)
             return true;
+        if (std::chrono::steady_clock::now() >= end) {
+            report_dropped(record, errno == EAGAIN ? "is full" : "can't be used");
+            return false;
+        }
     } while (!stop.wait_for(20ms));
     return false;
 }
 
-} // namespace sim
+} // namespace daemons

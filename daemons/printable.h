@@ -1,14 +1,14 @@
-// Text from outside, made fit for a terminal.
+// Text from outside, made safe for a terminal.
 #ifndef DAEMONS_PRINTABLE_H
 #define DAEMONS_PRINTABLE_H
 
 #include <string>
 #include <string_view>
 
-namespace sim
+namespace daemons
 {
 
-// What comes from a caller must not play tricks on the reader's terminal.
+// What comes from a caller must not inject terminal escapes.
 inline std::string printable(std::string_view text)
 {
     std::string out;
@@ -17,6 +17,6 @@ inline std::string printable(std::string_view text)
     return out;
 }
 
-} // namespace sim
+} // namespace daemons
 
 #endif

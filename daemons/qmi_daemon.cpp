@@ -1,6 +1,5 @@
 #include "qmi_daemon.h"
 
-#include "cmif/cmif.h"
 #include "daemons/publish/connection_keys.h"
 #include "daemons/publish/public_file.h"
 
@@ -9,7 +8,7 @@
 #include <cstring>
 #include <unistd.h>
 
-namespace sim
+namespace daemons
 {
 namespace
 {
@@ -22,9 +21,13 @@ std::string bytes_of(std::int32_t number)
     std::memcpy(bytes.data(), &number, sizeof number);
     return bytes;
 }
-std::string bytes_of(SimIndex index)
+std::string bytes_of(QmiSimStatus status)
 {
-    return bytes_of(static_cast<std::int32_t>(index));
+    return bytes_of(static_cast<std::int32_t>(status));
+}
+std::string bytes_of(CmeError error)
+{
+    return bytes_of(static_cast<std::int32_t>(error));
 }
 std::string bytes_of(const std::string &text)
 {
@@ -32,13 +35,13 @@ std::string bytes_of(const std::string &text)
 }
 
 // As the log takes them.
-int shown(RetCode code)
+CmeError shown(CmeError error)
 {
-    return code;
+    return error;
 }
-std::string shown(SimIndex index)
+std::string shown(QmiSimStatus status)
 {
-    return "status=" + std::to_string(static_cast<int>(index));
+    return "status=" + std::to_string(static_cast<int>(status));
 }
 std::string shown(const std::string &text)
 {
@@ -47,18 +50,18 @@ std::string shown(const std::string &text)
 
 } // namespace
 
-QmiDaemon::QmiDaemon(Modem &modem, bool verbose)
-    : modem_(modem), log_("QMI", verbose), requests_(CMIF_QMI_REQUEST_KEY),
-      replies_(CMIF_QMI_REPLY_KEY)
+QmiDaemon::QmiDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose)
+    : modem_(modem), publisher_(publisher), stop_(stop), log_("QMI", verbose)
 {
 }
 
-// The marker goes first: who finds it gone sends nothing that would not be answered.
+// Remove the marker first, so that no caller sends a request that will not be answered.
 QmiDaemon::~QmiDaemon()
 {
     if (thread_)
         unlink(CMIF_QMI_READY_FILE);
     stop_.raise();
+    modem_.stop();
 }
 
 // A marker that is there already was left by a daemon that was killed, and so were replies.
@@ -68,11 +71,8 @@ bool QmiDaemon::start()
     if (!requests_.prepare() || !replies_.prepare())
         return false;
     replies_.clear();
-    modem_.change([](ModemState &state) {
-        if (auto_connect_is_on())
-            state.connection.start_when_possible();
-        return ret_ok;
-    });
+    if (auto_connect_is_on())
+        modem_.connect_when_possible();
     thread_.emplace(requests_, stop_,
                     [this](const char *bytes, std::size_t payload) { serve(bytes, payload); });
     return write_public_file(CMIF_QMI_READY_FILE, "on\n");
@@ -86,16 +86,17 @@ void QmiDaemon::serve(const char *bytes, std::size_t payload)
     const QmiRequest *request = find_qmi_request(code);
     if (!request) {
         log_.request(code, unknown_request, "");
-        return reply(code, unknown_request, ret_not_supported);
+        return reply(code, unknown_request, CmeError::not_supported);
     }
     log_.request(code, request->name, request->describe ? request->describe(arguments) : "");
-    if (!request->handle)
+    if (!request->verb)
         return;
-    reply(code, request->name,
-          modem_.change([&](ModemState &state) { return request->handle(state, arguments); }));
+    const QmiAnswer answer = request->verb(modem_, arguments);
+    publisher_.publish();
+    reply(code, request->name, answer);
 }
 
-// The whole payload always; what the answer leaves of it is zero.
+// Always the whole payload, zero after the answer.
 void QmiDaemon::reply(long code, const char *name, const QmiAnswer &answer)
 {
     qmi_msg record{};
@@ -106,4 +107,4 @@ void QmiDaemon::reply(long code, const char *name, const QmiAnswer &answer)
         std::visit([&](const auto &value) { log_.reply(code, name, shown(value)); }, answer);
 }
 
-} // namespace sim
+} // namespace daemons

@@ -3,26 +3,27 @@
 #define DAEMONS_QMI_DAEMON_H
 
 #include "daemon_thread.h"
+#include "daemons/publish/publisher.h"
 #include "qmi_requests.h"
 #include "wire_log.h"
 
 #include <optional>
 
-namespace sim
+namespace daemons
 {
 
 class QmiDaemon
 {
 public:
-    QmiDaemon(Modem &modem, bool verbose);
+    QmiDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose);
 
-    // Takes the readiness marker away and ends promptly.
+    // Removes the readiness marker, raises the flag, stops the modem and ends promptly.
     ~QmiDaemon();
     QmiDaemon(const QmiDaemon &) = delete;
     QmiDaemon &operator=(const QmiDaemon &) = delete;
 
-    // Creates the queues, starts to serve and then says so in the readiness marker; false when the
-    // queues or the marker can't be had.
+    // Creates the queues, starts to serve and then creates the readiness marker; false when the
+    // queues or the marker can't be created.
     bool start();
 
 private:
@@ -30,13 +31,14 @@ private:
     void reply(long code, const char *name, const QmiAnswer &answer);
 
     Modem &modem_;
+    Publisher &publisher_;
+    StopFlag &stop_;
     WireLog log_;
-    MessageQueue requests_;
-    MessageQueue replies_;
-    StopFlag stop_;
+    MessageQueue requests_{CMIF_QMI_REQUEST_KEY};
+    MessageQueue replies_{CMIF_QMI_REPLY_KEY};
     std::optional<DaemonThread> thread_;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

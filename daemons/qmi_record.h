@@ -2,21 +2,21 @@
 #ifndef DAEMONS_QMI_RECORD_H
 #define DAEMONS_QMI_RECORD_H
 
-#include "modems/simulated/connection.h"
+#include "modem_status.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace sim
+namespace daemons
 {
 
-// Nothing when the size is another, a text has no end, or a number is not a digit in its range.
-std::optional<ConnectionProfile> decode_profile(std::string_view payload);
+// Nothing when the size differs, a text has no NUL, or a number is not a digit in its range.
+std::optional<DataProfile> decode_profile(std::string_view payload);
 
-// For people to read, without the password.
+// For a person to read, without the password.
 std::string describe_profile(std::string_view payload);
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -2,71 +2,78 @@
 
 #include "qmi_record.h"
 
-namespace sim
+namespace daemons
 {
 namespace
 {
 
 using Payload = std::string_view;
 
-QmiAnswer device_revision(ModemState &, Payload)
+QmiAnswer modify_profile(Modem &modem, Payload payload)
 {
-    return ModemState::firmware;
+    const std::optional<DataProfile> profile = decode_profile(payload);
+    return profile ? modem.set_data_profile(*profile) : CmeError::incorrect_parameters;
 }
 
-QmiAnswer modify_profile(ModemState &modem, Payload payload)
+QmiAnswer start(Modem &modem, Payload)
 {
-    std::optional<ConnectionProfile> profile = decode_profile(payload);
-    if (!profile)
-        return ret_incorrect_parameters;
-    modem.connection.modify(*std::move(profile), Clock::now());
-    return ret_ok;
+    return modem.connect();
 }
 
-QmiAnswer start(ModemState &modem, Payload)
+QmiAnswer stop(Modem &modem, Payload)
 {
-    return modem.connection.start(modem.data_refusal(), Clock::now());
+    return modem.disconnect();
 }
 
-QmiAnswer stop(ModemState &modem, Payload)
+// The queries answer with what is known, even when the modem can't read it again: their answers
+// have no room for an error.
+QmiAnswer device_revision(Modem &modem, Payload)
 {
-    modem.connection.stop(Clock::now());
-    return ret_ok;
+    modem.refresh(StatusPart::revision);
+    return modem.status().firmware;
 }
 
-// The card is always in, and ready at once.
-QmiAnswer sim_status(ModemState &modem, Payload)
+QmiAnswer packet_service(Modem &modem, Payload)
 {
-    switch (modem.sim_status()) {
-    case SimStatus::pin:
-        return SimIndex::pin;
-    case SimStatus::puk:
-        return SimIndex::puk;
+    modem.refresh(StatusPart::packet_service);
+    const std::optional<bool> attached = modem.status().packet_attached;
+    return attached ? (*attached ? "attached" : "detached") : "";
+}
+
+QmiAnswer sim_status(Modem &modem, Payload)
+{
+    modem.refresh(StatusPart::sim);
+    switch (modem.status().sim.value_or(SimStatus::not_ready)) {
+    case SimStatus::absent:
+        return QmiSimStatus::absent;
+    case SimStatus::not_ready:
+        return QmiSimStatus::not_ready;
+    case SimStatus::pin_required:
+        return QmiSimStatus::pin_required;
+    case SimStatus::puk_required:
+        return QmiSimStatus::puk_required;
     case SimStatus::network_locked:
-        return SimIndex::network_personalization;
-    case SimStatus::bad:
-        return SimIndex::bad;
+        return QmiSimStatus::network_locked;
+    case SimStatus::permanently_blocked:
+        return QmiSimStatus::permanently_blocked;
     case SimStatus::ready:
         break;
     }
-    return SimIndex::ready;
-}
-
-QmiAnswer packet_service(ModemState &modem, Payload)
-{
-    return modem.attached() ? "attached" : "detached";
+    return QmiSimStatus::ready;
 }
 
 // Requests without arguments are served whatever else their payload holds.
+// clang-format off
 const QmiRequest qmi_requests[] = {
-    {1, "shared_CMIF_get_device_rev_id", device_revision},
-    {3, "shared_CMIF_modify_profile_settings", modify_profile, describe_profile},
-    {4, "shared_CMIF_start_network_interface", start},
-    {5, "shared_CMIF_stop_network_interface", stop},
-    {6, "shared_CMIF_get_sim_status", sim_status},
-    {8, "shared_CMIF_get_ps_service", packet_service},
-    {9, "shared_CMIF_set_CM_qfirehose", nullptr},
+    {CMIF_QMI_GET_DEVICE_REVISION, "shared_CMIF_get_device_rev_id",       device_revision},
+    {CMIF_QMI_MODIFY_PROFILE,      "shared_CMIF_modify_profile_settings", modify_profile, describe_profile},
+    {CMIF_QMI_START,               "shared_CMIF_start_network_interface", start},
+    {CMIF_QMI_STOP,                "shared_CMIF_stop_network_interface",  stop},
+    {CMIF_QMI_GET_SIM_STATUS,      "shared_CMIF_get_sim_status",          sim_status},
+    {CMIF_QMI_GET_PACKET_SERVICE,  "shared_CMIF_get_ps_service",          packet_service},
+    {CMIF_QMI_DOWNLOAD_MODE,       "shared_CMIF_set_CM_qfirehose",        nullptr},
 };
+// clang-format on
 
 } // namespace
 
@@ -78,4 +85,4 @@ const QmiRequest *find_qmi_request(long code)
     return nullptr;
 }
 
-} // namespace sim
+} // namespace daemons

@@ -1,33 +1,42 @@
-// The requests of the QMI channel: what their records hold and what the modem does about them.
+// The requests of the QMI channel: what their records hold, and what they ask the modem.
 #ifndef DAEMONS_QMI_REQUESTS_H
 #define DAEMONS_QMI_REQUESTS_H
 
-#include "modems/simulated/modem.h"
+#include "cmif/cmif.h"
+#include "modem.h"
 
 #include <string>
 #include <string_view>
 #include <variant>
 
-namespace sim
+namespace daemons
 {
 
-enum class SimIndex : int { absent, not_ready, ready, pin, puk, network_personalization, bad };
+enum class QmiSimStatus : int {
+    absent,
+    not_ready,
+    ready,
+    pin_required,
+    puk_required,
+    network_locked,
+    permanently_blocked
+};
 
-// At the start of a reply: a number, or text with its end.
-using QmiAnswer = std::variant<RetCode, SimIndex, std::string>;
+// At the start of a reply: a number, or text with its NUL.
+using QmiAnswer = std::variant<CmeError, QmiSimStatus, std::string>;
 
 struct QmiRequest {
-    long code;
+    cmif_qmi_code code;
     const char *name;
     // Gets the payload as it came, of any size. None for a request that is never answered.
-    QmiAnswer (*handle)(ModemState &, std::string_view payload);
-    // The arguments, secret ones masked, for people to read; none without arguments.
+    QmiAnswer (*verb)(Modem &, std::string_view payload);
+    // The arguments, secret ones masked, for a person to read; none without arguments.
     std::string (*describe)(std::string_view payload) = nullptr;
 };
 
 // The row of a request code, or nullptr.
 const QmiRequest *find_qmi_request(long code);
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -1,13 +1,12 @@
 #include "service_lock.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <err.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace sim
+namespace daemons
 {
 namespace
 {
@@ -36,7 +35,7 @@ bool ServiceLock::take()
     if (fd_ < 0 && errno == ENOENT) {
         fd_ = open(path_.c_str(), flags | O_CREAT, 0666);
         if (fd_ >= 0)
-            fchmod(fd_, 0666); // whatever the umask: the next one may be another user's
+            fchmod(fd_, 0666); // whatever the umask: the next server may be another user's
     }
     struct flock lock = whole_file();
     if (fd_ >= 0 && fcntl(fd_, F_SETLK, &lock) == 0)
@@ -44,18 +43,18 @@ bool ServiceLock::take()
     if (fd_ >= 0 && (errno == EACCES || errno == EAGAIN))
         name_holder();
     else
-        std::fprintf(stderr, "cmif-sim: can't lock %s: %s\n", path_.c_str(), std::strerror(errno));
+        warn("can't lock %s", path_.c_str());
     return false;
 }
 
-// A process of another sandbox has no number here.
+// The number of a process in another sandbox means nothing here.
 void ServiceLock::name_holder() const
 {
     struct flock lock = whole_file();
     const bool known = fcntl(fd_, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK && lock.l_pid > 0;
-    std::fprintf(stderr, "cmif-sim: %s served already, by %s; end that one first (%s)\n", what_,
-                 known ? ("process " + std::to_string(lock.l_pid)).c_str() : "another sandbox",
-                 path_.c_str());
+    warnx("%s already served by %s; stop it first (%s)", what_,
+          known ? ("process " + std::to_string(lock.l_pid)).c_str() : "another sandbox",
+          path_.c_str());
 }
 
-} // namespace sim
+} // namespace daemons

@@ -1,25 +1,24 @@
-// Keeps a second server away from what is served already.
+// Refuses a second server for what is already being served.
 #ifndef DAEMONS_SERVICE_LOCK_H
 #define DAEMONS_SERVICE_LOCK_H
 
 #include <string>
 #include <utility>
 
-namespace sim
+namespace daemons
 {
 
-// A locked file. The system releases the lock with its process, so what a killed server leaves is
-// no obstacle.
+// A locked file. The system releases the lock when its process ends, however it ends.
 class ServiceLock
 {
 public:
-    // `what` is the beginning of a message: "the AT queues are".
+    // `what` begins a message: "the AT queues are".
     ServiceLock(std::string path, const char *what) : path_(std::move(path)), what_(what) {}
     ~ServiceLock();
     ServiceLock(const ServiceLock &) = delete;
     ServiceLock &operator=(const ServiceLock &) = delete;
 
-    // False, and a line on standard error, when somebody else has it.
+    // False, and a line on standard error, when another process has it.
     bool take();
 
 private:
@@ -30,6 +29,6 @@ private:
     int fd_ = -1;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -7,7 +7,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace sim
+namespace daemons
 {
 
 StopFlag::StopFlag() : event_(eventfd(0, EFD_CLOEXEC))
@@ -21,14 +21,15 @@ StopFlag::~StopFlag()
     close(event_);
 }
 
-// NOLINTNEXTLINE(readability-make-member-function-const): it changes what others see
+// NOLINTNEXTLINE(readability-make-member-function-const): other threads see it
 void StopFlag::raise()
 {
     eventfd_write(event_, 1);
 }
 
-bool StopFlag::wait_for(Clock::duration time) const
+bool StopFlag::wait_for(std::chrono::steady_clock::duration time) const
 {
+    using Clock = std::chrono::steady_clock;
     using std::chrono::milliseconds;
     const auto end = Clock::now() + time;
     for (;;) {
@@ -42,4 +43,4 @@ bool StopFlag::wait_for(Clock::duration time) const
     }
 }
 
-} // namespace sim
+} // namespace daemons

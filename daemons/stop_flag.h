@@ -1,10 +1,10 @@
-// A request to end that threads can wait for.
+// A request to end, which threads can wait for.
 #ifndef DAEMONS_STOP_FLAG_H
 #define DAEMONS_STOP_FLAG_H
 
-#include "modems/simulated/time_scale.h"
+#include <chrono>
 
-namespace sim
+namespace daemons
 {
 
 class StopFlag
@@ -18,13 +18,13 @@ public:
     void raise();
     bool raised() const { return wait_for({}); }
 
-    // Waits until the flag is raised, but no longer than this; true when it is.
-    bool wait_for(Clock::duration time) const;
+    // Waits until the flag is raised, but no longer than `time`; true when it is raised.
+    bool wait_for(std::chrono::steady_clock::duration time) const;
 
 private:
     int event_;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

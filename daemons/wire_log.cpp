@@ -1,11 +1,9 @@
 #include "wire_log.h"
 
-#include "ret_code.h"
-
 #include <cstdio>
 #include <string>
 
-namespace sim
+namespace daemons
 {
 
 void WireLog::request(long code, std::string_view name, std::string_view details) const
@@ -17,10 +15,11 @@ void WireLog::request(long code, std::string_view name, std::string_view details
                  details.data());
 }
 
-void WireLog::reply(long code, std::string_view name, int ret_code) const
+void WireLog::reply(long code, std::string_view name, CmeError error) const
 {
-    const RetCodeText *text = find_ret_code(ret_code);
-    std::string answer = "ret_code=" + std::to_string(ret_code);
+    const int number = static_cast<int>(error);
+    const CmeErrorText *text = find_cme_error(number);
+    std::string answer = "ret_code=" + std::to_string(number);
     reply(code, name, answer.append(" (").append(text ? text->name : "?").append(")"));
 }
 
@@ -32,4 +31,4 @@ void WireLog::reply(long code, std::string_view name, std::string_view answer) c
                  name.data(), static_cast<int>(answer.size()), answer.data());
 }
 
-} // namespace sim
+} // namespace daemons

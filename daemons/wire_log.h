@@ -1,15 +1,17 @@
-// What goes over the wire, a line for each record, on standard error.
+// The records of a channel, a line for each, on standard error.
 #ifndef DAEMONS_WIRE_LOG_H
 #define DAEMONS_WIRE_LOG_H
 
+#include "cme_error.h"
+
 #include <string_view>
 
-namespace sim
+namespace daemons
 {
 
 inline constexpr const char *unknown_request = "unknown request";
 
-// One channel's lines. Silent unless asked for. Any thread may write.
+// One channel's lines, none unless enabled. Any thread may write.
 class WireLog
 {
 public:
@@ -17,7 +19,7 @@ public:
 
     // `details` are decoded fields, without secrets.
     void request(long code, std::string_view name, std::string_view details) const;
-    void reply(long code, std::string_view name, int ret_code) const;
+    void reply(long code, std::string_view name, CmeError error) const;
     void reply(long code, std::string_view name, std::string_view answer) const;
 
 private:
@@ -25,6 +27,6 @@ private:
     bool enabled_;
 };
 
-} // namespace sim
+} // namespace daemons
 
 #endif

@@ -1,13 +1,18 @@
 #include "message_keys.h"
 
+#include "daemons/digits.h"
 #include "publish_value.h"
 
 #include <algorithm>
+#include <string_view>
 
-namespace sim
+namespace daemons
 {
 namespace
 {
+
+constexpr const char *count_key = "lte_mobile_sms_counts";
+constexpr const char *unread_key = "lte_mobile_sms_unreads";
 
 // Readers take "%%" for one percent sign.
 std::string percent_doubled(std::string_view text)
@@ -38,18 +43,27 @@ void clear_message(std::size_t number)
         put(field, number, "");
 }
 
+// The store is open to every program: a count beyond what a modem and a SIM hold is not a list's.
+std::size_t published_count()
+{
+    constexpr int max_count = 1000;
+    return static_cast<std::size_t>(
+        std::clamp(to_number(tarnNvramConfig_get(count_key)).value_or(0), 0, max_count));
+}
+
 } // namespace
 
 void publish_messages(const std::vector<Message> &list)
 {
-    const auto unread =
-        std::count_if(list.begin(), list.end(), [](const Message &m) { return m.unread; });
+    const std::size_t before = published_count();
+    const auto unread = std::count_if(list.begin(), list.end(),
+                                      [](const Message &message) { return message.unread; });
     for (std::size_t i = 0; i < list.size(); ++i)
         put_message(i + 1, list[i]);
-    publish_value("lte_mobile_sms_counts", std::to_string(list.size()));
-    publish_value("lte_mobile_sms_unreads", std::to_string(unread));
-    for (std::size_t i = list.size(); i < Messages::capacity; ++i)
+    publish_value(count_key, std::to_string(list.size()));
+    publish_value(unread_key, std::to_string(unread));
+    for (std::size_t i = list.size(); i < before; ++i)
         clear_message(i + 1);
 }
 
-} // namespace sim
+} // namespace daemons

@@ -1,15 +1,15 @@
-// What a list of messages looks like in the configuration store. For the holder of the modem's
-// lock.
+// A list of messages in the configuration store.
 #ifndef DAEMONS_PUBLISH_MESSAGE_KEYS_H
 #define DAEMONS_PUBLISH_MESSAGE_KEYS_H
 
-#include "modems/simulated/messages.h"
+#include "daemons/modem_status.h"
 
-namespace sim
+namespace daemons
 {
 
+// Clears what an earlier, longer list left there.
 void publish_messages(const std::vector<Message> &list);
 
-} // namespace sim
+} // namespace daemons
 
 #endif

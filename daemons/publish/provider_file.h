@@ -2,15 +2,18 @@
 #ifndef DAEMONS_PUBLISH_PROVIDER_FILE_H
 #define DAEMONS_PUBLISH_PROVIDER_FILE_H
 
-#include <string>
+#include "daemons/modem_status.h"
 
-namespace sim
+namespace daemons
 {
 
-// At one stroke for its readers; false, and a line on standard error, when it can't be written.
-bool write_provider_file(const std::string &list);
+// The operators in the form of the answer to AT+COPS=?.
+std::string provider_list(const std::vector<Operator> &operators);
+
+// Replaced atomically; false, and a line on standard error, when it can't be written.
+bool write_provider_file(const std::vector<Operator> &operators);
 void remove_provider_file();
 
-} // namespace sim
+} // namespace daemons
 
 #endif

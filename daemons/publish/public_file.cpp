@@ -1,18 +1,16 @@
 #include "public_file.h"
 
-#include <cerrno>
 #include <cstdio>
-#include <cstring>
-#include <string>
+#include <err.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace sim
+namespace daemons
 {
 namespace
 {
 
-// `name` receives the new file's name; an exclusive, unforeseeable one: /tmp is everybody's.
+// `name` receives the new file's name, exclusive and unpredictable: every user may write to /tmp.
 bool write_temporary(std::string &name, const std::string &text)
 {
     const int fd = mkstemp(name.data());
@@ -30,9 +28,9 @@ bool write_public_file(const char *path, const std::string &text)
     std::string temporary = std::string(path) + ".XXXXXX";
     if (write_temporary(temporary, text) && std::rename(temporary.c_str(), path) == 0)
         return true;
-    std::fprintf(stderr, "cmif-sim: can't write %s: %s\n", path, std::strerror(errno));
+    warn("can't write %s", path);
     unlink(temporary.c_str());
     return false;
 }
 
-} // namespace sim
+} // namespace daemons

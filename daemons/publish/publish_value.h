@@ -1,4 +1,4 @@
-// One value for the configuration store. For the holder of the modem's lock.
+// One value for the configuration store.
 #ifndef DAEMONS_PUBLISH_PUBLISH_VALUE_H
 #define DAEMONS_PUBLISH_PUBLISH_VALUE_H
 
@@ -6,16 +6,16 @@
 
 #include <string>
 
-namespace sim
+namespace daemons
 {
 
-// Writes only what differs: a write costs many times what a look costs.
+// Writes only what differs: a write costs many times what a comparison costs.
 inline void publish_value(const std::string &key, const std::string &value)
 {
     if (!tarnNvramConfig_match(key.c_str(), value.c_str()))
         tarnNvramConfig_set(key.c_str(), value.c_str());
 }
 
-} // namespace sim
+} // namespace daemons
 
 #endif

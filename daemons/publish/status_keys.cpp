@@ -1,71 +1,81 @@
 #include "status_keys.h"
 
-#include "modems/simulated/modem.h"
 #include "publish_value.h"
 
-namespace sim
+namespace daemons
 {
 namespace
 {
 
-using State = const ModemState &;
+using Status = const ModemStatus &;
 
-struct KeyRow {
-    const char *key;
-    std::string (*value)(State);
-};
+std::string text(const std::string &value)
+{
+    return value;
+}
+std::string text(std::optional<int> value)
+{
+    return value ? std::to_string(*value) : "";
+}
+std::string text(std::optional<bool> value)
+{
+    return value ? std::to_string(*value) : "";
+}
+template <class Enumeration>
+std::string text(std::optional<Enumeration> value)
+{
+    return value ? std::to_string(static_cast<int>(*value)) : "";
+}
 
-// Values of the serving cell and the last one; "" without one.
+// A member of the status, or a member of a part of it.
 template <auto member>
-std::string of_cell(const Cell *cell)
+std::string of(Status status)
 {
-    return cell ? std::string(cell->*member) : std::string();
+    return text(status.*member);
 }
-template <auto member>
-std::string serving(State state)
+template <auto part, auto member>
+std::string of(Status status)
 {
-    return of_cell<member>(state.network.serving());
-}
-template <auto member>
-std::string last(State state)
-{
-    return of_cell<member>(state.network.last());
+    return text(status.*part.*member);
 }
 
-// Measurements; those of LTE alone are "" elsewhere.
-template <auto measure>
-std::string level(State state)
+std::string plmn(Status status)
 {
-    const Cell *cell = state.network.serving();
-    return cell ? std::to_string((state.signal.*measure)(*cell)) : std::string();
-}
-template <auto measure>
-std::string lte_level(State state)
-{
-    const Cell *cell = state.network.serving();
-    return cell && cell->technology == eutran ? level<measure>(state) : std::string();
+    return status.cell.mcc + status.cell.mnc;
 }
 
-bool is_open(State state)
+std::string technology_name(Status status)
 {
-    return state.sim.pin1.open();
+    if (!status.technology)
+        return "";
+    switch (*status.technology) {
+    case Technology::gsm:
+    case Technology::gsm_compact:
+    case Technology::gsm_egprs:
+        return "GSM";
+    case Technology::eutran:
+        return "LTE";
+    default:
+        return "UMTS";
+    }
 }
 
-std::string number(int value)
+std::string sim_status(Status status)
 {
-    return std::to_string(value);
-}
-
-std::string sim_status(State state)
-{
-    switch (state.sim_status()) {
-    case SimStatus::pin:
+    if (!status.sim)
+        return "";
+    switch (*status.sim) {
+    case SimStatus::absent:
+        return "NOT INSERTED";
+    case SimStatus::not_ready:
+        return "NOT READY";
+    case SimStatus::pin_required:
         return "SIM PIN";
-    case SimStatus::puk:
+    case SimStatus::puk_required:
         return "SIM PUK";
     case SimStatus::network_locked:
         return "PH-NET PIN";
-    case SimStatus::bad:
+    case SimStatus::permanently_blocked:
         return "SIM FAILURE";
     case SimStatus::ready:
         break;
@@ -73,103 +83,82 @@ std::string sim_status(State state)
     return "READY";
 }
 
-std::string plmn(State state)
+std::string operator_name(Status status, OperatorFormat format)
 {
-    const Cell *cell = state.network.serving();
-    return cell ? cell->numeric() : std::string();
-}
-
-std::string operator_name(State state)
-{
-    switch (state.operator_format) {
+    switch (format) {
     case OperatorFormat::short_name:
-        return serving<&Cell::short_name>(state);
+        return status.operator_short;
     case OperatorFormat::numeric:
-        return plmn(state);
+        return plmn(status);
     case OperatorFormat::long_name:
         break;
     }
-    return serving<&Cell::long_name>(state);
+    return status.operator_long;
 }
 
-std::string technology(State state)
-{
-    const Cell *cell = state.network.serving();
-    return cell ? number(cell->technology) : std::string();
-}
-
-std::string technology_name(State state)
-{
-    const Cell *cell = state.network.serving();
-    if (!cell)
-        return "";
-    return cell->technology == eutran ? "LTE" : (cell->technology == utran ? "UMTS" : "GSM");
-}
-
-std::string duplex(State state)
-{
-    const Cell *cell = state.network.serving();
-    return cell && cell->technology == eutran ? "FDD" : "";
-}
-
-constexpr KeyRow rows[] = {
-    {"lte_module_hw_ver", [](State) -> std::string { return ModemState::hardware; }},
-    {"lte_module_sw_ver", [](State) -> std::string { return ModemState::firmware; }},
-    {"lte_mobile_imei", [](State) -> std::string { return ModemState::imei; }},
-
-    {"lte_sim_pin_mode", [](State s) { return number(s.sim.pin1.enabled()); }},
-    {"lte_mobile_iccid", [](State) -> std::string { return SimCard::iccid; }},
-    {"lte_mobile_imsi", [](State s) -> std::string { return is_open(s) ? SimCard::imsi : ""; }},
-    {"lte_subscriber_num_number",
-     [](State s) -> std::string { return is_open(s) ? SimCard::subscriber_number : ""; }},
-    {"lte_mobile_pin1c", [](State s) { return number(s.sim.pin1.tries()); }},
-    {"lte_mobile_puk1c", [](State s) { return number(s.sim.pin1.puk_tries()); }},
-    {"lte_mobile_pin2c", [](State s) { return number(s.sim.pin2.tries()); }},
-    {"lte_mobile_puk2c", [](State s) { return number(s.sim.pin2.puk_tries()); }},
-
-    {"lte_network_reg_status_lac", serving<&Cell::lac>},
-    {"lte_network_reg_status_last_lac", last<&Cell::lac>},
-    {"lte_query_network_mcc", serving<&Cell::mcc>},
-    {"lte_query_network_last_mcc", last<&Cell::mcc>},
-    {"lte_query_network_mnc", serving<&Cell::mnc>},
-    {"lte_query_network_last_mnc", last<&Cell::mnc>},
-    {"lte_query_network_cellid", serving<&Cell::cell_id>},
-    {"lte_query_network_last_cellid", last<&Cell::cell_id>},
-    {"lte_query_network_info_band", serving<&Cell::band>},
-    {"lte_query_network_info_channel", serving<&Cell::channel>},
-    {"lte_query_network_info_access_technology_select", technology_name},
-    {"lte_query_network_duplexmode", duplex},
-
-    {"lte_query_network_rssi", level<&SignalLevel::rssi>},
-    {"lte_mobile_rssi_id_to_dbm", level<&SignalLevel::indexed_rssi>},
-    {"lte_query_network_rsrp", lte_level<&SignalLevel::rsrp>},
-    {"lte_query_network_rsrq", lte_level<&SignalLevel::rsrq>},
-    {"lte_query_network_sinr", lte_level<&SignalLevel::sinr>},
-
-    {"lte_operator_select_operator", operator_name},
-    {"lte_operator_select_operator_longname", serving<&Cell::long_name>},
-    {"lte_operator_select_operator_shortname", serving<&Cell::short_name>},
-    {"lte_operator_select_operator_plmnname", plmn},
-    {"lte_operator_select_ats_value", technology},
-    {"lte_operator_select_network_mode", [](State s) { return number(!s.network.automatic()); }},
-    {"lte_network_search_mode",
-     [](State s) { return number(static_cast<int>(s.network.search_mode())); }},
-    {"lte_roam_servive_config",
-     [](State s) { return number(static_cast<int>(s.network.roaming())); }},
-    {"lte_pocket_domain_servive_status", [](State s) { return number(s.packet_domain); }},
-
-    // Last: who waits for these finds all that belongs to them.
-    {"lte_network_reg_status_state",
-     [](State s) { return number(static_cast<int>(s.network.registration())); }},
-    {"lte_sim_status", sim_status},
+struct KeyRow {
+    const char *key;
+    std::string (*value)(Status);
 };
+
+using M = ModemStatus;
+
+// clang-format off
+constexpr KeyRow rows[] = {
+    {"lte_module_hw_ver",                       of<&M::hardware>},
+    {"lte_module_sw_ver",                       of<&M::firmware>},
+    {"lte_mobile_imei",                         of<&M::imei>},
+
+    {"lte_sim_pin_mode",                        of<&M::pin_enabled>},
+    {"lte_mobile_iccid",                        of<&M::iccid>},
+    {"lte_mobile_imsi",                         of<&M::imsi>},
+    {"lte_subscriber_num_number",               of<&M::subscriber_number>},
+    {"lte_mobile_pin1c",                        of<&M::attempts, &RetryCounters::pin1>},
+    {"lte_mobile_puk1c",                        of<&M::attempts, &RetryCounters::puk1>},
+    {"lte_mobile_pin2c",                        of<&M::attempts, &RetryCounters::pin2>},
+    {"lte_mobile_puk2c",                        of<&M::attempts, &RetryCounters::puk2>},
+
+    {"lte_network_reg_status_lac",              of<&M::cell, &Cell::lac>},
+    {"lte_network_reg_status_last_lac",         of<&M::last_cell, &Cell::lac>},
+    {"lte_query_network_mcc",                   of<&M::cell, &Cell::mcc>},
+    {"lte_query_network_last_mcc",              of<&M::last_cell, &Cell::mcc>},
+    {"lte_query_network_mnc",                   of<&M::cell, &Cell::mnc>},
+    {"lte_query_network_last_mnc",              of<&M::last_cell, &Cell::mnc>},
+    {"lte_query_network_cellid",                of<&M::cell, &Cell::cell_id>},
+    {"lte_query_network_last_cellid",           of<&M::last_cell, &Cell::cell_id>},
+    {"lte_query_network_info_band",             of<&M::band>},
+    {"lte_query_network_info_channel",          of<&M::channel>},
+    {"lte_query_network_info_access_technology_select", technology_name},
+    {"lte_query_network_duplexmode",            of<&M::duplex>},
+
+    {"lte_query_network_rssi",                  of<&M::signal, &SignalStatus::rssi>},
+    {"lte_mobile_rssi_id_to_dbm",               of<&M::signal, &SignalStatus::csq_rssi>},
+    {"lte_query_network_rsrp",                  of<&M::signal, &SignalStatus::rsrp>},
+    {"lte_query_network_rsrq",                  of<&M::signal, &SignalStatus::rsrq>},
+    {"lte_query_network_sinr",                  of<&M::signal, &SignalStatus::sinr>},
+
+    {"lte_operator_select_operator_longname",   of<&M::operator_long>},
+    {"lte_operator_select_operator_shortname",  of<&M::operator_short>},
+    {"lte_operator_select_operator_plmnname",   plmn},
+    {"lte_operator_select_ats_value",           of<&M::technology>},
+    {"lte_operator_select_network_mode",        of<&M::manual_selection>},
+    {"lte_network_search_mode",                 of<&M::search_mode>},
+    {"lte_roam_servive_config",                 of<&M::roaming>},
+    {"lte_pocket_domain_servive_status",        of<&M::packet_domain>},
+
+    // Published last: a reader that waits for these keys sees a consistent set.
+    {"lte_network_reg_status_state",            of<&M::registration>},
+    {"lte_sim_status",                          sim_status},
+};
+// clang-format on
 
 } // namespace
 
-void publish_status(const ModemState &state)
+void publish_status(const ModemStatus &status, OperatorFormat format)
 {
+    publish_value("lte_operator_select_operator", operator_name(status, format));
     for (const KeyRow &row : rows)
-        publish_value(row.key, row.value(state));
+        publish_value(row.key, row.value(status));
 }
 
-} // namespace sim
+} // namespace daemons

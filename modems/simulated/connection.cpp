@@ -3,10 +3,12 @@
 #include <algorithm>
 #include <charconv>
 
-namespace sim
+namespace simulated
 {
 
 using namespace std::chrono_literals;
+
+using daemons::PdpType;
 
 namespace
 {
@@ -24,65 +26,65 @@ std::string hexadecimal(unsigned number)
 
 } // namespace
 
-RetCode Connection::start(RetCode refusal, Clock::time_point now)
+CmeError Connection::start(CmeError refusal, Clock::time_point now)
 {
-    starts_itself_ = false;
-    last_error_ = refusal == ret_ok && profile_.apn.empty() ? ret_missing_apn : refusal;
-    if (last_error_ == ret_ok && !wanted_)
-        head_for(true, connecting_time, now);
+    auto_connect_pending_ = false;
+    last_error_ = refusal == CmeError::ok && profile_.apn.empty() ? CmeError::missing_apn : refusal;
+    if (last_error_ == CmeError::ok && !wanted_)
+        begin_transition(true, connecting_time, now);
     return last_error_;
 }
 
 void Connection::stop(Clock::time_point now)
 {
-    starts_itself_ = false;
-    last_error_ = ret_ok;
+    auto_connect_pending_ = false;
+    last_error_ = CmeError::ok;
     if (wanted_)
-        head_for(false, disconnecting_time, now);
+        begin_transition(false, disconnecting_time, now);
 }
 
-void Connection::modify(ConnectionProfile profile, Clock::time_point now)
+void Connection::modify(DataProfile profile, Clock::time_point now)
 {
     profile_ = std::move(profile);
     if (!wanted_)
         return;
     if (!profile_.apn.empty())
-        return head_for(true, reconnecting_time, now);
+        return begin_transition(true, reconnecting_time, now);
     stop(now);
-    last_error_ = ret_missing_apn;
+    last_error_ = CmeError::missing_apn;
 }
 
-void Connection::head_for(bool up, std::chrono::milliseconds time, Clock::time_point now)
+void Connection::begin_transition(bool up, std::chrono::milliseconds time, Clock::time_point now)
 {
     wanted_ = up;
-    state_ = ConnectionState::on_the_way;
+    state_ = ConnectionState::transitioning;
     uptime_ = 0s;
-    arrival_ = now + pace_.of(time);
+    transition_end_ = now + scale_.scaled(time);
 }
 
-void Connection::update(RetCode refusal, Clock::time_point now)
+void Connection::update(CmeError refusal, Clock::time_point now)
 {
-    if (refusal != ret_ok)
-        return break_off(refusal);
-    if (starts_itself_)
+    if (refusal != CmeError::ok)
+        return drop(refusal);
+    if (auto_connect_pending_)
         start(refusal, now);
-    if (state_ == ConnectionState::on_the_way && now >= arrival_)
-        arrive();
+    if (state_ == ConnectionState::transitioning && now >= transition_end_)
+        complete_transition();
     if (connected())
-        uptime_ = std::chrono::floor<std::chrono::seconds>(now - arrival_);
+        uptime_ = std::chrono::floor<std::chrono::seconds>(now - transition_end_);
 }
 
-void Connection::arrive()
+void Connection::complete_transition()
 {
     state_ = wanted_ ? ConnectionState::connected : ConnectionState::disconnected;
     if (!wanted_)
         return;
-    ++number_;
+    ++count_;
     last_apn_ = profile_.apn;
 }
 
 // One that was to end anyway ends without an error.
-void Connection::break_off(RetCode reason)
+void Connection::drop(CmeError reason)
 {
     if (wanted_)
         last_error_ = reason;
@@ -91,28 +93,28 @@ void Connection::break_off(RetCode reason)
     uptime_ = 0s;
 }
 
-std::optional<Clock::time_point> Connection::due() const
+std::optional<Clock::time_point> Connection::next_deadline() const
 {
-    if (state_ == ConnectionState::on_the_way)
-        return arrival_;
+    if (state_ == ConnectionState::transitioning)
+        return transition_end_;
     if (connected())
-        return arrival_ + uptime_ + 1s;
+        return transition_end_ + uptime_ + 1s;
     return std::nullopt;
 }
 
 std::string Connection::ipv4_address() const
 {
     constexpr unsigned first = 10, count = 200;
-    if (!connected() || !profile_.has_ipv4())
+    if (!connected() || profile_.pdp_type == PdpType::ipv6)
         return "";
-    return "192.0.2." + std::to_string(first + (number_ - 1) % count);
+    return "192.0.2." + std::to_string(first + (count_ - 1) % count);
 }
 
 std::string Connection::ipv6_address() const
 {
-    if (!connected() || !profile_.has_ipv6())
+    if (!connected() || profile_.pdp_type < PdpType::ipv6)
         return "";
-    return "2001:db8:0:" + hexadecimal(number_ & 0xffff) + "::1";
+    return "2001:db8:0:" + hexadecimal(count_ & 0xffff) + "::1";
 }
 
-} // namespace sim
+} // namespace simulated

@@ -1,11 +1,7 @@
 #include "messages.h"
 
-#include "daemons/digits.h"
-
-namespace sim
+namespace simulated
 {
-
-using namespace daemons;
 
 namespace
 {
@@ -13,8 +9,7 @@ namespace
 // Fills one message to the last of its 160 characters.
 const char *const one_hundred_sixty =
     "This message is as long as a single one can be: one hundred and sixty characters, counted "
-    "with "
-    "every blank and full stop. The last word ends exactly here, done.";
+    "with every blank and full stop. The last word ends exactly here, done.";
 
 // Arrives in many parts and is stored as one; longer than any reader's field.
 std::string long_text()
@@ -42,20 +37,15 @@ Messages::Messages()
 {
 }
 
-RetCode Messages::remove(std::string_view index, std::string_view flag)
+CmeError Messages::remove(int index, DeleteFlag flag)
 {
-    const auto place = to_number(index);
-    const auto which = to_number(flag);
-    if (!place || !which || *which < 0 || *which > 4)
-        return ret_incorrect_parameters;
-
-    const auto goes = [&](const Message &message) {
-        if (*which == 0)
-            return message.index == *place;
-        return *which == 4 || !message.unread;
+    const auto matches = [&](const Message &message) {
+        if (flag == DeleteFlag::one)
+            return message.index == index;
+        return flag == DeleteFlag::all || !message.unread;
     };
-    const bool any = std::erase_if(all_, goes) > 0;
-    return any || *which != 0 ? ret_ok : ret_invalid_index;
+    const bool any = std::erase_if(all_, matches) > 0;
+    return any || flag != DeleteFlag::one ? CmeError::ok : CmeError::invalid_index;
 }
 
 void Messages::mark_all_read()
@@ -64,4 +54,4 @@ void Messages::mark_all_read()
         message.unread = false;
 }
 
-} // namespace sim
+} // namespace simulated

@@ -2,22 +2,14 @@
 #ifndef MODEMS_SIMULATED_MESSAGES_H
 #define MODEMS_SIMULATED_MESSAGES_H
 
-#include "daemons/ret_code.h"
+#include "daemons/modem_status.h"
 
-#include <string>
-#include <string_view>
-#include <vector>
-
-namespace sim
+namespace simulated
 {
 
-struct Message {
-    int index; // its place in the store, kept when others go
-    bool unread;
-    std::string sender;
-    std::string time; // service centre time stamp
-    std::string text; // as the sender wrote it, UTF-8
-};
+using daemons::CmeError;
+using daemons::DeleteFlag;
+using daemons::Message;
 
 class Messages
 {
@@ -28,17 +20,16 @@ public:
 
     const std::vector<Message> &all() const { return all_; }
 
-    // Both numbers as text. Flag 0 deletes that message, 1 to 3 all that were read (there are only
-    // received ones here), 4 all.
-    RetCode remove(std::string_view index, std::string_view flag);
+    // There are only received messages here: each flag between `one` and `all` deletes those that
+    // were read.
+    CmeError remove(int index, DeleteFlag flag);
 
-    // A listing shows new messages as unread once; afterwards they count as read.
     void mark_all_read();
 
 private:
     std::vector<Message> all_;
 };
 
-} // namespace sim
+} // namespace simulated
 
 #endif

@@ -1,193 +1,270 @@
 #include "modem.h"
 
-#include "daemons/publish/connection_keys.h"
-#include "daemons/publish/message_keys.h"
-#include "daemons/publish/provider_file.h"
-#include "daemons/publish/status_keys.h"
+#include "status.h"
 
-#include <cerrno>
-#include <sys/timerfd.h>
-#include <system_error>
-#include <unistd.h>
-
-namespace sim
-{
-namespace
+namespace simulated
 {
 
-using namespace std::chrono_literals;
-
-constexpr auto session_time = 4s;
-constexpr auto signal_time = 2s;
-constexpr auto shortest_signal_time =
-    100ms; // at a pace of 0, too, the signal leaves time for others
-
-std::optional<Clock::time_point> earlier(std::optional<Clock::time_point> one,
-                                         std::optional<Clock::time_point> other)
-{
-    if (!one || !other)
-        return one ? one : other;
-    return std::min(*one, *other);
-}
-
-} // namespace
-
-SimStatus ModemState::sim_status() const
-{
-    if (sim.pin1.dead())
-        return SimStatus::bad;
-    if (sim.pin1.blocked())
-        return SimStatus::puk;
-    if (!sim.pin1.open())
-        return SimStatus::pin;
-    return lock.shuts_out(SimCard::home_network) ? SimStatus::network_locked : SimStatus::ready;
-}
-
-RetCode ModemState::refusal(Needs needs) const
-{
-    if (needs == Needs::nothing)
-        return ret_ok;
-    const SimStatus status = sim_status();
-    if (status == SimStatus::bad)
-        return ret_sim_failure;
-    if (status == SimStatus::puk)
-        return ret_sim_puk_required;
-    if (status == SimStatus::pin)
-        return ret_sim_pin_required;
-    if (needs == Needs::open_sim)
-        return ret_ok;
-    if (status == SimStatus::network_locked)
-        return ret_network_pin_required;
-    if (!online())
-        return ret_not_allowed;
-    if (needs == Needs::network && !network.serving())
-        return ret_no_network_service;
-    return ret_ok;
-}
-
-RetCode ModemState::data_refusal() const
-{
-    const RetCode code = refusal(Needs::network);
-    return code == ret_ok && !packet_domain ? ret_not_allowed : code;
-}
-
-PdpProfile ModemState::pdp() const
-{
-    if (!connection.connected())
-        return profiles.published();
-    const ConnectionProfile &profile = connection.profile();
-    return {std::string(pdp_types.at(static_cast<std::size_t>(profile.pdp))), profile.apn};
-}
-
-void ModemState::factory_reset()
-{
-    connection = Connection(pace_);
-    network = Network(pace_, SimCard::home_network);
-    messages = Messages();
-    profiles = Profiles();
-    operator_format = OperatorFormat::long_name;
-    packet_domain = true;
-    functionality = 1;
-    time_zone = 0;
-    search_result = ret_ok;
-    last_apn.clear();
-    session_end_.reset();
-    sim.power_cycle();
-}
-
-RetCode ModemState::set_functionality(std::string_view level)
-{
-    if (level != "0" && level != "1" && level != "4")
-        return ret_incorrect_parameters;
-    functionality = level[0] - '0';
-    return ret_ok;
-}
-
-RetCode ModemState::start_device_management(Clock::time_point now)
-{
-    if (session_end_)
-        return ret_not_allowed;
-    session_end_ = now + pace_.of(session_time);
-    return ret_ok;
-}
-
-Clock::duration ModemState::signal_period() const
-{
-    return std::max<Clock::duration>(pace_.of(signal_time), shortest_signal_time);
-}
-
-// Without a network the signal stands still and a device-management session breaks off.
-void ModemState::update(Clock::time_point now)
-{
-    network.update(refusal(Needs::radio) == ret_ok, now);
-    connection.update(data_refusal(), now);
-    if (!network.serving()) {
-        next_signal_.reset();
-        session_end_.reset();
-        return;
-    }
-    if (next_signal_ && now >= *next_signal_)
-        signal.step();
-    if (!next_signal_ || now >= *next_signal_)
-        next_signal_ = now + signal_period();
-    if (session_end_ && now >= *session_end_) {
-        session_end_.reset();
-        profiles.provision();
-    }
-    last_apn = connection.last_apn().empty() ? profiles.published().apn : connection.last_apn();
-}
-
-std::optional<Clock::time_point> ModemState::due() const
-{
-    return earlier(earlier(network.due(), connection.due()), earlier(next_signal_, session_end_));
-}
-
-Modem::Modem(Pace pace, unsigned seed)
-    : state_(pace, seed), timer_fd_(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK))
-{
-    if (timer_fd_ < 0)
-        throw std::system_error(errno, std::generic_category(), "timerfd_create");
-    const std::lock_guard lock(mutex_);
-    state_.connection.modify(stored_profile(), Clock::now());
-    prepare_wait_times();
-    publish_messages({});
-    remove_provider_file();
-    settle();
-}
+Modem::Modem(TimeScale scale, unsigned seed) : state_(scale, seed), thread_([this] { run(); }) {}
 
 Modem::~Modem()
 {
-    close(timer_fd_);
+    stop();
+    thread_.join();
 }
 
-void Modem::carry_on()
+daemons::ModemStatus Modem::status() const
 {
-    std::uint64_t expirations = 0;
-    if (read(timer_fd_, &expirations, sizeof expirations) < 0)
-        return; // not yet
     const std::lock_guard lock(mutex_);
-    settle();
+    return status_of(state_);
 }
 
-void Modem::settle()
+void Modem::watch(std::function<void()> changed)
 {
-    state_.update(Clock::now());
-    publish_connection(state_);
-    publish_status(state_);
-    arm_timer();
+    const std::lock_guard lock(watch_mutex_);
+    changed_ = std::move(changed);
 }
 
-// The steady clock is the one that the timer runs by.
-void Modem::arm_timer()
+void Modem::stop()
 {
-    itimerspec alarm{};
-    if (const auto due = state_.due()) {
-        const auto nanoseconds =
-            std::chrono::duration_cast<std::chrono::nanoseconds>(due->time_since_epoch()).count();
-        alarm.it_value.tv_sec = static_cast<time_t>(nanoseconds / 1'000'000'000);
-        alarm.it_value.tv_nsec = static_cast<long>(nanoseconds % 1'000'000'000);
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+    clock_.wake();
+}
+
+// Without mutex_, which the watcher's status() takes.
+void Modem::signal_change()
+{
+    const std::lock_guard lock(watch_mutex_);
+    if (changed_)
+        changed_();
+}
+
+// For the holder of the lock. The waiting threads look again: their deadline may have changed.
+void Modem::advance()
+{
+    state_.update(clock_.now());
+    clock_.wake();
+}
+
+// Lets time pass until the end.
+void Modem::run()
+{
+    std::unique_lock lock(mutex_);
+    while (!stopped_) {
+        const std::optional<Clock::time_point> deadline = state_.next_deadline();
+        if (!deadline || clock_.now() < *deadline) {
+            clock_.wait(lock, deadline);
+            continue;
+        }
+        advance();
+        lock.unlock();
+        signal_change();
+        lock.lock();
     }
-    timerfd_settime(timer_fd_, TFD_TIMER_ABSTIME, &alarm, nullptr);
 }
 
-} // namespace sim
+// Runs the action if the needs are met, and what follows from it at once; then signals.
+template <class Action>
+CmeError Modem::change(Needs needs, Action action)
+{
+    CmeError error = CmeError::ok;
+    {
+        const std::lock_guard lock(mutex_);
+        if (stopped_)
+            return CmeError::no_connection_to_phone;
+        error = state_.refusal(needs);
+        if (error == CmeError::ok)
+            error = action(state_);
+        advance();
+    }
+    signal_change();
+    return error;
+}
+
+// The snapshot is always up to date.
+CmeError Modem::refresh(daemons::StatusPart)
+{
+    return change(Needs::nothing, [](ModemState &) { return CmeError::ok; });
+}
+
+CmeError Modem::enter_pin(std::string_view pin)
+{
+    return change(Needs::nothing, [&](ModemState &state) { return state.sim.pin1.verify(pin); });
+}
+
+CmeError Modem::enter_puk(std::string_view puk, std::string_view new_pin)
+{
+    return change(Needs::nothing,
+                  [&](ModemState &state) { return state.sim.pin1.unblock(puk, new_pin); });
+}
+
+CmeError Modem::change_pin(std::string_view old_pin, std::string_view new_pin)
+{
+    return change(Needs::unlocked_sim,
+                  [&](ModemState &state) { return state.sim.pin1.change(old_pin, new_pin); });
+}
+
+CmeError Modem::set_pin_enabled(bool enabled, std::string_view pin)
+{
+    return change(Needs::unlocked_sim,
+                  [&](ModemState &state) { return state.sim.pin1.set_enabled(enabled, pin); });
+}
+
+CmeError Modem::lock_network(std::string_view plmn, std::string_view key)
+{
+    const std::string_view network = plmn.empty() ? SimCard::home_network : plmn;
+    return change(Needs::unlocked_sim,
+                  [&](ModemState &state) { return state.lock.lock(network, key); });
+}
+
+CmeError Modem::unlock_network(std::string_view key)
+{
+    return change(Needs::unlocked_sim, [&](ModemState &state) { return state.lock.unlock(key); });
+}
+
+CmeError Modem::set_search_mode(SearchMode mode)
+{
+    return change(Needs::nothing, [&](ModemState &state) {
+        state.network.set_search_mode(mode);
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::select_operator(std::string_view plmn, std::optional<Technology> technology)
+{
+    return change(Needs::radio,
+                  [&](ModemState &state) { return state.network.select(plmn, technology); });
+}
+
+CmeError Modem::select_automatically()
+{
+    return change(Needs::nothing, [](ModemState &state) {
+        state.network.select_automatically();
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::search(std::vector<Operator> &found)
+{
+    const CmeError refusal = change(Needs::unlocked_sim, [this](ModemState &state) {
+        return state.begin_search(clock_.now());
+    });
+    if (refusal != CmeError::ok)
+        return refusal;
+    std::unique_lock lock(mutex_);
+    while (state_.searching() && !stopped_)
+        clock_.wait(lock, std::nullopt);
+    if (state_.searching())
+        return CmeError::no_connection_to_phone;
+    if (state_.search_result == CmeError::ok)
+        found = state_.network.operators();
+    return state_.search_result;
+}
+
+CmeError Modem::set_roaming(Roaming roaming)
+{
+    return change(Needs::nothing, [&](ModemState &state) {
+        state.network.set_roaming(roaming);
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::set_packet_domain(bool on)
+{
+    return change(Needs::nothing, [&](ModemState &state) {
+        state.packet_domain = on;
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::set_functionality(int level)
+{
+    return change(Needs::nothing,
+                  [&](ModemState &state) { return state.set_functionality(level); });
+}
+
+CmeError Modem::set_time_zone(int quarter_hours)
+{
+    return change(Needs::nothing, [&](ModemState &state) {
+        state.time_zone = quarter_hours;
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::factory_reset()
+{
+    return change(Needs::nothing, [](ModemState &state) {
+        state.factory_reset();
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::list_messages()
+{
+    return change(Needs::unlocked_sim, [](ModemState &state) {
+        state.list_messages();
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::delete_messages(int index, DeleteFlag flag)
+{
+    return change(Needs::unlocked_sim,
+                  [&](ModemState &state) { return state.delete_messages(index, flag); });
+}
+
+CmeError Modem::set_profile(int number, const PdpProfile &profile)
+{
+    return change(Needs::nothing,
+                  [&](ModemState &state) { return state.profiles.set(number, profile); });
+}
+
+CmeError Modem::synchronize_profile()
+{
+    return change(Needs::nothing, [](ModemState &state) {
+        state.profiles.synchronize();
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::start_device_management()
+{
+    return change(Needs::network, [this](ModemState &state) {
+        return state.start_device_management(clock_.now());
+    });
+}
+
+CmeError Modem::set_data_profile(const DataProfile &profile)
+{
+    return change(Needs::nothing, [&](ModemState &state) {
+        state.connection.modify(profile, clock_.now());
+        return CmeError::ok;
+    });
+}
+
+// What it needs, the connection itself keeps as its last error.
+CmeError Modem::connect()
+{
+    return change(Needs::nothing, [this](ModemState &state) {
+        return state.connection.start(state.data_refusal(), clock_.now());
+    });
+}
+
+CmeError Modem::disconnect()
+{
+    return change(Needs::nothing, [this](ModemState &state) {
+        state.connection.stop(clock_.now());
+        return CmeError::ok;
+    });
+}
+
+CmeError Modem::connect_when_possible()
+{
+    return change(Needs::nothing, [](ModemState &state) {
+        state.connection.start_when_possible();
+        return CmeError::ok;
+    });
+}
+
+} // namespace simulated

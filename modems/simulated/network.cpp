@@ -1,114 +1,52 @@
 #include "network.h"
 
-#include "daemons/digits.h"
-
 #include <algorithm>
 #include <iterator>
-#include <vector>
 
-namespace sim
+namespace simulated
 {
 
-using namespace daemons;
+using daemons::OperatorState;
 
 namespace
 {
 
 using namespace std::chrono_literals;
+using enum Technology;
 
 constexpr auto registration_time = 3s;
 
+constexpr bool open_to_us = false, forbidden = true;
+
 // In the order in which automatic selection prefers them. All codes are reserved for tests (MCC
 // 001) and for private networks (MCC 999).
+// clang-format off
 constexpr Cell cells[] = {
-    {"001",
-     "01",
-     "Test Network",
-     "Test",
-     eutran,
-     false,
-     "1A2B",
-     "01A2D003",
-     "LTE BAND 3",
-     "1300",
-     {-63, -92, -9, 15}},
-    {"001",
-     "01",
-     "Test Network",
-     "Test",
-     utran,
-     false,
-     "1A2C",
-     "0011A2C7",
-     "WCDMA 2100",
-     "10700",
-     {-75, 0, 0, 0}},
-    {"001",
-     "02",
-     "Second Test Network",
-     "Second",
-     eutran,
-     false,
-     "2B01",
-     "02B01001",
-     "LTE BAND 20",
-     "6300",
-     {-77, -106, -12, 7}},
-    {"001",
-     "03",
-     "Closed Test Network",
-     "Closed",
-     eutran,
-     true,
-     "3C01",
-     "03C01001",
-     "LTE BAND 7",
-     "3100",
-     {-70, -99, -11, 10}},
-    {"999",
-     "70",
-     "Private Campus",
-     "Campus",
-     utran,
-     false,
-     "4D01",
-     "004D0101",
-     "WCDMA 900",
-     "2963",
-     {-81, 0, 0, 0}},
-    {"999",
-     "71",
-     "Harbour Test",
-     "Harbour",
-     gsm,
-     false,
-     "5E01",
-     "00005E01",
-     "GSM 900",
-     "62",
-     {-85, 0, 0, 0}},
+    // MCC   MNC   long name              short name technology          LAC     cell identity band           channel  RSSI RSRP  RSRQ SINR
+    {"001", "01", "Test Network",        "Test",    eutran, open_to_us, "1A2B", "01A2D003",   "LTE BAND 3",  "1300",  {-63,  -92,  -9, 15}},
+    {"001", "01", "Test Network",        "Test",    utran,  open_to_us, "1A2C", "0011A2C7",   "WCDMA 2100",  "10700", {-75,    0,   0,  0}},
+    {"001", "02", "Second Test Network", "Second",  eutran, open_to_us, "2B01", "02B01001",   "LTE BAND 20", "6300",  {-77, -106, -12,  7}},
+    {"001", "03", "Closed Test Network", "Closed",  eutran, forbidden,  "3C01", "03C01001",   "LTE BAND 7",  "3100",  {-70,  -99, -11, 10}},
+    {"999", "70", "Private Campus",      "Campus",  utran,  open_to_us, "4D01", "004D0101",   "WCDMA 900",   "2963",  {-81,    0,   0,  0}},
+    {"999", "71", "Harbour Test",        "Harbour", gsm,    open_to_us, "5E01", "00005E01",   "GSM 900",     "62",    {-85,    0,   0,  0}},
 };
+// clang-format on
 
-bool of_search_mode(Technology technology, SearchMode mode)
+} // namespace
+
+bool Network::matches_search_mode(const Cell &cell) const
 {
-    switch (mode) {
+    switch (search_mode_) {
     case SearchMode::gsm_only:
-        return technology == gsm;
+        return cell.technology == gsm;
     case SearchMode::utran_only:
-        return technology == utran;
+        return cell.technology == utran;
     case SearchMode::eutran_only:
-        return technology == eutran;
+        return cell.technology == eutran;
     case SearchMode::any:
         break;
     }
     return true;
-}
-
-} // namespace
-
-bool Network::in_search_mode(const Cell &cell) const
-{
-    return of_search_mode(cell.technology, search_mode_);
 }
 
 bool Network::permitted(const Cell &cell) const
@@ -117,60 +55,57 @@ bool Network::permitted(const Cell &cell) const
     return !cell.forbidden && (roaming_ != Roaming::off || !abroad);
 }
 
-RetCode Network::select(std::string_view numeric, std::string_view technology)
+CmeError Network::select(std::string_view plmn, std::optional<Technology> technology)
 {
-    const std::optional<int> act = to_number(technology);
-    if (!is_plmn_code(numeric))
-        return ret_incorrect_parameters;
-    if (!technology.empty() && (!act || *act < 0 || *act > 7))
-        return ret_incorrect_parameters;
-
-    RetCode refusal = ret_no_network_service;
+    CmeError refusal = CmeError::no_network_service;
     for (const Cell &cell : cells) {
-        if (cell.numeric() != numeric || (act && *act != cell.technology))
+        if (cell.plmn() != plmn || technology.value_or(cell.technology) != cell.technology)
             continue;
-        if (!in_search_mode(cell))
+        if (!matches_search_mode(cell))
             continue;
         if (permitted(cell)) {
-            manual_ = Selection{std::string(numeric), act};
-            return ret_ok;
+            manual_ = Selection{std::string(plmn), technology};
+            return CmeError::ok;
         }
-        refusal = ret_network_not_allowed;
+        refusal = CmeError::network_not_allowed;
     }
     return refusal;
 }
 
-const Cell *Network::wanted() const
+bool Network::selectable(const Cell &cell) const
 {
-    const auto suits = [this](const Cell &cell) {
-        if (!in_search_mode(cell) || !permitted(cell))
-            return false;
-        if (!manual_)
-            return true;
-        return cell.numeric() == manual_->numeric &&
-               manual_->technology.value_or(cell.technology) == cell.technology;
-    };
-    const Cell *found = std::find_if(std::begin(cells), std::end(cells), suits);
+    if (!matches_search_mode(cell) || !permitted(cell))
+        return false;
+    if (!manual_)
+        return true;
+    return cell.plmn() == manual_->plmn &&
+           manual_->technology.value_or(cell.technology) == cell.technology;
+}
+
+const Cell *Network::pick_cell() const
+{
+    const Cell *found = std::find_if(std::begin(cells), std::end(cells),
+                                     [this](const Cell &cell) { return selectable(cell); });
     return found == std::end(cells) ? nullptr : found;
 }
 
-// The old cell is left at once; the new one is registered with after a while.
+// The old cell is left at once; registration with the new one takes a while.
 void Network::update(bool service, Clock::time_point now)
 {
     service_ = service;
-    const Cell *target = service ? wanted() : nullptr;
-    if (target != aim_) {
-        aim_ = target;
+    const Cell *target = service ? pick_cell() : nullptr;
+    if (target != target_) {
+        target_ = target;
         serving_ = nullptr;
-        registered_at_ = now + pace_.of(registration_time);
+        registered_at_ = now + scale_.scaled(registration_time);
     }
-    if (aim_ && now >= registered_at_)
-        serving_ = last_ = aim_;
+    if (target_ && now >= registered_at_)
+        serving_ = last_ = target_;
 }
 
-std::optional<Clock::time_point> Network::due() const
+std::optional<Clock::time_point> Network::next_deadline() const
 {
-    if (!aim_ || serving_)
+    if (!target_ || serving_)
         return std::nullopt;
     return registered_at_;
 }
@@ -180,38 +115,21 @@ Registration Network::registration() const
     if (!service_)
         return Registration::none;
     if (serving_)
-        return serving_->numeric() == home_ ? Registration::home : Registration::roaming;
-    return manual_ && !aim_ ? Registration::denied : Registration::searching;
+        return serving_->plmn() == home_ ? Registration::home : Registration::roaming;
+    return manual_ && !target_ ? Registration::denied : Registration::searching;
 }
 
-std::string Network::provider_entry(const Cell &cell) const
+std::vector<Operator> Network::operators() const
 {
-    const char *status = &cell == serving_ ? "2" : (cell.forbidden ? "3" : "1");
-    std::string entry = "(";
-    entry += status;
-    entry.append(",\"").append(cell.long_name).append("\",\"").append(cell.short_name);
-    entry.append("\",\"").append(cell.numeric()).append("\",");
-    entry.append(std::to_string(cell.technology)).append(")");
-    return entry;
-}
-
-// Shortest entry first: a reader that reuses one buffer for all entries, without clearing it, would
-// find the rest of a longer entry behind a shorter one.
-std::string Network::provider_list() const
-{
-    std::vector<std::string> entries;
-    for (const Cell &cell : cells)
-        entries.push_back(provider_entry(cell));
-    std::stable_sort(entries.begin(), entries.end(),
-                     [](const auto &one, const auto &other) { return one.size() < other.size(); });
-
-    std::string list = "+COPS: ";
-    for (const std::string &entry : entries) {
-        if (&entry != &entries.front())
-            list += ',';
-        list += entry;
+    std::vector<Operator> found;
+    for (const Cell &cell : cells) {
+        const OperatorState state =
+            cell.forbidden ? OperatorState::forbidden : OperatorState::available;
+        found.push_back({&cell == serving_ ? OperatorState::current : state,
+                         std::string(cell.long_name), std::string(cell.short_name), cell.plmn(),
+                         cell.technology});
     }
-    return list += '\n';
+    return found;
 }
 
-} // namespace sim
+} // namespace simulated

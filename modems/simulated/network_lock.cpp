@@ -2,53 +2,46 @@
 
 #include "daemons/digits.h"
 
-namespace sim
+namespace simulated
 {
 
 using namespace daemons;
 
-// Wrong keys are counted like wrong PUKs, but nothing gives a used-up counter back.
-RetCode NetworkLock::compare(std::string_view key)
+// Wrong keys are counted like wrong PUKs, but nothing restores a used-up counter.
+CmeError NetworkLock::compare(std::string_view key)
 {
     if (!is_digits(key, 8, 16))
-        return ret_incorrect_parameters;
-    if (tries_ == 0)
-        return ret_not_allowed;
+        return CmeError::incorrect_parameters;
+    if (attempts_ == 0)
+        return CmeError::not_allowed;
     if (key == control_key) {
-        tries_ = most_tries;
-        return ret_ok;
+        attempts_ = max_attempts;
+        return CmeError::ok;
     }
-    --tries_;
-    return ret_incorrect_password;
+    --attempts_;
+    return CmeError::incorrect_password;
 }
 
-RetCode NetworkLock::set(std::string_view facility, std::string_view mode, std::string_view network,
-                         std::string_view key, std::string_view home)
+CmeError NetworkLock::lock(std::string_view network, std::string_view key)
 {
-    if (facility != "PN")
-        return ret_not_supported;
-    if (mode == "0")
-        return unlock(key);
-    if (mode != "1")
-        return ret_incorrect_parameters;
-    if (!network.empty() && !is_plmn_code(network))
-        return ret_incorrect_parameters;
-    const RetCode code = compare(key);
-    if (code != ret_ok)
-        return code;
+    if (!is_plmn_code(network))
+        return CmeError::incorrect_parameters;
+    const CmeError error = compare(key);
+    if (error != CmeError::ok)
+        return error;
     locked_ = true;
-    network_ = network.empty() ? home : network;
-    return ret_ok;
+    network_ = network;
+    return CmeError::ok;
 }
 
-RetCode NetworkLock::unlock(std::string_view key)
+CmeError NetworkLock::unlock(std::string_view key)
 {
     if (!locked_)
-        return ret_not_allowed;
-    const RetCode code = compare(key);
-    if (code == ret_ok)
+        return CmeError::not_allowed;
+    const CmeError error = compare(key);
+    if (error == CmeError::ok)
         locked_ = false;
-    return code;
+    return error;
 }
 
-} // namespace sim
+} // namespace simulated

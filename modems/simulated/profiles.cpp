@@ -1,11 +1,11 @@
 #include "profiles.h"
 
-#include "daemons/digits.h"
+#include <string_view>
 
-namespace sim
+namespace simulated
 {
 
-using namespace daemons;
+using daemons::PdpType;
 
 namespace
 {
@@ -21,29 +21,25 @@ bool is_apn(std::string_view text)
 
 Profiles::Profiles()
 {
-    profiles_[0] = {"IPV4V6", "ims"};
-    profiles_[1] = {"IPV4V6", "admin.example"};
-    profiles_[for_data - 1] = {"IPV4V6", "internet.example"};
+    at(1) = {PdpType::ipv4v6, "ims"};
+    at(2) = {PdpType::ipv4v6, "admin.example"};
+    at(data_profile) = {PdpType::ipv4v6, "internet.example"};
     synchronize();
 }
 
-RetCode Profiles::set(std::string_view number, std::string_view type, std::string_view apn)
+CmeError Profiles::set(int number, const PdpProfile &profile)
 {
-    const auto place = to_number(number);
-    if (!place || *place < 1 || *place > most)
-        return ret_incorrect_parameters;
-    if (std::find(std::begin(pdp_types), std::end(pdp_types), type) == std::end(pdp_types) ||
-        !is_apn(apn))
-        return ret_incorrect_parameters;
-    profiles_.at(static_cast<std::size_t>(*place) - 1) = {std::string(type), std::string(apn)};
-    if (*place == for_data)
+    if (number < 1 || number > max_profiles || !is_apn(profile.apn))
+        return CmeError::incorrect_parameters;
+    at(number) = profile;
+    if (number == data_profile)
         synchronize();
-    return ret_ok;
+    return CmeError::ok;
 }
 
 void Profiles::provision()
 {
-    profiles_[for_data - 1] = {"IPV4V6", "managed.example"};
+    at(data_profile) = {PdpType::ipv4v6, "managed.example"};
 }
 
-} // namespace sim
+} // namespace simulated

@@ -1,4 +1,4 @@
-// Signal measurements that wander slowly around a cell's means; the same for the same seed.
+// Signal measurements that drift slowly around a cell's means; the same for the same seed.
 #ifndef MODEMS_SIMULATED_SIGNAL_LEVEL_H
 #define MODEMS_SIMULATED_SIGNAL_LEVEL_H
 
@@ -6,7 +6,7 @@
 
 #include <random>
 
-namespace sim
+namespace simulated
 {
 
 class SignalLevel
@@ -17,21 +17,21 @@ public:
     // One small step: at most 1 in each value.
     void step();
 
-    int rssi(const Cell &cell) const { return cell.means.rssi + off_mean_.rssi; }
-    int rsrp(const Cell &cell) const { return cell.means.rsrp + off_mean_.rsrp; }
-    int rsrq(const Cell &cell) const { return cell.means.rsrq + off_mean_.rsrq; }
-    int sinr(const Cell &cell) const { return cell.means.sinr + off_mean_.sinr; }
+    int rssi(const Cell &cell) const { return cell.means.rssi + offset_.rssi; }
+    int rsrp(const Cell &cell) const { return cell.means.rsrp + offset_.rsrp; }
+    int rsrq(const Cell &cell) const { return cell.means.rsrq + offset_.rsrq; }
+    int sinr(const Cell &cell) const { return cell.means.sinr + offset_.sinr; }
 
     // RSSI as its index in AT+CSQ gives it: odd numbers from -113 to -51 dBm.
-    int indexed_rssi(const Cell &cell) const;
+    int csq_rssi(const Cell &cell) const;
 
 private:
-    int wander(int value, int reach);
+    int random_step(int value, int reach);
 
     std::minstd_rand random_;
-    SignalMeans off_mean_{};
+    SignalMeans offset_{};
 };
 
-} // namespace sim
+} // namespace simulated
 
 #endif

@@ -2,83 +2,83 @@
 
 #include "daemons/digits.h"
 
-namespace sim
+namespace simulated
 {
 
 using namespace daemons;
 
-RetCode Pin::refusal() const
+CmeError Pin::refusal() const
 {
-    if (dead())
-        return ret_sim_failure;
-    return blocked() ? ret_sim_puk_required : ret_ok;
+    if (permanently_blocked())
+        return CmeError::sim_failure;
+    return puk_required() ? CmeError::sim_puk_required : CmeError::ok;
 }
 
-// A right PIN gives all tries back. The last wrong one takes back what an earlier right one opened.
-RetCode Pin::compare(std::string_view pin)
+// A right PIN restores all attempts. The last wrong one locks what an earlier right one unlocked.
+CmeError Pin::compare(std::string_view pin)
 {
     if (pin == pin_) {
-        tries_ = most_tries;
+        attempts_ = max_attempts;
         verified_ = true;
-        return ret_ok;
+        return CmeError::ok;
     }
-    if (--tries_ > 0)
-        return ret_incorrect_password;
+    if (--attempts_ > 0)
+        return CmeError::incorrect_password;
     verified_ = false;
-    return ret_sim_puk_required;
+    return CmeError::sim_puk_required;
 }
 
-RetCode Pin::verify(std::string_view pin)
+CmeError Pin::verify(std::string_view pin)
 {
-    if (const RetCode code = refusal())
-        return code;
+    if (const CmeError error = refusal(); error != CmeError::ok)
+        return error;
     if (!enabled_)
-        return ret_not_allowed;
-    return is_pin(pin) ? compare(pin) : ret_incorrect_parameters;
+        return CmeError::not_allowed;
+    return is_pin(pin) ? compare(pin) : CmeError::incorrect_parameters;
 }
 
-RetCode Pin::change(std::string_view old_pin, std::string_view new_pin)
+CmeError Pin::change(std::string_view old_pin, std::string_view new_pin)
 {
-    if (const RetCode code = refusal())
-        return code;
+    if (const CmeError error = refusal(); error != CmeError::ok)
+        return error;
     if (!enabled_)
-        return ret_not_allowed;
+        return CmeError::not_allowed;
     if (!is_pin(old_pin) || !is_pin(new_pin))
-        return ret_incorrect_parameters;
-    const RetCode code = compare(old_pin);
-    if (code == ret_ok)
+        return CmeError::incorrect_parameters;
+    const CmeError error = compare(old_pin);
+    if (error == CmeError::ok)
         pin_ = new_pin;
-    return code;
+    return error;
 }
 
-RetCode Pin::set_enabled(bool enabled, std::string_view pin)
+CmeError Pin::set_enabled(bool enabled, std::string_view pin)
 {
-    if (const RetCode code = refusal())
-        return code;
+    if (const CmeError error = refusal(); error != CmeError::ok)
+        return error;
     if (enabled == enabled_)
-        return ret_not_allowed;
+        return CmeError::not_allowed;
     if (!is_pin(pin))
-        return ret_incorrect_parameters;
-    const RetCode code = compare(pin);
-    if (code == ret_ok)
+        return CmeError::incorrect_parameters;
+    const CmeError error = compare(pin);
+    if (error == CmeError::ok)
         enabled_ = enabled;
-    return code;
+    return error;
 }
 
-RetCode Pin::unblock(std::string_view puk, std::string_view new_pin)
+CmeError Pin::unblock(std::string_view puk, std::string_view new_pin)
 {
-    if (dead())
-        return ret_sim_failure;
+    if (permanently_blocked())
+        return CmeError::sim_failure;
     if (!is_puk(puk) || !is_pin(new_pin))
-        return ret_incorrect_parameters;
+        return CmeError::incorrect_parameters;
     if (puk != puk_)
-        return --puk_tries_ > 0 ? ret_incorrect_password : ret_sim_failure;
+        return --puk_attempts_ > 0 ? CmeError::incorrect_password : CmeError::sim_failure;
     pin_ = new_pin;
-    tries_ = most_tries;
-    puk_tries_ = most_puk_tries;
+    attempts_ = max_attempts;
+    puk_attempts_ = max_puk_attempts;
     enabled_ = true;
     verified_ = true;
-    return ret_ok;
+    return CmeError::ok;
 }
 
 void SimCard::power_cycle()
@@ -87,4 +87,4 @@ void SimCard::power_cycle()
     pin2.power_cycle();
 }
 
-} // namespace sim
+} // namespace simulated

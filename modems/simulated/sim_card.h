@@ -2,49 +2,55 @@
 #ifndef MODEMS_SIMULATED_SIM_CARD_H
 #define MODEMS_SIMULATED_SIM_CARD_H
 
-#include "daemons/ret_code.h"
+#include "daemons/cme_error.h"
 
 #include <string>
 #include <string_view>
 
-namespace sim
+namespace simulated
 {
 
+using daemons::CmeError;
+
 // One PIN and the PUK that unblocks it. A malformed code is refused before the card sees it and
-// costs no try. After three wrong PINs in a row only the PUK helps, after ten wrong PUKs nothing.
+// uses up no attempt. After three wrong PINs in a row only the PUK helps; ten wrong PUKs block the
+// card permanently.
 class Pin
 {
 public:
-    static constexpr int most_tries = 3;
-    static constexpr int most_puk_tries = 10;
+    static constexpr int max_attempts = 3;
+    static constexpr int max_puk_attempts = 10;
 
     Pin(std::string pin, std::string puk) : pin_(std::move(pin)), puk_(std::move(puk)) {}
 
-    RetCode verify(std::string_view pin);
-    RetCode change(std::string_view old_pin, std::string_view new_pin);
-    RetCode set_enabled(bool enabled, std::string_view pin);
+    CmeError verify(std::string_view pin);
+    CmeError change(std::string_view old_pin, std::string_view new_pin);
+    CmeError set_enabled(bool enabled, std::string_view pin);
 
     // Works at any time, blocked or not; leaves the PIN enabled and verified.
-    RetCode unblock(std::string_view puk, std::string_view new_pin);
+    CmeError unblock(std::string_view puk, std::string_view new_pin);
 
     // Forgets the verification and nothing else.
     void power_cycle() { verified_ = false; }
 
     bool enabled() const { return enabled_; }
-    bool blocked() const { return tries_ == 0; }
-    bool dead() const { return puk_tries_ == 0; }
-    bool open() const { return !blocked() && !dead() && (verified_ || !enabled_); }
-    int tries() const { return tries_; }
-    int puk_tries() const { return puk_tries_; }
+    bool puk_required() const { return attempts_ == 0; }
+    bool permanently_blocked() const { return puk_attempts_ == 0; }
+    bool unlocked() const
+    {
+        return !puk_required() && !permanently_blocked() && (verified_ || !enabled_);
+    }
+    int attempts() const { return attempts_; }
+    int puk_attempts() const { return puk_attempts_; }
 
 private:
-    RetCode refusal() const;
-    RetCode compare(std::string_view pin);
+    CmeError refusal() const;
+    CmeError compare(std::string_view pin);
 
     std::string pin_;
     std::string puk_;
-    int tries_ = most_tries;
-    int puk_tries_ = most_puk_tries;
+    int attempts_ = max_attempts;
+    int puk_attempts_ = max_puk_attempts;
     bool enabled_ = true;
     bool verified_ = false;
 };
@@ -61,6 +67,6 @@ struct SimCard {
     void power_cycle();
 };
 
-} // namespace sim
+} // namespace simulated
 
 #endif

@@ -108,8 +108,8 @@ TEST(Run, RefusesAStoreThatHasARouter)
         shell("CMIF_STORE=/tmp/mine $S run -- sh -c 'cmifctl config set k v; $S run -- true; echo "
               "$?; cmifctl config get k'");
     EXPECT_EQ(outer.output, "1\nv\n");
-    EXPECT_TRUE(contains(outer.errors, "cmif-sim: the store is served already, by another sandbox; "
-                                       "end that one first (/tmp/mine/router.lock)\n"))
+    EXPECT_TRUE(contains(outer.errors, "cmif-sim: the store is already served by another sandbox; "
+                                       "stop it first (/tmp/mine/router.lock)\n"))
         << outer.errors;
     EXPECT_EQ(shell("CMIF_STORE=/tmp/mine $S run -- true").status, 0);
     fs::remove_all("/tmp/mine");
@@ -151,7 +151,7 @@ TEST(Serve, RefusesQueuesThatAreServedAlready)
 {
     const Outcome second = shell("$S run -- \"$S\" serve");
     EXPECT_EQ(second.status, 1);
-    EXPECT_TRUE(contains(second.errors, "served already")) << second.errors;
+    EXPECT_TRUE(contains(second.errors, "already served")) << second.errors;
 }
 
 TEST(Serve, EndsOnSignals)

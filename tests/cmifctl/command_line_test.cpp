@@ -2,7 +2,6 @@
 #include "client/result.h"
 #include "cmifctl/cli/command_line.h"
 #include "cmifctl/cli/help.h"
-#include "daemons/ret_code.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -205,10 +204,9 @@ TEST(Result, ARefusalNamesTheCode)
 
 TEST(Result, KnowsEveryCodeOfTheSimulatedDaemon)
 {
-    for (const sim::RetCodeText &entry : sim::ret_codes) {
-        const bool known = refusal(entry.code) != nullptr;
-        EXPECT_EQ(known, entry.code != sim::ret_ok) << entry.name;
-    }
+    for (const int code : {11, 12, 13, 16, 21, 30, 32, 40, 50, 127, 203, 204, 220, 221})
+        EXPECT_NE(refusal(code), nullptr) << code;
+    EXPECT_EQ(refusal(0), nullptr);
 }
 
 } // namespace

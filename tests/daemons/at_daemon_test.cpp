@@ -1,5 +1,4 @@
 // The AT daemon: its queues, its records, its start and its end.
-#include "daemons/ret_code.h"
 #include "modems/simulated/network_lock.h"
 #include "tests/support/at_server.h"
 
@@ -10,7 +9,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr const char *control_key = sim::NetworkLock::control_key;
+constexpr const char *control_key = simulated::NetworkLock::control_key;
 
 using AtDaemon = AtServer;
 
@@ -23,16 +22,16 @@ TEST_F(AtDaemon, ServesEveryRequestOfTheChannel)
             continue;
         const int result = ask(code);
         EXPECT_NE(result, -999) << code << " is not answered";
-        EXPECT_NE(result == sim::ret_not_supported, code != 10) << code; // 10 lacks its facility
+        EXPECT_NE(result == answer::not_supported, code != 10) << code; // 10 lacks its facility
     }
-    EXPECT_EQ(ask(5), sim::ret_not_supported);
+    EXPECT_EQ(ask(5), answer::not_supported);
 }
 
 TEST_F(AtDaemon, NeverAnswersTheFirmwareDownloadRequest)
 {
     start();
     send(record_of(20, {}));
-    EXPECT_EQ(ask(4), sim::ret_ok); // served behind it
+    EXPECT_EQ(ask(4), answer::ok); // served behind it
     EXPECT_EQ(reply(20, 50ms), std::nullopt);
 }
 
@@ -40,7 +39,7 @@ TEST_F(AtDaemon, RefusesUnknownRequests)
 {
     start();
     for (const long code : {5L, 28L, 899L, 2147483647L})
-        EXPECT_EQ(ask(code), sim::ret_not_supported) << code;
+        EXPECT_EQ(ask(code), answer::not_supported) << code;
 }
 
 TEST_F(AtDaemon, RefusesMessagesOfAnotherSize)
@@ -48,15 +47,15 @@ TEST_F(AtDaemon, RefusesMessagesOfAnotherSize)
     start();
     const cmif_msg record = record_of(12, {"1234"});
     send(record, CMIF_AT_PAYLOAD - 1);
-    EXPECT_EQ(reply(12), sim::ret_incorrect_parameters);
+    EXPECT_EQ(reply(12), answer::incorrect_parameters);
     send(record, 0);
-    EXPECT_EQ(reply(12), sim::ret_incorrect_parameters);
+    EXPECT_EQ(reply(12), answer::incorrect_parameters);
     const struct {
         long type = 12;
         char payload[4000] = "1234";
     } large;
     ASSERT_EQ(msgsnd(requests(), &large, sizeof large.payload, 0), 0);
-    EXPECT_EQ(reply(12), sim::ret_incorrect_parameters);
+    EXPECT_EQ(reply(12), answer::incorrect_parameters);
     EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
     unlock();
 }
@@ -65,11 +64,11 @@ TEST_F(AtDaemon, RefusesFieldsWithoutTheirEnd)
 {
     start();
     const std::string endless(30, '1');
-    EXPECT_EQ(ask(12, {endless}), sim::ret_incorrect_parameters);
-    EXPECT_EQ(ask(14, {"12345678", endless}), sim::ret_incorrect_parameters);
+    EXPECT_EQ(ask(12, {endless}), answer::incorrect_parameters);
+    EXPECT_EQ(ask(14, {"12345678", endless}), answer::incorrect_parameters);
     unlock();
-    EXPECT_EQ(ask(10, {"1", "", endless, "PN"}), sim::ret_incorrect_parameters);
-    EXPECT_EQ(ask(2, {"", "", "", std::string(22, '1')}), sim::ret_incorrect_parameters);
+    EXPECT_EQ(ask(10, {"1", "", endless, "PN"}), answer::incorrect_parameters);
+    EXPECT_EQ(ask(2, {"", "", "", std::string(22, '1')}), answer::incorrect_parameters);
     EXPECT_EQ(get("lte_mobile_pin1c"), "3");
     EXPECT_EQ(get("lte_mobile_puk1c"), "10");
 }
@@ -78,8 +77,8 @@ TEST_F(AtDaemon, LooksAtNoFieldThatIsNotTheRequests)
 {
     start();
     const std::string noise(30, '\xff');
-    EXPECT_EQ(ask(4, {noise, noise, noise, std::string(22, '\xff')}), sim::ret_ok);
-    EXPECT_EQ(ask(12, {"1234", noise, noise, std::string(22, '\xff')}), sim::ret_ok);
+    EXPECT_EQ(ask(4, {noise, noise, noise, std::string(22, '\xff')}), answer::ok);
+    EXPECT_EQ(ask(12, {"1234", noise, noise, std::string(22, '\xff')}), answer::ok);
 }
 
 // The value is in the store when the reply arrives, every time.
@@ -88,7 +87,7 @@ TEST_F(AtDaemon, PublishesBeforeItReplies)
     start();
     for (int i = 0; i < 300; ++i) {
         const std::string mode = std::to_string(i % 4);
-        ASSERT_EQ(ask(2, {"", "", "", mode}), sim::ret_ok);
+        ASSERT_EQ(ask(2, {"", "", "", mode}), answer::ok);
         ASSERT_EQ(get("lte_network_search_mode"), mode);
     }
 }
@@ -108,7 +107,7 @@ TEST_F(AtDaemon, ServesWhatWasQueuedBeforeItsStart)
 {
     send(record_of(12, {"1234"}));
     start();
-    EXPECT_EQ(reply(12), sim::ret_ok);
+    EXPECT_EQ(reply(12), answer::ok);
     EXPECT_EQ(get("lte_sim_status"), "READY");
 }
 
@@ -116,9 +115,9 @@ TEST_F(AtDaemon, FindsQueuesThatWereRemoved)
 {
     start();
     msgctl(requests(), IPC_RMID, nullptr);
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
     msgctl(replies(), IPC_RMID, nullptr);
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
 }
 
 // Fills the reply queue with what nobody waits for.
@@ -136,7 +135,7 @@ TEST_F(AtDaemon, WaitsForRoomInTheReplyQueue)
     send(record_of(4, {}));
     EXPECT_EQ(reply(4, 50ms), std::nullopt);
     EXPECT_EQ(reply(99), 0);
-    EXPECT_EQ(reply(4), sim::ret_ok);
+    EXPECT_EQ(reply(4), answer::ok);
 }
 
 TEST_F(AtDaemon, EndsThoughTheReplyQueueIsFull)
@@ -166,12 +165,12 @@ TEST_P(AtDaemonEnds, CleanlyAndPromptlyAndLeavesTheQueues)
 
 TEST_P(AtDaemonEnds, InTheMiddleOfASearch)
 {
-    sim::ServerOptions options = quick();
+    cmif_sim::ServerOptions options = quick();
     options.pace = 100;
     start(options);
     unlock();
     send(record_of(24, {}));
-    EXPECT_EQ(ask(23), sim::ret_search_running);
+    EXPECT_EQ(ask(23), answer::search_running);
     EXPECT_EQ(server->end(GetParam()), 0);
     EXPECT_EQ(reply(24, 1ms), std::nullopt);
 }
@@ -198,7 +197,7 @@ TEST_F(AtDaemon, RefusesToStartTwiceAndNamesTheOther)
     EXPECT_NE(second.errors().find(std::to_string(server->process().process())), std::string::npos)
         << second.errors();
     EXPECT_EQ(get("lte_sim_status"), "READY"); // the first one's state is untouched
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
 }
 
 TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
@@ -208,10 +207,10 @@ TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
     EXPECT_EQ(server->end(SIGKILL), 128 + SIGKILL);
     start();
     EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
     EXPECT_EQ(server->end(SIGTERM), 0);
     start();
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
 }
 
 TEST_F(AtDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
@@ -223,7 +222,7 @@ TEST_F(AtDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
     for (int i = 0; i < 3; ++i)
         ASSERT_EQ(msgsnd(queue, &stale, CMIF_AT_PAYLOAD, 0), 0);
     start();
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
     EXPECT_EQ(reply(4, 1ms), std::nullopt);
 }
 
@@ -241,7 +240,7 @@ TEST_F(AtDaemon, SaysWhyItCanNotStart)
 
 TEST_F(AtDaemon, PrintsEachRecordWithoutSecrets)
 {
-    sim::ServerOptions options = quick();
+    cmif_sim::ServerOptions options = quick();
     options.verbose = true;
     start(options);
     ask(12, {"1234"});

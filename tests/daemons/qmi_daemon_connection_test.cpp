@@ -1,5 +1,4 @@
 // The QMI daemon's connection, as the library's callers and the store see it.
-#include "daemons/ret_code.h"
 #include "tests/support/qmi_server.h"
 
 namespace
@@ -52,22 +51,22 @@ TEST_F(QmiDaemon, CountsTheUptime)
     unsigned int seconds = 0;
     EXPECT_EQ(shared_CMIF_get_connection_uptime(&seconds), 0);
     EXPECT_GE(seconds, 2U);
-    EXPECT_EQ(ask_qmi(5), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(5), answer::ok);
     EXPECT_EQ(get("lte_qmi_connection_uptime"), "0");
 }
 
 TEST_F(QmiDaemon, IsOnTheWayForAWhile)
 {
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.pace = 0.3;
     start(options);
     const auto before = std::chrono::steady_clock::now();
     connect(); // registration and the way up, 0.9 s and 0.6 s
     EXPECT_GE(std::chrono::steady_clock::now() - before, 1500ms);
-    EXPECT_EQ(ask_qmi(5), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(5), answer::ok);
     EXPECT_EQ(get("lte_qmi_connection_status"), "2");
     EXPECT_TRUE(becomes("lte_qmi_connection_status", "1"));
-    EXPECT_EQ(ask_qmi(4), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(4), answer::ok);
     EXPECT_EQ(get("lte_qmi_connection_status"), "2");
     EXPECT_EQ(get("lte_ipv4_address"), "");
     EXPECT_TRUE(becomes("lte_qmi_connection_status", "3"));
@@ -83,27 +82,27 @@ TEST_F(QmiDaemon, RefusesAStartThatCanNotSucceed)
         EXPECT_EQ(get("lte_qmi_last_error"), name);
         EXPECT_EQ(get("lte_qmi_connection_status"), "1");
     };
-    refused(sim::ret_sim_pin_required, "sim_pin_required");
+    refused(answer::sim_pin_required, "sim_pin_required");
     open();
-    EXPECT_EQ(set_functionality(4), sim::ret_ok);
-    refused(sim::ret_not_allowed, "not_allowed");
-    EXPECT_EQ(set_functionality(1), sim::ret_ok);
+    EXPECT_EQ(set_functionality(4), answer::ok);
+    refused(answer::not_allowed, "not_allowed");
+    EXPECT_EQ(set_functionality(1), answer::ok);
     ASSERT_TRUE(becomes("lte_network_reg_status_state", "1"));
     set_profile("");
-    refused(sim::ret_missing_apn, "missing_apn");
+    refused(answer::missing_apn, "missing_apn");
     set_profile("internet.example");
-    EXPECT_EQ(ask_qmi(4), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(4), answer::ok);
     EXPECT_EQ(get("lte_qmi_last_error"), "");
 }
 
 TEST_F(QmiDaemon, RefusesAStartBeforeItIsRegistered)
 {
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.pace = 100;
     start(options);
     set_profile("internet.example");
     unlock();
-    EXPECT_EQ(ask_qmi(4), sim::ret_no_network_service);
+    EXPECT_EQ(ask_qmi(4), answer::no_network_service);
     EXPECT_EQ(get("lte_qmi_last_error"), "no_network_service");
 }
 
@@ -111,18 +110,18 @@ TEST_F(QmiDaemon, LosesTheConnectionWithTheRadio)
 {
     start();
     connect();
-    EXPECT_EQ(set_functionality(4), sim::ret_ok);
+    EXPECT_EQ(set_functionality(4), answer::ok);
     EXPECT_EQ(get("lte_qmi_connection_status"), "1");
     EXPECT_EQ(get("lte_qmi_last_error"), "not_allowed");
     EXPECT_EQ(get("lte_ipv4_address"), "");
-    EXPECT_EQ(set_functionality(1), sim::ret_ok);
-    EXPECT_EQ(ask_qmi(4), sim::ret_ok);
+    EXPECT_EQ(set_functionality(1), answer::ok);
+    EXPECT_EQ(ask_qmi(4), answer::ok);
     EXPECT_TRUE(becomes("lte_qmi_connection_status", "3"));
 }
 
 TEST_F(QmiDaemon, ReconnectsWithANewProfile)
 {
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.pace = 0.2;
     start(options);
     connect();

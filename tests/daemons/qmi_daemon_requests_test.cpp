@@ -1,5 +1,4 @@
 // What the QMI daemon does about each request, and the records that it replies with.
-#include "daemons/ret_code.h"
 #include "modems/simulated/network_lock.h"
 #include "tests/support/qmi_server.h"
 
@@ -36,7 +35,7 @@ TEST_F(QmiDaemon, RefusesUnknownRequests)
 {
     start();
     for (const long code : {2L, 7L, 10L, 1158L, 2147483647L})
-        EXPECT_EQ(ask_qmi(code), sim::ret_not_supported) << code;
+        EXPECT_EQ(ask_qmi(code), answer::not_supported) << code;
 }
 
 TEST_F(QmiDaemon, ServesRequestsWithoutArgumentsWhateverTheySize)
@@ -60,7 +59,7 @@ TEST_F(QmiDaemon, TellsRevisionServiceAndSim)
     open();
     EXPECT_EQ(shared_CMIF_get_ps_service(service), 0);
     EXPECT_STREQ(service, "attached");
-    EXPECT_EQ(ask(7, {"", "", "", "0"}), sim::ret_ok);
+    EXPECT_EQ(ask(7, {"", "", "", "0"}), answer::ok);
     EXPECT_EQ(shared_CMIF_get_ps_service(service), 0);
     EXPECT_STREQ(service, "detached");
 }
@@ -71,10 +70,10 @@ TEST_F(QmiDaemon, SeesTheSimOfTheAtSide)
     EXPECT_EQ(ask_qmi(6), 3);
     unlock();
     EXPECT_EQ(ask_qmi(6), 2);
-    const Fields lock{"1", "00102", sim::NetworkLock::control_key, "PN"};
-    EXPECT_EQ(ask(10, lock), sim::ret_ok);
+    const Fields lock{"1", "00102", simulated::NetworkLock::control_key, "PN"};
+    EXPECT_EQ(ask(10, lock), answer::ok);
     EXPECT_EQ(ask_qmi(6), 5);
-    EXPECT_EQ(ask(11, {sim::NetworkLock::control_key}), sim::ret_ok);
+    EXPECT_EQ(ask(11, {simulated::NetworkLock::control_key}), answer::ok);
     EXPECT_EQ(ask_qmi(6), 2);
     for (int i = 0; i < 3; ++i)
         ask(12, {"0000"});
@@ -112,7 +111,7 @@ TEST_F(QmiDaemon, RefusesMalformedProfiles)
     set_profile("own.example");
     const std::string good = wire_profile("new.example", "me", "secret", "231");
     const auto refused = [](const std::string &payload) {
-        EXPECT_EQ(ask_qmi(3, payload), sim::ret_incorrect_parameters);
+        EXPECT_EQ(ask_qmi(3, payload), answer::incorrect_parameters);
         EXPECT_EQ(get("lte_qmi_apn"), "own.example");
         EXPECT_EQ(get("lte_qmi_user") + get("lte_qmi_password"), "");
     };
@@ -139,7 +138,7 @@ TEST_F(QmiDaemon, RefusesMalformedProfiles)
     }
     std::string last = good;
     last[311] = 'x'; // carries nothing
-    EXPECT_EQ(ask_qmi(3, last), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(3, last), answer::ok);
     EXPECT_EQ(get("lte_qmi_apn"), "new.example");
 }
 
@@ -155,7 +154,7 @@ TEST_F(QmiDaemon, PublishesBeforeItReplies)
 
 TEST_F(QmiDaemon, PrintsEachRecordWithoutPasswords)
 {
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.verbose = true;
     options.at = false;
     start(options);

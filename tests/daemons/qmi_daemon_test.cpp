@@ -1,5 +1,4 @@
 // The QMI daemon: its queues, its marker, its start and its end, and what it finds saved.
-#include "daemons/ret_code.h"
 #include "tests/support/files.h"
 #include "tests/support/qmi_server.h"
 
@@ -126,7 +125,7 @@ TEST_F(QmiDaemon, WhatAKilledServerLeavesIsNoObstacle)
 TEST_F(QmiDaemon, RefusesToStartTwiceAndKeepsTheOthersMarker)
 {
     start();
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.at = false;
     Server second(options);
     EXPECT_FALSE(second.ready());
@@ -147,7 +146,7 @@ TEST_F(QmiDaemon, DoesNotStartWithoutItsMarker)
 
 TEST_F(QmiDaemon, RunsWithoutTheAtDaemonAndTheOtherWayRound)
 {
-    sim::ServerOptions options = both();
+    cmif_sim::ServerOptions options = both();
     options.at = false;
     start(options);
     EXPECT_EQ(ask_qmi(6), 3);
@@ -155,7 +154,7 @@ TEST_F(QmiDaemon, RunsWithoutTheAtDaemonAndTheOtherWayRound)
     EXPECT_EQ(AtServer::reply(4, 50ms), std::nullopt);
     restart(quick());
     EXPECT_FALSE(file_exists(CMIF_QMI_READY_FILE));
-    EXPECT_EQ(ask(4), sim::ret_ok);
+    EXPECT_EQ(ask(4), answer::ok);
     send(6, std::string(5, '\0'));
     EXPECT_EQ(reply(6, 50ms), std::nullopt);
 }
@@ -165,9 +164,9 @@ TEST_F(QmiDaemon, RunsWithoutTheAtDaemonAndTheOtherWayRound)
 TEST_F(QmiDaemon, KeepsASavedProfile)
 {
     start();
-    ASSERT_EQ(ask_qmi(3, wire_profile("own.example", "me", "secret", "231")), sim::ret_ok);
+    ASSERT_EQ(ask_qmi(3, wire_profile("own.example", "me", "secret", "231")), answer::ok);
     open();
-    ASSERT_EQ(ask_qmi(4), sim::ret_ok);
+    ASSERT_EQ(ask_qmi(4), answer::ok);
     ASSERT_TRUE(becomes("lte_qmi_connection_status", "3"));
     ASSERT_EQ(tarnNvramConfig_save(), 0);
     set_profile("never.saved");
@@ -181,7 +180,7 @@ TEST_F(QmiDaemon, KeepsASavedProfile)
     EXPECT_EQ(get("lte_qmi_connection_status"), "1"); // was saved as "3"
     EXPECT_EQ(get("lte_ipv4_address"), "");
     open();
-    EXPECT_EQ(ask_qmi(4), sim::ret_ok);
+    EXPECT_EQ(ask_qmi(4), answer::ok);
     EXPECT_TRUE(becomes("lte_pdp_apn", "own.example"));
 }
 

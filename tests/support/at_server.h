@@ -2,10 +2,10 @@
 #ifndef TESTS_SUPPORT_AT_SERVER_H
 #define TESTS_SUPPORT_AT_SERVER_H
 
+#include "answers.h"
 #include "child.h"
 #include "cmif-sim/server.h"
 #include "cmif/cmif.h"
-#include "daemons/ret_code.h"
 #include "store_directory.h"
 
 #include <chrono>
@@ -21,11 +21,11 @@
 class Server
 {
 public:
-    explicit Server(const sim::ServerOptions &options)
+    explicit Server(const cmif_sim::ServerOptions &options)
     {
         if (pipe2(pipe_, O_CLOEXEC) != 0)
             throw std::system_error(errno, std::generic_category(), "pipe");
-        child_.emplace([this, options] { std::exit(sim::serve(options, pipe_[1])); });
+        child_.emplace([this, options] { std::exit(cmif_sim::serve(options, pipe_[1])); });
         errors_.restore();
         close(pipe_[1]);
         char byte = 1;
@@ -77,14 +77,14 @@ inline cmif_msg record_of(long code, const Fields &fields)
 class AtServer : public HostStore
 {
 protected:
-    static sim::ServerOptions quick()
+    static cmif_sim::ServerOptions quick()
     {
-        sim::ServerOptions options;
+        cmif_sim::ServerOptions options;
         options.qmi = false;
         options.pace = 0;
         return options;
     }
-    void start(const sim::ServerOptions &options = quick())
+    void start(const cmif_sim::ServerOptions &options = quick())
     {
         server.emplace(options);
         ASSERT_TRUE(server->ready()) << server->errors();

@@ -11,14 +11,14 @@
 class QmiServer : public AtServer
 {
 protected:
-    static sim::ServerOptions both()
+    static cmif_sim::ServerOptions both()
     {
-        sim::ServerOptions options = quick();
+        cmif_sim::ServerOptions options = quick();
         options.qmi = true;
         return options;
     }
-    void start(const sim::ServerOptions &options = both()) { AtServer::start(options); }
-    void restart(const sim::ServerOptions &options = both())
+    void start(const cmif_sim::ServerOptions &options = both()) { AtServer::start(options); }
+    void restart(const cmif_sim::ServerOptions &options = both())
     {
         ASSERT_EQ(server->end(SIGTERM), 0);
         start(options);
@@ -71,7 +71,7 @@ protected:
     }
     static void set_profile(const std::string &apn)
     {
-        ASSERT_EQ(ask_qmi(3, wire_profile(apn)), sim::ret_ok);
+        ASSERT_EQ(ask_qmi(3, wire_profile(apn)), answer::ok);
     }
 
     // Unlocks, and waits until it is registered.
@@ -84,7 +84,7 @@ protected:
     {
         set_profile("internet.example");
         open();
-        ASSERT_EQ(ask_qmi(4), sim::ret_ok);
+        ASSERT_EQ(ask_qmi(4), answer::ok);
         ASSERT_TRUE(becomes("lte_qmi_connection_status", "3"));
     }
 

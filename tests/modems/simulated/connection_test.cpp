@@ -6,15 +6,19 @@
 namespace
 {
 
-using namespace sim;
+using namespace daemons;
+using namespace simulated;
 using namespace std::chrono_literals;
 
 using State = ConnectionState;
 
-class ConnectionInTime : public testing::Test
+class FakeClockConnection : public testing::Test
 {
 protected:
-    ConnectionInTime() { connection.modify({"one.example", "", "", 0, 3, 0}, now); }
+    FakeClockConnection()
+    {
+        connection.modify({"one.example", "", "", Authentication::none, PdpType::ipv4v6}, now);
+    }
 
     void pass(Clock::duration time)
     {
@@ -23,34 +27,34 @@ protected:
     }
     void connect()
     {
-        ASSERT_EQ(connection.start(ret_ok, now), ret_ok);
+        ASSERT_EQ(connection.start(CmeError::ok, now), CmeError::ok);
         pass(2s);
         ASSERT_EQ(connection.state(), State::connected);
     }
 
-    Connection connection{Pace(1)};
-    RetCode refusal = ret_ok;
+    Connection connection{TimeScale(1)};
+    CmeError refusal = CmeError::ok;
     Clock::time_point now{};
 };
 
-TEST_F(ConnectionInTime, IsDownAtFirst)
+TEST_F(FakeClockConnection, IsDownAtFirst)
 {
     pass(1h);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.due(), std::nullopt);
+    EXPECT_EQ(connection.next_deadline(), std::nullopt);
     EXPECT_EQ(connection.uptime(), 0s);
     EXPECT_EQ(connection.ipv4_address(), "");
     EXPECT_EQ(connection.ipv6_address(), "");
     EXPECT_EQ(connection.last_apn(), "");
 }
 
-TEST_F(ConnectionInTime, ComesUpAfterAWhile)
+TEST_F(FakeClockConnection, ComesUpAfterAWhile)
 {
-    EXPECT_EQ(connection.start(ret_ok, now), ret_ok);
-    EXPECT_EQ(connection.state(), State::on_the_way);
-    EXPECT_EQ(connection.due(), now + 2s);
+    EXPECT_EQ(connection.start(CmeError::ok, now), CmeError::ok);
+    EXPECT_EQ(connection.state(), State::transitioning);
+    EXPECT_EQ(connection.next_deadline(), now + 2s);
     pass(1999ms);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     EXPECT_EQ(connection.ipv4_address(), "");
     EXPECT_EQ(connection.last_apn(), "");
     pass(1ms);
@@ -60,58 +64,58 @@ TEST_F(ConnectionInTime, ComesUpAfterAWhile)
     EXPECT_EQ(connection.last_apn(), "one.example");
 }
 
-TEST_F(ConnectionInTime, CountsTheSecondsThatItIsUp)
+TEST_F(FakeClockConnection, CountsTheSecondsThatItIsUp)
 {
     connect();
     EXPECT_EQ(connection.uptime(), 0s);
-    EXPECT_EQ(connection.due(), now + 1s);
+    EXPECT_EQ(connection.next_deadline(), now + 1s);
     pass(999ms);
     EXPECT_EQ(connection.uptime(), 0s);
     pass(1ms);
     EXPECT_EQ(connection.uptime(), 1s);
-    EXPECT_EQ(connection.due(), now + 1s);
+    EXPECT_EQ(connection.next_deadline(), now + 1s);
     pass(3600500ms);
     EXPECT_EQ(connection.uptime(), 3601s);
-    EXPECT_EQ(connection.due(), now + 500ms);
+    EXPECT_EQ(connection.next_deadline(), now + 500ms);
     connection.stop(now);
     EXPECT_EQ(connection.uptime(), 0s);
 }
 
-TEST_F(ConnectionInTime, ThePaceScalesTheWayAndNotTheUptime)
+TEST_F(FakeClockConnection, ThePaceScalesTheWayAndNotTheUptime)
 {
-    connection = Connection(Pace(0.5));
-    connection.modify({"one.example", "", "", 0, 0, 0}, now);
-    connection.start(ret_ok, now);
+    connection = Connection(TimeScale(0.5));
+    connection.modify({"one.example", "", ""}, now);
+    connection.start(CmeError::ok, now);
     pass(999ms);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     pass(1ms);
     EXPECT_EQ(connection.state(), State::connected);
     pass(10s);
     EXPECT_EQ(connection.uptime(), 10s);
 }
 
-TEST_F(ConnectionInTime, AStopTakesAWhileToo)
+TEST_F(FakeClockConnection, AStopTakesAWhileToo)
 {
     connect();
     connection.stop(now);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     EXPECT_EQ(connection.ipv4_address(), "");
     pass(999ms);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     pass(1ms);
     EXPECT_EQ(connection.state(), State::disconnected);
     EXPECT_EQ(connection.last_apn(), "one.example");
 }
 
-TEST_F(ConnectionInTime, ASecondStartOrStopChangesNothing)
+TEST_F(FakeClockConnection, ASecondStartOrStopChangesNothing)
 {
-    connection.start(ret_ok, now);
+    connection.start(CmeError::ok, now);
     pass(1s);
-    EXPECT_EQ(connection.start(ret_ok, now), ret_ok);
+    EXPECT_EQ(connection.start(CmeError::ok, now), CmeError::ok);
     pass(1s);
     EXPECT_EQ(connection.state(), State::connected);
     pass(5s);
-    EXPECT_EQ(connection.start(ret_ok, now), ret_ok);
+    EXPECT_EQ(connection.start(CmeError::ok, now), CmeError::ok);
     EXPECT_EQ(connection.state(), State::connected);
     EXPECT_EQ(connection.uptime(), 5s);
     connection.stop(now);
@@ -123,87 +127,90 @@ TEST_F(ConnectionInTime, ASecondStartOrStopChangesNothing)
     EXPECT_EQ(connection.state(), State::disconnected);
 }
 
-TEST_F(ConnectionInTime, TurnsRoundOnTheWay)
+TEST_F(FakeClockConnection, TurnsRoundOnTheWay)
 {
-    connection.start(ret_ok, now);
+    connection.start(CmeError::ok, now);
     pass(1s);
     connection.stop(now);
     pass(1s);
     EXPECT_EQ(connection.state(), State::disconnected);
     connect();
     connection.stop(now);
-    connection.start(ret_ok, now);
+    connection.start(CmeError::ok, now);
     pass(1s);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     pass(1s);
     EXPECT_EQ(connection.state(), State::connected);
 }
 
-TEST_F(ConnectionInTime, ARefusedStartSaysWhy)
+TEST_F(FakeClockConnection, ARefusedStartSaysWhy)
 {
-    EXPECT_EQ(connection.start(ret_sim_pin_required, now), ret_sim_pin_required);
+    EXPECT_EQ(connection.start(CmeError::sim_pin_required, now), CmeError::sim_pin_required);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_sim_pin_required);
-    EXPECT_EQ(connection.start(ret_ok, now), ret_ok);
-    EXPECT_EQ(connection.last_error(), ret_ok);
+    EXPECT_EQ(connection.last_error(), CmeError::sim_pin_required);
+    EXPECT_EQ(connection.start(CmeError::ok, now), CmeError::ok);
+    EXPECT_EQ(connection.last_error(), CmeError::ok);
 }
 
-TEST_F(ConnectionInTime, NeedsAnAccessPointName)
+TEST_F(FakeClockConnection, NeedsAnAccessPointName)
 {
     connection.modify({}, now);
-    EXPECT_EQ(connection.start(ret_not_allowed, now), ret_not_allowed); // the first hindrance
-    EXPECT_EQ(connection.start(ret_ok, now), ret_missing_apn);
-    EXPECT_EQ(connection.last_error(), ret_missing_apn);
+    EXPECT_EQ(connection.start(CmeError::not_allowed, now),
+              CmeError::not_allowed); // the first hindrance
+    EXPECT_EQ(connection.start(CmeError::ok, now), CmeError::missing_apn);
+    EXPECT_EQ(connection.last_error(), CmeError::missing_apn);
     connection.stop(now);
-    EXPECT_EQ(connection.last_error(), ret_ok);
+    EXPECT_EQ(connection.last_error(), CmeError::ok);
 }
 
-TEST_F(ConnectionInTime, EndsAtOnceWithTheService)
+TEST_F(FakeClockConnection, EndsAtOnceWithTheService)
 {
     connect();
-    refusal = ret_no_network_service;
+    refusal = CmeError::no_network_service;
     pass(10s);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_no_network_service);
+    EXPECT_EQ(connection.last_error(), CmeError::no_network_service);
     EXPECT_EQ(connection.uptime(), 0s);
     EXPECT_EQ(connection.ipv4_address(), "");
-    EXPECT_EQ(connection.due(), std::nullopt);
-    refusal = ret_ok;
+    EXPECT_EQ(connection.next_deadline(), std::nullopt);
+    refusal = CmeError::ok;
     pass(1h);
     EXPECT_EQ(connection.state(), State::disconnected); // and stays down
-    EXPECT_EQ(connection.last_error(), ret_no_network_service);
+    EXPECT_EQ(connection.last_error(), CmeError::no_network_service);
 }
 
-TEST_F(ConnectionInTime, EndsOnItsWayUpAsWell)
+TEST_F(FakeClockConnection, EndsOnItsWayUpAsWell)
 {
-    connection.start(ret_ok, now);
-    refusal = ret_sim_failure;
+    connection.start(CmeError::ok, now);
+    refusal = CmeError::sim_failure;
     pass(2s);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_sim_failure);
+    EXPECT_EQ(connection.last_error(), CmeError::sim_failure);
     EXPECT_EQ(connection.last_apn(), "");
 }
 
-TEST_F(ConnectionInTime, OneThatWasToEndEndsWithoutAnError)
+TEST_F(FakeClockConnection, OneThatWasToEndEndsWithoutAnError)
 {
     connect();
     connection.stop(now);
-    refusal = ret_not_allowed;
+    refusal = CmeError::not_allowed;
     pass(0s);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_ok);
+    EXPECT_EQ(connection.last_error(), CmeError::ok);
 }
 
-TEST_F(ConnectionInTime, ANewProfileMakesItAnew)
+TEST_F(FakeClockConnection, ANewProfileMakesItAnew)
 {
     connect();
     pass(5s);
-    connection.modify({"two.example", "me", "secret", 2, 3, 1}, now);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    connection.modify(
+        {"two.example", "me", "secret", Authentication::chap, PdpType::ipv4v6, IpFamily::ipv6},
+        now);
+    EXPECT_EQ(connection.state(), State::transitioning);
     EXPECT_EQ(connection.uptime(), 0s);
     EXPECT_EQ(connection.profile().apn, "two.example");
     pass(2999ms);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     pass(1ms);
     EXPECT_EQ(connection.state(), State::connected);
     EXPECT_EQ(connection.last_apn(), "two.example");
@@ -211,43 +218,46 @@ TEST_F(ConnectionInTime, ANewProfileMakesItAnew)
     EXPECT_EQ(connection.ipv6_address(), "2001:db8:0:2::1");
 }
 
-TEST_F(ConnectionInTime, AProfileWithoutANameEndsIt)
+TEST_F(FakeClockConnection, AProfileWithoutANameEndsIt)
 {
     connect();
     connection.modify({}, now);
     pass(1s);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_missing_apn);
+    EXPECT_EQ(connection.last_error(), CmeError::missing_apn);
 }
 
-TEST_F(ConnectionInTime, AProfileIsKeptWhileDown)
+TEST_F(FakeClockConnection, AProfileIsKeptWhileDown)
 {
-    connection.modify({"two.example", "", "", 0, 0, 0}, now);
+    connection.modify({"two.example", "", ""}, now);
     EXPECT_EQ(connection.state(), State::disconnected);
     connect();
     EXPECT_EQ(connection.last_apn(), "two.example");
     connection.stop(now);
-    connection.modify({"three.example", "", "", 0, 0, 0}, now);
+    connection.modify({"three.example", "", ""}, now);
     pass(1s);
     EXPECT_EQ(connection.state(), State::disconnected);
 }
 
-TEST_F(ConnectionInTime, AddressesFollowThePdpType)
+TEST_F(FakeClockConnection, AddressesFollowThePdpType)
 {
     const struct {
-        int pdp;
+        PdpType pdp;
         bool ipv4, ipv6;
-    } rows[] = {{0, true, false}, {1, true, false}, {2, false, true}, {3, true, true}};
+    } rows[] = {{PdpType::ip, true, false},
+                {PdpType::ppp, true, false},
+                {PdpType::ipv6, false, true},
+                {PdpType::ipv4v6, true, true}};
     for (const auto &row : rows) {
         connection.stop(now);
-        connection.modify({"one.example", "", "", 0, row.pdp, 0}, now);
+        connection.modify({"one.example", "", "", Authentication::none, row.pdp}, now);
         connect();
-        EXPECT_EQ(connection.ipv4_address() != "", row.ipv4) << row.pdp;
-        EXPECT_EQ(connection.ipv6_address() != "", row.ipv6) << row.pdp;
+        EXPECT_EQ(connection.ipv4_address() != "", row.ipv4) << static_cast<int>(row.pdp);
+        EXPECT_EQ(connection.ipv6_address() != "", row.ipv6) << static_cast<int>(row.pdp);
     }
 }
 
-TEST_F(ConnectionInTime, AddressesStayInTheirRanges)
+TEST_F(FakeClockConnection, AddressesStayInTheirRanges)
 {
     for (int i = 0; i < 300; ++i) {
         connection.stop(now);
@@ -259,16 +269,16 @@ TEST_F(ConnectionInTime, AddressesStayInTheirRanges)
     EXPECT_EQ(connection.ipv6_address(), "2001:db8:0:12c::1");
 }
 
-TEST_F(ConnectionInTime, StartsByItselfOnceWhenItCan)
+TEST_F(FakeClockConnection, StartsByItselfOnceWhenItCan)
 {
     connection.start_when_possible();
-    refusal = ret_sim_pin_required;
+    refusal = CmeError::sim_pin_required;
     pass(1h);
     EXPECT_EQ(connection.state(), State::disconnected);
-    EXPECT_EQ(connection.last_error(), ret_ok); // it only waits
-    refusal = ret_ok;
+    EXPECT_EQ(connection.last_error(), CmeError::ok); // it only waits
+    refusal = CmeError::ok;
     pass(0s);
-    EXPECT_EQ(connection.state(), State::on_the_way);
+    EXPECT_EQ(connection.state(), State::transitioning);
     pass(2s);
     EXPECT_EQ(connection.state(), State::connected);
     connection.stop(now);
@@ -276,7 +286,7 @@ TEST_F(ConnectionInTime, StartsByItselfOnceWhenItCan)
     EXPECT_EQ(connection.state(), State::disconnected);
 }
 
-TEST_F(ConnectionInTime, AStopCallsTheStartByItselfOff)
+TEST_F(FakeClockConnection, AStopCallsTheStartByItselfOff)
 {
     connection.start_when_possible();
     connection.stop(now);

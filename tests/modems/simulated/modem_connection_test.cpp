@@ -4,23 +4,24 @@
 namespace
 {
 
-using namespace sim;
+using namespace daemons;
+using namespace simulated;
 using namespace std::chrono_literals;
 
 using State = ConnectionState;
 
-class ModemWithData : public ModemInTime
+class ModemWithData : public FakeClockModem
 {
 protected:
     void connect()
     {
-        open();
-        modem.connection.modify({"own.example", "", "", 0, 2, 0}, now);
-        ASSERT_EQ(modem.connection.start(modem.data_refusal(), now), ret_ok);
+        unlock();
+        modem.connection.modify({"own.example", "", "", Authentication::none, PdpType::ipv6}, now);
+        ASSERT_EQ(modem.connection.start(modem.data_refusal(), now), CmeError::ok);
         pass(2s);
         ASSERT_TRUE(modem.connection.connected());
     }
-    void expect_lost(RetCode reason)
+    void expect_lost(CmeError reason)
     {
         pass(0s);
         EXPECT_EQ(modem.connection.state(), State::disconnected);
@@ -32,38 +33,38 @@ protected:
 TEST_F(ModemWithData, RefusesItForTheFirstHindrance)
 {
     pass(0s);
-    EXPECT_EQ(modem.data_refusal(), ret_sim_pin_required);
+    EXPECT_EQ(modem.data_refusal(), CmeError::sim_pin_required);
     modem.sim.pin1.verify("1234");
     pass(0s);
-    EXPECT_EQ(modem.data_refusal(), ret_no_network_service);
+    EXPECT_EQ(modem.data_refusal(), CmeError::no_network_service);
     EXPECT_FALSE(modem.attached());
     pass(3s);
-    EXPECT_EQ(modem.data_refusal(), ret_ok);
+    EXPECT_EQ(modem.data_refusal(), CmeError::ok);
     EXPECT_TRUE(modem.attached());
     modem.packet_domain = false;
-    EXPECT_EQ(modem.data_refusal(), ret_not_allowed);
+    EXPECT_EQ(modem.data_refusal(), CmeError::not_allowed);
     EXPECT_FALSE(modem.attached());
 }
 
 TEST_F(ModemWithData, LosesItWithTheRadio)
 {
     connect();
-    modem.set_functionality("4");
-    expect_lost(ret_not_allowed);
+    modem.set_functionality(4);
+    expect_lost(CmeError::not_allowed);
 }
 
 TEST_F(ModemWithData, LosesItWithTheCell)
 {
     connect();
-    modem.network.select("00102", "");
-    expect_lost(ret_no_network_service);
+    modem.network.select("00102", {});
+    expect_lost(CmeError::no_network_service);
 }
 
 TEST_F(ModemWithData, LosesItWithThePacketDomain)
 {
     connect();
     modem.packet_domain = false;
-    expect_lost(ret_not_allowed);
+    expect_lost(CmeError::not_allowed);
 }
 
 TEST_F(ModemWithData, LosesItWithTheCard)
@@ -71,25 +72,25 @@ TEST_F(ModemWithData, LosesItWithTheCard)
     connect();
     for (int i = 0; i < 3; ++i)
         modem.sim.pin1.verify("0000");
-    expect_lost(ret_sim_puk_required);
+    expect_lost(CmeError::sim_puk_required);
 }
 
 TEST_F(ModemWithData, ThePdpContextIsTheConnectionsWhileItIsUp)
 {
     connect();
     EXPECT_EQ(modem.pdp().apn, "own.example");
-    EXPECT_EQ(modem.pdp().type, "IPV6");
+    EXPECT_EQ(modem.pdp().type, PdpType::ipv6);
     modem.connection.stop(now);
     pass(1s);
     EXPECT_EQ(modem.pdp().apn, "internet.example");
-    EXPECT_EQ(modem.pdp().type, "IPV4V6");
+    EXPECT_EQ(modem.pdp().type, PdpType::ipv4v6);
     EXPECT_EQ(modem.last_apn, "own.example");
 }
 
 TEST_F(ModemWithData, IsDueForTheNextSecondOfTheConnection)
 {
     connect();
-    EXPECT_LE(*modem.due(), now + 1s);
+    EXPECT_LE(*modem.next_deadline(), now + 1s);
     pass(1s);
     EXPECT_EQ(modem.connection.uptime(), 1s);
 }
@@ -101,7 +102,7 @@ TEST_F(ModemWithData, AFactoryResetEndsItAndForgetsItsProfile)
     pass(0s);
     EXPECT_EQ(modem.connection.state(), State::disconnected);
     EXPECT_EQ(modem.connection.profile().apn, "");
-    EXPECT_EQ(modem.connection.last_error(), ret_ok);
+    EXPECT_EQ(modem.connection.last_error(), CmeError::ok);
 }
 
 } // namespace

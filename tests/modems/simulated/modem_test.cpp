@@ -8,10 +8,9 @@
 namespace
 {
 
-using namespace sim;
+using namespace daemons;
+using namespace simulated;
 using namespace std::chrono_literals;
-
-constexpr const char *home = SimCard::home_network;
 
 int unread(const Messages &messages)
 {
@@ -37,42 +36,32 @@ TEST(Messages, HoldWhatReadersFindHard)
 TEST(Messages, OneGoesByItsIndex)
 {
     Messages messages;
-    EXPECT_EQ(messages.remove("5", "0"), ret_ok);
+    EXPECT_EQ(messages.remove(5, DeleteFlag::one), CmeError::ok);
     EXPECT_EQ(messages.all().size(), 5U);
-    EXPECT_EQ(messages.remove("5", "0"), ret_invalid_index);
-    EXPECT_EQ(messages.remove("4", "0"), ret_invalid_index);
+    EXPECT_EQ(messages.remove(5, DeleteFlag::one), CmeError::invalid_index);
+    EXPECT_EQ(messages.remove(4, DeleteFlag::one), CmeError::invalid_index);
     EXPECT_EQ(messages.all().size(), 5U);
     EXPECT_EQ(messages.all()[3].index, 6); // indices stay
 }
 
 TEST(Messages, FlagsOneToThreeDeleteTheReadOnes)
 {
-    for (const char *flag : {"1", "2", "3"}) {
+    for (const DeleteFlag flag :
+         {DeleteFlag::read, DeleteFlag::read_sent, DeleteFlag::read_sent_unsent}) {
         Messages messages;
-        EXPECT_EQ(messages.remove("0", flag), ret_ok);
+        EXPECT_EQ(messages.remove(0, flag), CmeError::ok);
         EXPECT_EQ(messages.all().size(), 3U);
         EXPECT_EQ(unread(messages), 3);
-        EXPECT_EQ(messages.remove("0", flag), ret_ok); // nothing left to delete
+        EXPECT_EQ(messages.remove(0, flag), CmeError::ok); // nothing left to delete
     }
 }
 
 TEST(Messages, FlagFourDeletesAll)
 {
     Messages messages;
-    EXPECT_EQ(messages.remove("3", "4"), ret_ok);
+    EXPECT_EQ(messages.remove(3, DeleteFlag::all), CmeError::ok);
     EXPECT_TRUE(messages.all().empty());
-    EXPECT_EQ(messages.remove("3", "0"), ret_invalid_index);
-}
-
-TEST(Messages, OddNumbersDeleteNothing)
-{
-    Messages messages;
-    for (const char *odd : {"", "x", "5 ", "-1", "99999999999999999999"}) {
-        EXPECT_EQ(messages.remove("5", odd), ret_incorrect_parameters) << odd;
-        EXPECT_NE(messages.remove(odd, "0"), ret_ok) << odd;
-    }
-    EXPECT_EQ(messages.remove("5", "5"), ret_incorrect_parameters);
-    EXPECT_EQ(messages.all().size(), 6U);
+    EXPECT_EQ(messages.remove(3, DeleteFlag::one), CmeError::invalid_index);
 }
 
 TEST(Messages, ListingMarksThemRead)
@@ -85,24 +74,23 @@ TEST(Messages, ListingMarksThemRead)
 TEST(Profiles, TheDataProfileIsPublished)
 {
     Profiles profiles;
-    EXPECT_EQ(profiles.set("1", "IP", "other.example"), ret_ok);
+    EXPECT_EQ(profiles.set(1, {PdpType::ip, "other.example"}), CmeError::ok);
     EXPECT_EQ(profiles.published().apn, "internet.example");
-    EXPECT_EQ(profiles.of_modem(1).apn, "other.example");
-    EXPECT_EQ(profiles.set("3", "IPV6", "new.example"), ret_ok);
+    EXPECT_EQ(profiles.stored(1).apn, "other.example");
+    EXPECT_EQ(profiles.set(3, {PdpType::ipv6, "new.example"}), CmeError::ok);
     EXPECT_EQ(profiles.published().apn, "new.example");
-    EXPECT_EQ(profiles.published().type, "IPV6");
+    EXPECT_EQ(profiles.published().type, PdpType::ipv6);
 }
 
 TEST(Profiles, RefuseWhatNoModemTakes)
 {
     Profiles profiles;
-    for (const char *number : {"", "0", "17", "-1", "x"})
-        EXPECT_EQ(profiles.set(number, "IP", "a"), ret_incorrect_parameters) << number;
-    for (const char *type : {"", "ip", "IPV4"})
-        EXPECT_EQ(profiles.set("3", type, "a"), ret_incorrect_parameters) << type;
+    for (const int number : {0, 17, -1})
+        EXPECT_EQ(profiles.set(number, {PdpType::ip, "a"}), CmeError::incorrect_parameters)
+            << number;
     for (const char *apn : {"a b", "a\"b", "a,b", "ü"})
-        EXPECT_EQ(profiles.set("3", "IP", apn), ret_incorrect_parameters) << apn;
-    EXPECT_EQ(profiles.set("16", "IP", ""), ret_ok);
+        EXPECT_EQ(profiles.set(3, {PdpType::ip, apn}), CmeError::incorrect_parameters) << apn;
+    EXPECT_EQ(profiles.set(16, {PdpType::ip, ""}), CmeError::ok);
     EXPECT_EQ(profiles.published().apn, "internet.example");
 }
 
@@ -115,85 +103,85 @@ TEST(Profiles, ProvisioningShowsAfterASynchronization)
     EXPECT_EQ(profiles.published().apn, "managed.example");
 }
 
-TEST_F(ModemInTime, ALockedSimGetsNoService)
+TEST_F(FakeClockModem, ALockedSimGetsNoService)
 {
     pass(0s);
     pass(1h);
-    EXPECT_EQ(modem.sim_status(), SimStatus::pin);
+    EXPECT_EQ(modem.sim_status(), SimStatus::pin_required);
     EXPECT_EQ(modem.network.registration(), Registration::none);
-    EXPECT_EQ(modem.due(), std::nullopt);
-    EXPECT_EQ(modem.refusal(Needs::nothing), ret_ok);
-    EXPECT_EQ(modem.refusal(Needs::open_sim), ret_sim_pin_required);
-    EXPECT_EQ(modem.refusal(Needs::radio), ret_sim_pin_required);
+    EXPECT_EQ(modem.next_deadline(), std::nullopt);
+    EXPECT_EQ(modem.refusal(Needs::nothing), CmeError::ok);
+    EXPECT_EQ(modem.refusal(Needs::unlocked_sim), CmeError::sim_pin_required);
+    EXPECT_EQ(modem.refusal(Needs::radio), CmeError::sim_pin_required);
 }
 
-TEST_F(ModemInTime, AnOpenSimRegisters)
+TEST_F(FakeClockModem, AnOpenSimRegisters)
 {
     modem.sim.pin1.verify("1234");
     pass(0s);
-    EXPECT_EQ(modem.refusal(Needs::radio), ret_ok);
-    EXPECT_EQ(modem.refusal(Needs::network), ret_no_network_service);
-    EXPECT_EQ(*modem.due(), now + 3s);
+    EXPECT_EQ(modem.refusal(Needs::radio), CmeError::ok);
+    EXPECT_EQ(modem.refusal(Needs::network), CmeError::no_network_service);
+    EXPECT_EQ(*modem.next_deadline(), now + 3s);
     pass(3s);
-    EXPECT_EQ(modem.refusal(Needs::network), ret_ok);
+    EXPECT_EQ(modem.refusal(Needs::network), CmeError::ok);
     EXPECT_EQ(modem.last_apn, "internet.example");
-    EXPECT_EQ(*modem.due(), now + 2s); // the signal's next step
+    EXPECT_EQ(*modem.next_deadline(), now + 2s); // the signal's next step
 }
 
-TEST_F(ModemInTime, StatusFollowsTheCard)
+TEST_F(FakeClockModem, StatusFollowsTheCard)
 {
-    open();
+    unlock();
     EXPECT_EQ(modem.sim_status(), SimStatus::ready);
     for (int i = 0; i < 3; ++i)
         modem.sim.pin1.verify("0000");
     pass(0s);
-    EXPECT_EQ(modem.sim_status(), SimStatus::puk);
-    EXPECT_EQ(modem.refusal(Needs::open_sim), ret_sim_puk_required);
+    EXPECT_EQ(modem.sim_status(), SimStatus::puk_required);
+    EXPECT_EQ(modem.refusal(Needs::unlocked_sim), CmeError::sim_puk_required);
     EXPECT_EQ(modem.network.serving(), nullptr);
     for (int i = 0; i < 10; ++i)
         modem.sim.pin1.unblock("00000000", "1234");
-    EXPECT_EQ(modem.sim_status(), SimStatus::bad);
-    EXPECT_EQ(modem.refusal(Needs::open_sim), ret_sim_failure);
+    EXPECT_EQ(modem.sim_status(), SimStatus::permanently_blocked);
+    EXPECT_EQ(modem.refusal(Needs::unlocked_sim), CmeError::sim_failure);
 }
 
-TEST_F(ModemInTime, ANetworkLockTakesTheServiceButNotTheSim)
+TEST_F(FakeClockModem, ANetworkLockTakesTheServiceButNotTheSim)
 {
-    open();
-    modem.lock.set("PN", "1", "00102", NetworkLock::control_key, home);
+    unlock();
+    modem.lock.lock("00102", NetworkLock::control_key);
     pass(0s);
     EXPECT_EQ(modem.sim_status(), SimStatus::network_locked);
     EXPECT_EQ(modem.network.registration(), Registration::none);
-    EXPECT_EQ(modem.refusal(Needs::open_sim), ret_ok);
-    EXPECT_EQ(modem.refusal(Needs::radio), ret_network_pin_required);
+    EXPECT_EQ(modem.refusal(Needs::unlocked_sim), CmeError::ok);
+    EXPECT_EQ(modem.refusal(Needs::radio), CmeError::network_pin_required);
     modem.lock.unlock(NetworkLock::control_key);
     pass(0s);
     pass(3s);
     EXPECT_EQ(modem.network.registration(), Registration::home);
 }
 
-TEST_F(ModemInTime, OfflineDeregistersAndOnlineRegistersAgain)
+TEST_F(FakeClockModem, OfflineDeregistersAndOnlineRegistersAgain)
 {
-    open();
-    for (const char *level : {"4", "0"}) {
-        EXPECT_EQ(modem.set_functionality(level), ret_ok);
+    unlock();
+    for (const int level : {4, 0}) {
+        EXPECT_EQ(modem.set_functionality(level), CmeError::ok);
         pass(0s);
         EXPECT_EQ(modem.network.registration(), Registration::none);
-        EXPECT_EQ(modem.refusal(Needs::radio), ret_not_allowed);
-        EXPECT_EQ(modem.due(), std::nullopt);
-        EXPECT_EQ(modem.set_functionality("1"), ret_ok);
+        EXPECT_EQ(modem.refusal(Needs::radio), CmeError::not_allowed);
+        EXPECT_EQ(modem.next_deadline(), std::nullopt);
+        EXPECT_EQ(modem.set_functionality(1), CmeError::ok);
         pass(0s);
         EXPECT_EQ(modem.network.registration(), Registration::searching);
         pass(3s);
         EXPECT_EQ(modem.network.registration(), Registration::home);
     }
-    for (const char *level : {"2", "3", "5", "255", "", "x"})
-        EXPECT_EQ(modem.set_functionality(level), ret_incorrect_parameters) << level;
+    for (const int level : {2, 3, 5, 255, -1})
+        EXPECT_EQ(modem.set_functionality(level), CmeError::incorrect_parameters) << level;
     EXPECT_TRUE(modem.online());
 }
 
-TEST_F(ModemInTime, TheSignalMovesWhileRegistered)
+TEST_F(FakeClockModem, TheSignalMovesWhileRegistered)
 {
-    open();
+    unlock();
     std::set<int> seen;
     for (int i = 0; i < 50; ++i) {
         seen.insert(modem.signal.rsrp(*modem.network.serving()));
@@ -203,47 +191,45 @@ TEST_F(ModemInTime, TheSignalMovesWhileRegistered)
     EXPECT_EQ(modem.network.registration(), Registration::home);
 }
 
-TEST_F(ModemInTime, ASessionBringsTheOperatorsProfile)
+TEST_F(FakeClockModem, ASessionBringsTheOperatorsProfile)
 {
-    open();
-    ASSERT_EQ(modem.start_device_management(now), ret_ok);
-    EXPECT_EQ(modem.start_device_management(now), ret_not_allowed);
+    unlock();
+    ASSERT_EQ(modem.start_device_management(now), CmeError::ok);
+    EXPECT_EQ(modem.start_device_management(now), CmeError::not_allowed);
     pass(3999ms);
-    EXPECT_EQ(modem.profiles.of_modem(Profiles::for_data).apn, "internet.example");
+    EXPECT_EQ(modem.profiles.stored(Profiles::data_profile).apn, "internet.example");
     pass(1ms);
-    EXPECT_EQ(modem.profiles.of_modem(Profiles::for_data).apn, "managed.example");
+    EXPECT_EQ(modem.profiles.stored(Profiles::data_profile).apn, "managed.example");
     EXPECT_EQ(modem.profiles.published().apn, "internet.example");
-    EXPECT_EQ(modem.start_device_management(now), ret_ok);
+    EXPECT_EQ(modem.start_device_management(now), CmeError::ok);
 }
 
-TEST_F(ModemInTime, ASessionBreaksOffWithTheNetwork)
+TEST_F(FakeClockModem, ASessionBreaksOffWithTheNetwork)
 {
-    open();
+    unlock();
     modem.start_device_management(now);
-    modem.set_functionality("4");
+    modem.set_functionality(4);
     pass(10s);
-    modem.set_functionality("1");
+    modem.set_functionality(1);
     pass(0s);
     pass(10s);
-    EXPECT_EQ(modem.profiles.of_modem(Profiles::for_data).apn, "internet.example");
+    EXPECT_EQ(modem.profiles.stored(Profiles::data_profile).apn, "internet.example");
 }
 
-TEST_F(ModemInTime, AFactoryResetGivesTheDefaultModemAndLocks)
+TEST_F(FakeClockModem, AFactoryResetGivesTheDefaultModemAndLocks)
 {
-    open();
+    unlock();
     modem.network.set_roaming(Roaming::off);
     modem.network.set_search_mode(SearchMode::eutran_only);
-    modem.network.select("00102", "7");
-    modem.messages.remove("", "4");
-    modem.messages.remove("1", "4");
-    modem.profiles.set("3", "IP", "other.example");
-    modem.operator_format = OperatorFormat::numeric;
+    modem.network.select("00102", Technology::eutran);
+    modem.delete_messages(1, DeleteFlag::all);
+    modem.profiles.set(3, {PdpType::ip, "other.example"});
     modem.packet_domain = false;
     modem.functionality = 4;
     modem.factory_reset();
     pass(0s);
 
-    EXPECT_EQ(modem.sim_status(), SimStatus::pin);
+    EXPECT_EQ(modem.sim_status(), SimStatus::pin_required);
     EXPECT_EQ(modem.network.registration(), Registration::none);
     EXPECT_EQ(modem.network.last(), nullptr);
     EXPECT_EQ(modem.network.roaming(), Roaming::automatic);
@@ -251,22 +237,22 @@ TEST_F(ModemInTime, AFactoryResetGivesTheDefaultModemAndLocks)
     EXPECT_TRUE(modem.network.automatic());
     EXPECT_EQ(modem.messages.all().size(), 6U);
     EXPECT_EQ(modem.profiles.published().apn, "internet.example");
-    EXPECT_EQ(modem.operator_format, OperatorFormat::long_name);
+    EXPECT_TRUE(modem.listed.empty());
     EXPECT_TRUE(modem.packet_domain);
     EXPECT_TRUE(modem.online());
     EXPECT_EQ(modem.last_apn, "");
 }
 
-TEST_F(ModemInTime, AFactoryResetIsNoWayAroundTheCard)
+TEST_F(FakeClockModem, AFactoryResetIsNoWayAroundTheCard)
 {
-    open();
+    unlock();
     modem.sim.pin1.change("1234", "4321");
     modem.sim.pin1.verify("1234");
-    modem.lock.set("PN", "1", "00102", NetworkLock::control_key, home);
+    modem.lock.lock("00102", NetworkLock::control_key);
     modem.factory_reset();
-    EXPECT_EQ(modem.sim.pin1.tries(), 2);
-    EXPECT_EQ(modem.sim.pin1.verify("1234"), ret_incorrect_password);
-    EXPECT_EQ(modem.sim.pin1.verify("4321"), ret_ok);
+    EXPECT_EQ(modem.sim.pin1.attempts(), 2);
+    EXPECT_EQ(modem.sim.pin1.verify("1234"), CmeError::incorrect_password);
+    EXPECT_EQ(modem.sim.pin1.verify("4321"), CmeError::ok);
     EXPECT_EQ(modem.sim_status(), SimStatus::network_locked);
 }
 

@@ -7,7 +7,8 @@
 namespace
 {
 
-using namespace sim;
+using namespace daemons;
+using namespace simulated;
 
 constexpr const char *right = "1234";
 constexpr const char *wrong = "0000";
@@ -19,14 +20,14 @@ class Card : public testing::Test
 protected:
     void block()
     {
-        for (int i = 0; i < Pin::most_tries; ++i)
+        for (int i = 0; i < Pin::max_attempts; ++i)
             pin.verify(wrong);
-        ASSERT_TRUE(pin.blocked());
+        ASSERT_TRUE(pin.puk_required());
     }
-    void expect_counters(int tries, int puk_tries) const
+    void expect_counters(int attempts, int puk_attempts) const
     {
-        EXPECT_EQ(pin.tries(), tries);
-        EXPECT_EQ(pin.puk_tries(), puk_tries);
+        EXPECT_EQ(pin.attempts(), attempts);
+        EXPECT_EQ(pin.puk_attempts(), puk_attempts);
     }
 
     SimCard card;
@@ -37,38 +38,38 @@ TEST_F(Card, StartsLockedWithAllTries)
 {
     for (const Pin *one : {&card.pin1, &card.pin2}) {
         EXPECT_TRUE(one->enabled());
-        EXPECT_FALSE(one->open());
-        EXPECT_EQ(one->tries(), 3);
-        EXPECT_EQ(one->puk_tries(), 10);
+        EXPECT_FALSE(one->unlocked());
+        EXPECT_EQ(one->attempts(), 3);
+        EXPECT_EQ(one->puk_attempts(), 10);
     }
 }
 
 TEST_F(Card, TheRightPinOpens)
 {
-    EXPECT_EQ(pin.verify(right), ret_ok);
-    EXPECT_TRUE(pin.open());
+    EXPECT_EQ(pin.verify(right), CmeError::ok);
+    EXPECT_TRUE(pin.unlocked());
     expect_counters(3, 10);
 }
 
 TEST_F(Card, TheSecondPinIsOfItsOwn)
 {
-    EXPECT_EQ(card.pin2.verify(right), ret_incorrect_password);
-    EXPECT_EQ(card.pin2.verify("5678"), ret_ok);
-    EXPECT_TRUE(card.pin2.open());
-    EXPECT_FALSE(card.pin1.open());
-    EXPECT_EQ(card.pin2.unblock("87654321", "2222"), ret_ok);
-    EXPECT_EQ(card.pin2.verify("2222"), ret_ok);
+    EXPECT_EQ(card.pin2.verify(right), CmeError::incorrect_password);
+    EXPECT_EQ(card.pin2.verify("5678"), CmeError::ok);
+    EXPECT_TRUE(card.pin2.unlocked());
+    EXPECT_FALSE(card.pin1.unlocked());
+    EXPECT_EQ(card.pin2.unblock("87654321", "2222"), CmeError::ok);
+    EXPECT_EQ(card.pin2.verify("2222"), CmeError::ok);
     expect_counters(3, 10);
 }
 
 TEST_F(Card, AWrongPinCostsATryAndTheRightOneGivesAllBack)
 {
-    EXPECT_EQ(pin.verify(wrong), ret_incorrect_password);
+    EXPECT_EQ(pin.verify(wrong), CmeError::incorrect_password);
     expect_counters(2, 10);
-    EXPECT_EQ(pin.verify(wrong), ret_incorrect_password);
+    EXPECT_EQ(pin.verify(wrong), CmeError::incorrect_password);
     expect_counters(1, 10);
-    EXPECT_FALSE(pin.open());
-    EXPECT_EQ(pin.verify(right), ret_ok);
+    EXPECT_FALSE(pin.unlocked());
+    EXPECT_EQ(pin.verify(right), CmeError::ok);
     expect_counters(3, 10);
 }
 
@@ -76,63 +77,63 @@ TEST_F(Card, TheThirdWrongPinAsksForThePuk)
 {
     pin.verify(wrong);
     pin.verify(wrong);
-    EXPECT_EQ(pin.verify(wrong), ret_sim_puk_required);
-    EXPECT_TRUE(pin.blocked());
+    EXPECT_EQ(pin.verify(wrong), CmeError::sim_puk_required);
+    EXPECT_TRUE(pin.puk_required());
     expect_counters(0, 10);
 }
 
 TEST_F(Card, ABlockedPinRefusesEverythingButThePuk)
 {
     block();
-    EXPECT_EQ(pin.verify(right), ret_sim_puk_required);
-    EXPECT_EQ(pin.change(right, "4321"), ret_sim_puk_required);
-    EXPECT_EQ(pin.set_enabled(false, right), ret_sim_puk_required);
+    EXPECT_EQ(pin.verify(right), CmeError::sim_puk_required);
+    EXPECT_EQ(pin.change(right, "4321"), CmeError::sim_puk_required);
+    EXPECT_EQ(pin.set_enabled(false, right), CmeError::sim_puk_required);
     expect_counters(0, 10);
-    EXPECT_FALSE(pin.open());
+    EXPECT_FALSE(pin.unlocked());
 }
 
 TEST_F(Card, VerifyingAgainIsFineAndStillCounts)
 {
-    ASSERT_EQ(pin.verify(right), ret_ok);
-    EXPECT_EQ(pin.verify(right), ret_ok);
-    EXPECT_EQ(pin.verify(wrong), ret_incorrect_password);
+    ASSERT_EQ(pin.verify(right), CmeError::ok);
+    EXPECT_EQ(pin.verify(right), CmeError::ok);
+    EXPECT_EQ(pin.verify(wrong), CmeError::incorrect_password);
     expect_counters(2, 10);
-    EXPECT_TRUE(pin.open());
+    EXPECT_TRUE(pin.unlocked());
 }
 
 TEST_F(Card, BlockingTakesBackWhatWasOpen)
 {
-    ASSERT_EQ(pin.verify(right), ret_ok);
+    ASSERT_EQ(pin.verify(right), CmeError::ok);
     block();
-    EXPECT_FALSE(pin.open());
+    EXPECT_FALSE(pin.unlocked());
 }
 
 TEST_F(Card, ThePukUnblocksAndGivesAllTriesBack)
 {
     block();
-    ASSERT_EQ(pin.unblock(wrong_puk, "4321"), ret_incorrect_password);
+    ASSERT_EQ(pin.unblock(wrong_puk, "4321"), CmeError::incorrect_password);
     expect_counters(0, 9);
-    EXPECT_EQ(pin.unblock(puk, "4321"), ret_ok);
+    EXPECT_EQ(pin.unblock(puk, "4321"), CmeError::ok);
     expect_counters(3, 10);
-    EXPECT_TRUE(pin.open());
+    EXPECT_TRUE(pin.unlocked());
     pin.power_cycle();
-    EXPECT_EQ(pin.verify(right), ret_incorrect_password);
-    EXPECT_EQ(pin.verify("4321"), ret_ok);
+    EXPECT_EQ(pin.verify(right), CmeError::incorrect_password);
+    EXPECT_EQ(pin.verify("4321"), CmeError::ok);
 }
 
 TEST_F(Card, ThePukWorksOnACardThatIsNotBlocked)
 {
     pin.verify(wrong);
-    EXPECT_EQ(pin.unblock(puk, "4321"), ret_ok);
+    EXPECT_EQ(pin.unblock(puk, "4321"), CmeError::ok);
     expect_counters(3, 10);
-    EXPECT_TRUE(pin.open());
+    EXPECT_TRUE(pin.unlocked());
 }
 
 TEST_F(Card, ThePukSwitchesThePinOnAgain)
 {
     pin.verify(right);
-    ASSERT_EQ(pin.set_enabled(false, right), ret_ok);
-    EXPECT_EQ(pin.unblock(puk, right), ret_ok);
+    ASSERT_EQ(pin.set_enabled(false, right), CmeError::ok);
+    EXPECT_EQ(pin.unblock(puk, right), CmeError::ok);
     EXPECT_TRUE(pin.enabled());
 }
 
@@ -140,87 +141,87 @@ TEST_F(Card, TheTenthWrongPukKillsTheCard)
 {
     block();
     for (int left = 9; left > 0; --left) {
-        EXPECT_EQ(pin.unblock(wrong_puk, right), ret_incorrect_password);
+        EXPECT_EQ(pin.unblock(wrong_puk, right), CmeError::incorrect_password);
         expect_counters(0, left);
     }
-    EXPECT_FALSE(pin.dead());
-    EXPECT_EQ(pin.unblock(wrong_puk, right), ret_sim_failure);
-    EXPECT_TRUE(pin.dead());
-    EXPECT_EQ(pin.unblock(puk, right), ret_sim_failure);
-    EXPECT_EQ(pin.verify(right), ret_sim_failure);
-    EXPECT_EQ(pin.change(right, "4321"), ret_sim_failure);
-    EXPECT_EQ(pin.set_enabled(false, right), ret_sim_failure);
+    EXPECT_FALSE(pin.permanently_blocked());
+    EXPECT_EQ(pin.unblock(wrong_puk, right), CmeError::sim_failure);
+    EXPECT_TRUE(pin.permanently_blocked());
+    EXPECT_EQ(pin.unblock(puk, right), CmeError::sim_failure);
+    EXPECT_EQ(pin.verify(right), CmeError::sim_failure);
+    EXPECT_EQ(pin.change(right, "4321"), CmeError::sim_failure);
+    EXPECT_EQ(pin.set_enabled(false, right), CmeError::sim_failure);
     pin.power_cycle();
-    EXPECT_EQ(pin.verify(right), ret_sim_failure);
+    EXPECT_EQ(pin.verify(right), CmeError::sim_failure);
     expect_counters(0, 0);
 }
 
 TEST_F(Card, WrongPuksKillAnOpenCardToo)
 {
     pin.verify(right);
-    for (int i = 0; i < Pin::most_puk_tries; ++i)
+    for (int i = 0; i < Pin::max_puk_attempts; ++i)
         pin.unblock(wrong_puk, right);
-    EXPECT_TRUE(pin.dead());
-    EXPECT_FALSE(pin.open());
-    EXPECT_EQ(pin.verify(right), ret_sim_failure);
+    EXPECT_TRUE(pin.permanently_blocked());
+    EXPECT_FALSE(pin.unlocked());
+    EXPECT_EQ(pin.verify(right), CmeError::sim_failure);
 }
 
 TEST_F(Card, MalformedCodesCostNoTry)
 {
     for (const char *code : {"", "123", "123456789", "12a4", "12 4", "-123", "١٢٣٤"}) {
-        EXPECT_EQ(pin.verify(code), ret_incorrect_parameters) << code;
-        EXPECT_EQ(pin.change(code, right), ret_incorrect_parameters) << code;
-        EXPECT_EQ(pin.change(right, code), ret_incorrect_parameters) << code;
-        EXPECT_EQ(pin.set_enabled(false, code), ret_incorrect_parameters) << code;
-        EXPECT_EQ(pin.unblock(puk, code), ret_incorrect_parameters) << code;
+        EXPECT_EQ(pin.verify(code), CmeError::incorrect_parameters) << code;
+        EXPECT_EQ(pin.change(code, right), CmeError::incorrect_parameters) << code;
+        EXPECT_EQ(pin.change(right, code), CmeError::incorrect_parameters) << code;
+        EXPECT_EQ(pin.set_enabled(false, code), CmeError::incorrect_parameters) << code;
+        EXPECT_EQ(pin.unblock(puk, code), CmeError::incorrect_parameters) << code;
     }
     for (const char *code : {"", "1234567", "123456789", "1234567x"})
-        EXPECT_EQ(pin.unblock(code, right), ret_incorrect_parameters) << code;
+        EXPECT_EQ(pin.unblock(code, right), CmeError::incorrect_parameters) << code;
     expect_counters(3, 10);
-    EXPECT_FALSE(pin.open());
+    EXPECT_FALSE(pin.unlocked());
 }
 
 TEST_F(Card, AChangeNeedsTheOldPin)
 {
-    EXPECT_EQ(pin.change(wrong, "4321"), ret_incorrect_password);
+    EXPECT_EQ(pin.change(wrong, "4321"), CmeError::incorrect_password);
     expect_counters(2, 10);
-    EXPECT_EQ(pin.change(right, "87654321"), ret_ok);
+    EXPECT_EQ(pin.change(right, "87654321"), CmeError::ok);
     expect_counters(3, 10);
     pin.power_cycle();
-    EXPECT_EQ(pin.verify(right), ret_incorrect_password);
-    EXPECT_EQ(pin.verify("87654321"), ret_ok);
+    EXPECT_EQ(pin.verify(right), CmeError::incorrect_password);
+    EXPECT_EQ(pin.verify("87654321"), CmeError::ok);
 }
 
 TEST_F(Card, ThirdWrongOldPinBlocks)
 {
     pin.change(wrong, "4321");
     pin.change(wrong, "4321");
-    EXPECT_EQ(pin.change(wrong, "4321"), ret_sim_puk_required);
-    EXPECT_TRUE(pin.blocked());
+    EXPECT_EQ(pin.change(wrong, "4321"), CmeError::sim_puk_required);
+    EXPECT_TRUE(pin.puk_required());
 }
 
 TEST_F(Card, PinModeNeedsThePin)
 {
     pin.verify(right);
-    EXPECT_EQ(pin.set_enabled(false, wrong), ret_incorrect_password);
+    EXPECT_EQ(pin.set_enabled(false, wrong), CmeError::incorrect_password);
     expect_counters(2, 10);
     EXPECT_TRUE(pin.enabled());
-    EXPECT_EQ(pin.set_enabled(false, right), ret_ok);
+    EXPECT_EQ(pin.set_enabled(false, right), CmeError::ok);
     expect_counters(3, 10);
     EXPECT_FALSE(pin.enabled());
 
-    EXPECT_EQ(pin.set_enabled(true, wrong), ret_incorrect_password);
-    EXPECT_EQ(pin.set_enabled(true, right), ret_ok);
+    EXPECT_EQ(pin.set_enabled(true, wrong), CmeError::incorrect_password);
+    EXPECT_EQ(pin.set_enabled(true, right), CmeError::ok);
     EXPECT_TRUE(pin.enabled());
-    EXPECT_TRUE(pin.open());
+    EXPECT_TRUE(pin.unlocked());
 }
 
 TEST_F(Card, AModeThatIsSetAlreadyCostsNothing)
 {
-    EXPECT_EQ(pin.set_enabled(true, wrong), ret_not_allowed);
+    EXPECT_EQ(pin.set_enabled(true, wrong), CmeError::not_allowed);
     pin.verify(right);
     pin.set_enabled(false, right);
-    EXPECT_EQ(pin.set_enabled(false, wrong), ret_not_allowed);
+    EXPECT_EQ(pin.set_enabled(false, wrong), CmeError::not_allowed);
     expect_counters(3, 10);
 }
 
@@ -228,8 +229,8 @@ TEST_F(Card, WithoutPinModeThereIsNothingToVerifyOrChange)
 {
     pin.verify(right);
     pin.set_enabled(false, right);
-    EXPECT_EQ(pin.verify(right), ret_not_allowed);
-    EXPECT_EQ(pin.change(right, "4321"), ret_not_allowed);
+    EXPECT_EQ(pin.verify(right), CmeError::not_allowed);
+    EXPECT_EQ(pin.change(right, "4321"), CmeError::not_allowed);
     expect_counters(3, 10);
 }
 
@@ -239,8 +240,8 @@ TEST_F(Card, SwitchingOnWithWrongPinsBlocksACardThatWasOpen)
     pin.set_enabled(false, right);
     for (int i = 0; i < 3; ++i)
         pin.set_enabled(true, wrong);
-    EXPECT_TRUE(pin.blocked());
-    EXPECT_FALSE(pin.open());
+    EXPECT_TRUE(pin.puk_required());
+    EXPECT_FALSE(pin.unlocked());
 }
 
 TEST_F(Card, APowerCycleLocksAndForgivesNothing)
@@ -248,7 +249,7 @@ TEST_F(Card, APowerCycleLocksAndForgivesNothing)
     pin.verify(right);
     pin.verify(wrong);
     card.power_cycle();
-    EXPECT_FALSE(pin.open());
+    EXPECT_FALSE(pin.unlocked());
     expect_counters(2, 10);
 }
 
@@ -257,7 +258,7 @@ TEST_F(Card, WithoutPinModeAPowerCycleLeavesItOpen)
     pin.verify(right);
     pin.set_enabled(false, right);
     card.power_cycle();
-    EXPECT_TRUE(pin.open());
+    EXPECT_TRUE(pin.unlocked());
 }
 
 constexpr const char *key = NetworkLock::control_key;
@@ -266,69 +267,58 @@ constexpr const char *home = "00101";
 TEST(NetworkLock, ShutsOutSimsOfOtherNetworks)
 {
     NetworkLock lock;
-    EXPECT_FALSE(lock.shuts_out(home));
-    EXPECT_EQ(lock.set("PN", "1", "00102", key, home), ret_ok);
-    EXPECT_TRUE(lock.shuts_out(home));
-    EXPECT_EQ(lock.set("PN", "1", "", key, home), ret_ok);
-    EXPECT_FALSE(lock.shuts_out(home));
-    EXPECT_EQ(lock.set("PN", "1", "999700", key, home), ret_ok);
-    EXPECT_EQ(lock.unlock(key), ret_ok);
-    EXPECT_FALSE(lock.shuts_out(home));
-    EXPECT_EQ(lock.unlock(key), ret_not_allowed);
+    EXPECT_FALSE(lock.rejects(home));
+    EXPECT_EQ(lock.lock("00102", key), CmeError::ok);
+    EXPECT_TRUE(lock.rejects(home));
+    EXPECT_EQ(lock.lock(home, key), CmeError::ok);
+    EXPECT_FALSE(lock.rejects(home));
+    EXPECT_EQ(lock.lock("999700", key), CmeError::ok);
+    EXPECT_EQ(lock.unlock(key), CmeError::ok);
+    EXPECT_FALSE(lock.rejects(home));
+    EXPECT_EQ(lock.unlock(key), CmeError::not_allowed);
 }
 
-TEST(NetworkLock, ModeZeroUnlocks)
+TEST(NetworkLock, RefusesMalformedCodes)
 {
     NetworkLock lock;
-    lock.set("PN", "1", "00102", key, home);
-    EXPECT_EQ(lock.set("PN", "0", "", key, home), ret_ok);
-    EXPECT_FALSE(lock.shuts_out(home));
-}
-
-TEST(NetworkLock, RefusesWhatItDoesNotKnow)
-{
-    NetworkLock lock;
-    EXPECT_EQ(lock.set("PP", "1", "00102", key, home), ret_not_supported);
-    EXPECT_EQ(lock.set("", "1", "00102", key, home), ret_not_supported);
-    EXPECT_EQ(lock.set("PN", "2", "00102", key, home), ret_incorrect_parameters);
-    EXPECT_EQ(lock.set("PN", "", "00102", key, home), ret_incorrect_parameters);
-    EXPECT_EQ(lock.set("PN", "1", "0010", key, home), ret_incorrect_parameters);
-    EXPECT_EQ(lock.set("PN", "1", "0010203", key, home), ret_incorrect_parameters);
-    EXPECT_EQ(lock.set("PN", "1", "00102", "1122334", home), ret_incorrect_parameters);
-    EXPECT_EQ(lock.tries(), 10);
-    EXPECT_FALSE(lock.shuts_out(home));
+    for (const char *network : {"", "0010", "0010203", "0010a"})
+        EXPECT_EQ(lock.lock(network, key), CmeError::incorrect_parameters) << network;
+    EXPECT_EQ(lock.lock("00102", "1122334"), CmeError::incorrect_parameters);
+    EXPECT_EQ(lock.attempts(), 10);
+    EXPECT_FALSE(lock.rejects(home));
 }
 
 TEST(NetworkLock, TenWrongKeysEndIt)
 {
     NetworkLock lock;
-    lock.set("PN", "1", "00102", key, home);
+    lock.lock("00102", key);
     for (int left = 9; left >= 0; --left) {
-        EXPECT_EQ(lock.unlock("00000000"), ret_incorrect_password);
-        EXPECT_EQ(lock.tries(), left);
+        EXPECT_EQ(lock.unlock("00000000"), CmeError::incorrect_password);
+        EXPECT_EQ(lock.attempts(), left);
     }
-    EXPECT_EQ(lock.unlock(key), ret_not_allowed);
-    EXPECT_EQ(lock.set("PN", "1", "", key, home), ret_not_allowed);
-    EXPECT_TRUE(lock.shuts_out(home));
+    EXPECT_EQ(lock.unlock(key), CmeError::not_allowed);
+    EXPECT_EQ(lock.lock(home, key), CmeError::not_allowed);
+    EXPECT_TRUE(lock.rejects(home));
 }
 
 TEST(NetworkLock, TheRightKeyGivesAllTriesBack)
 {
     NetworkLock lock;
-    EXPECT_EQ(lock.set("PN", "1", "00102", "00000000", home), ret_incorrect_password);
-    EXPECT_EQ(lock.tries(), 9);
-    EXPECT_EQ(lock.set("PN", "1", "00102", key, home), ret_ok);
-    EXPECT_EQ(lock.tries(), 10);
+    EXPECT_EQ(lock.lock("00102", "00000000"), CmeError::incorrect_password);
+    EXPECT_EQ(lock.attempts(), 9);
+    EXPECT_EQ(lock.lock("00102", key), CmeError::ok);
+    EXPECT_EQ(lock.attempts(), 10);
 }
 
-TEST(RetCodes, CanNotBeMistakenForTheLibrarysResults)
+TEST(CmeErrors, CanNotBeMistakenForTheLibrarysResults)
 {
-    for (const RetCodeText &entry : ret_codes) {
-        EXPECT_TRUE(entry.code == ret_ok || entry.code >= 10) << entry.name;
-        EXPECT_EQ(find_ret_code(entry.code), &entry) << "number used twice";
-        EXPECT_STRNE(entry.text, "");
+    for (const CmeErrorText &row : cme_errors) {
+        const int number = static_cast<int>(row.error);
+        EXPECT_TRUE(row.error == CmeError::ok || number >= 10) << row.name;
+        EXPECT_EQ(find_cme_error(number), &row) << "number used twice";
+        EXPECT_STRNE(row.text, "");
     }
-    EXPECT_EQ(find_ret_code(1), nullptr);
+    EXPECT_EQ(find_cme_error(1), nullptr);
 }
 
 } // namespace
