@@ -23,8 +23,9 @@ class Lane
 {
 public:
     using Serve = std::function<void(const AtJob &job)>;
-    static constexpr std::size_t max_waiting =
-        64; // callers that don't wait must not fill the memory
+
+    // A limit, so that a process that sends without waiting for replies can't fill the memory.
+    static constexpr std::size_t max_waiting = 64;
 
     explicit Lane(Serve serve);
 

@@ -25,8 +25,8 @@ public:
     virtual ModemStatus status() const = 0;
     virtual CmeError refresh(StatusPart part) = 0;
 
-    // `changed` is called after any change, from any thread, and may call status(). An empty
-    // function ends that; when watch() returns, the previous function is not running any more.
+    // `changed` is called after any change, from any thread; it may call status(), but no verb. An
+    // empty function ends that; when watch() returns, the previous function is not running.
     virtual void watch(std::function<void()> changed) = 0;
 
     // Ends the modem's work: every verb in progress returns soon, and no new one begins. A verb

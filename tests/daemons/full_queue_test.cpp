@@ -1,0 +1,55 @@
+// A reply queue that its callers don't empty: the daemons go on, without the replies that found no
+// room.
+#include "tests/support/qmi_server.h"
+
+namespace
+{
+
+using FullQueue = QmiServer;
+
+// Replies that no caller waits for, as killed callers leave them.
+template <class Record>
+void fill(int queue, Record record, std::size_t payload)
+{
+    while (msgsnd(queue, &record, payload, IPC_NOWAIT) == 0) {}
+}
+
+void fill_at(int queue)
+{
+    cmif_msg record{};
+    record.mod_id = 99;
+    fill(queue, record, CMIF_AT_PAYLOAD);
+}
+
+bool contains(const std::string &text, const std::string &part)
+{
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(FullQueue, DoesNotStopTheAtDaemon)
+{
+    start();
+    fill_at(AtServer::replies());
+    AtServer::send(record_of(4, {}));
+    AtServer::send(record_of(12, {"1234"}));
+    EXPECT_TRUE(eventually_equals("lte_sim_status", "READY"));
+    msgctl(AtServer::replies(), IPC_RMID, nullptr);
+    EXPECT_EQ(ask(4), answer::ok);
+    EXPECT_TRUE(
+        contains(server->errors(), "reply to request 4 dropped: message queue 900 is full\n"))
+        << server->errors();
+}
+
+TEST_F(FullQueue, DoesNotStopTheQmiDaemon)
+{
+    start();
+    fill(replies(), qmi_msg{99, ""}, CMIF_QMI_PAYLOAD);
+    send(6, "");
+    send(3, wire_profile("own.example"));
+    EXPECT_TRUE(eventually_equals("lte_qmi_apn", "own.example"));
+    EXPECT_TRUE(
+        contains(server->errors(), "reply to request 6 dropped: message queue 1159 is full\n"))
+        << server->errors();
+}
+
+} // namespace
