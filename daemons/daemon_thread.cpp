@@ -4,11 +4,10 @@
 
 namespace daemons
 {
-
-using namespace std::chrono_literals;
-
 namespace
 {
+
+using namespace std::chrono_literals;
 
 // Interrupts the thread's wait in the queue; the signal itself does nothing.
 constexpr int wake_up_signal = SIGUSR1;

@@ -5,13 +5,11 @@
 
 namespace simulated
 {
-
-using namespace std::chrono_literals;
-
-using daemons::PdpType;
-
 namespace
 {
+
+using namespace std::chrono_literals;
+using daemons::PdpType;
 
 constexpr auto connecting_time = 2s;
 constexpr auto disconnecting_time = 1s;

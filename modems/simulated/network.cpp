@@ -5,12 +5,10 @@
 
 namespace simulated
 {
-
-using daemons::OperatorState;
-
 namespace
 {
 
+using daemons::OperatorState;
 using namespace std::chrono_literals;
 using enum Technology;
 

@@ -4,11 +4,10 @@
 
 namespace simulated
 {
-
-using daemons::PdpType;
-
 namespace
 {
+
+using daemons::PdpType;
 
 bool is_apn(std::string_view text)
 {

@@ -31,7 +31,7 @@ TEST_F(AtDaemon, NeverAnswersTheFirmwareDownloadRequest)
 {
     start();
     send(record_of(20, {}));
-    EXPECT_EQ(ask(4), answer::ok); // served behind it
+    EXPECT_EQ(ask(4), answer::ok); // served after it
     EXPECT_EQ(reply(20, 50ms), std::nullopt);
 }
 
@@ -60,7 +60,7 @@ TEST_F(AtDaemon, RefusesMessagesOfAnotherSize)
     unlock();
 }
 
-TEST_F(AtDaemon, RefusesFieldsWithoutTheirEnd)
+TEST_F(AtDaemon, RefusesFieldsWithoutANul)
 {
     start();
     const std::string endless(30, '1');
@@ -73,7 +73,7 @@ TEST_F(AtDaemon, RefusesFieldsWithoutTheirEnd)
     EXPECT_EQ(get("lte_mobile_puk1c"), "10");
 }
 
-TEST_F(AtDaemon, LooksAtNoFieldThatIsNotTheRequests)
+TEST_F(AtDaemon, IgnoresFieldsThatTheRequestDoesNotUse)
 {
     start();
     const std::string noise(30, '\xff');
@@ -92,7 +92,7 @@ TEST_F(AtDaemon, PublishesBeforeItReplies)
     }
 }
 
-TEST_F(AtDaemon, TheStartIsAPowerCycleOfTheStore)
+TEST_F(AtDaemon, AStartPowerCyclesTheStore)
 {
     set("own_setting", "saved");
     ASSERT_EQ(tarnNvramConfig_save(), 0);
@@ -103,7 +103,7 @@ TEST_F(AtDaemon, TheStartIsAPowerCycleOfTheStore)
     EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
 }
 
-TEST_F(AtDaemon, ServesWhatWasQueuedBeforeItsStart)
+TEST_F(AtDaemon, ServesRequestsThatWereQueuedBeforeItsStart)
 {
     send(record_of(12, {"1234"}));
     start();
@@ -111,7 +111,7 @@ TEST_F(AtDaemon, ServesWhatWasQueuedBeforeItsStart)
     EXPECT_EQ(get("lte_sim_status"), "READY");
 }
 
-TEST_F(AtDaemon, FindsQueuesThatWereRemoved)
+TEST_F(AtDaemon, RecreatesQueuesThatWereRemoved)
 {
     start();
     msgctl(requests(), IPC_RMID, nullptr);
@@ -120,7 +120,7 @@ TEST_F(AtDaemon, FindsQueuesThatWereRemoved)
     EXPECT_EQ(ask(4), answer::ok);
 }
 
-// Fills the reply queue with what nobody waits for.
+// Fills the reply queue with replies that no caller waits for.
 void fill_replies(int queue)
 {
     cmif_msg record{};
@@ -138,7 +138,7 @@ TEST_F(AtDaemon, WaitsForRoomInTheReplyQueue)
     EXPECT_EQ(reply(4), answer::ok);
 }
 
-TEST_F(AtDaemon, EndsThoughTheReplyQueueIsFull)
+TEST_F(AtDaemon, EndsEvenIfTheReplyQueueIsFull)
 {
     start();
     fill_replies(replies());
@@ -175,7 +175,7 @@ TEST_P(AtDaemonEnds, InTheMiddleOfASearch)
     EXPECT_EQ(reply(24, 1ms), std::nullopt);
 }
 
-TEST_P(AtDaemonEnds, ThoughItWasStartedWithTheSignalIgnored)
+TEST_P(AtDaemonEnds, EvenIfItWasStartedWithTheSignalIgnored)
 {
     std::signal(GetParam(), SIG_IGN);
     start();
@@ -187,7 +187,7 @@ INSTANTIATE_TEST_SUITE_P(BySignal, AtDaemonEnds, testing::Values(SIGTERM, SIGINT
                              return signal.param == SIGTERM ? "Term" : "Int";
                          });
 
-TEST_F(AtDaemon, RefusesToStartTwiceAndNamesTheOther)
+TEST_F(AtDaemon, RefusesToStartTwiceAndNamesTheRunningProcess)
 {
     start();
     unlock();
@@ -200,7 +200,7 @@ TEST_F(AtDaemon, RefusesToStartTwiceAndNamesTheOther)
     EXPECT_EQ(ask(4), answer::ok);
 }
 
-TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
+TEST_F(AtDaemon, StartsAfterAKilledServer)
 {
     start();
     unlock();
@@ -213,7 +213,7 @@ TEST_F(AtDaemon, WhatAKilledServerLeavesIsNoObstacle)
     EXPECT_EQ(ask(4), answer::ok);
 }
 
-TEST_F(AtDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
+TEST_F(AtDaemon, RemovesStaleRepliesAtItsStart)
 {
     cmif_msg stale{};
     stale.mod_id = 4;
@@ -226,7 +226,7 @@ TEST_F(AtDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
     EXPECT_EQ(reply(4, 1ms), std::nullopt);
 }
 
-TEST_F(AtDaemon, SaysWhyItCanNotStart)
+TEST_F(AtDaemon, ReportsWhyItCanNotStart)
 {
     const std::filesystem::path lock = "/tmp/cmif-sim-at.lock";
     std::filesystem::remove(lock); // an earlier server's, where /tmp is shared
@@ -280,7 +280,7 @@ TEST_F(AtDaemon, PrintsEachRecordWithoutSecrets)
               "AT <- 4 shared_CMIF_get_mobilePINPUKC ret_code=0 (ok)\n");
 }
 
-TEST_F(AtDaemon, RepliesCarryNoPinBack)
+TEST_F(AtDaemon, RepliesDoNotReturnThePin)
 {
     start();
     send(record_of(12, {"1234"}));

@@ -53,7 +53,7 @@ TEST_F(AtFields, OperatorsHaveACodeAndATechnology)
     EXPECT_EQ(get("lte_operator_select_network_mode"), "1");
 }
 
-TEST_F(AtFields, TheNetworkLockKnowsOneFacilityAndTwoModes)
+TEST_F(AtFields, TheNetworkLockHasOneFacilityAndTwoModes)
 {
     EXPECT_EQ(ask(10, {"1", "00102", key, "PP"}), answer::not_supported);
     EXPECT_EQ(ask(10, {"1", "00102", key, ""}), answer::not_supported);

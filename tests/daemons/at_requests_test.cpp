@@ -1,4 +1,4 @@
-// What the simulated modem does about each request, and what it publishes.
+// How each request changes the simulated modem, and what is published.
 #include "modems/simulated/network_lock.h"
 #include "tests/support/at_server.h"
 
@@ -110,7 +110,7 @@ TEST_F(AtRequests, PinEntryUpToThePukAndBack)
     EXPECT_EQ(get("lte_network_reg_status_state"), "1");
 }
 
-TEST_F(AtRequests, ADeadCardIsShown)
+TEST_F(AtRequests, PublishesAPermanentlyBlockedCard)
 {
     start();
     for (int i = 0; i < 9; ++i)
@@ -171,7 +171,7 @@ TEST_F(AtRequests, Settings)
     EXPECT_EQ(ask(1), answer::ok);
 }
 
-TEST_F(AtRequests, QueriesMendWhatOthersWroteIntoTheStore)
+TEST_F(AtRequests, QueriesRestoreOverwrittenKeys)
 {
     start();
     set("lte_sim_pin_mode", "?");
@@ -217,7 +217,7 @@ TEST_F(AtRequests, RegistrationTakesTime)
     unlock();
     EXPECT_EQ(get("lte_network_reg_status_state"), "2");
     EXPECT_EQ(get("lte_operator_select_operator"), "");
-    EXPECT_TRUE(becomes("lte_network_reg_status_state", "1"));
+    EXPECT_TRUE(eventually_equals("lte_network_reg_status_state", "1"));
     EXPECT_EQ(get("lte_operator_select_operator"), "Test Network");
 }
 

@@ -1,4 +1,4 @@
-// What the QMI daemon does about each request, and the records that it replies with.
+// How the QMI daemon serves each request, and the records that it replies with.
 #include "modems/simulated/network_lock.h"
 #include "tests/support/qmi_server.h"
 
@@ -17,11 +17,11 @@ TEST_F(QmiDaemon, AnswersEveryRequestOfTheChannelButOne)
         EXPECT_EQ(reply(code).value_or("").size(), 312U) << code;
     }
     send(9, std::string(5, '\0'));
-    EXPECT_EQ(ask_qmi(6), 3); // served behind it
+    EXPECT_EQ(ask_qmi(6), 3); // served after it
     EXPECT_EQ(reply(9, 50ms), std::nullopt);
 }
 
-TEST_F(QmiDaemon, ThePayloadIsZeroBehindTheAnswer)
+TEST_F(QmiDaemon, ThePayloadIsZeroAfterTheAnswer)
 {
     start();
     send(3, wire_profile("own.example", "me", "secret"));
@@ -38,14 +38,14 @@ TEST_F(QmiDaemon, RefusesUnknownRequests)
         EXPECT_EQ(ask_qmi(code), answer::not_supported) << code;
 }
 
-TEST_F(QmiDaemon, ServesRequestsWithoutArgumentsWhateverTheySize)
+TEST_F(QmiDaemon, ServesRequestsWithoutArgumentsOfAnySize)
 {
     start();
     for (const unsigned size : {0U, 1U, 101U, 312U, 316U, 4000U})
         EXPECT_EQ(ask_qmi(6, std::string(size, '\xff')), 3) << size;
 }
 
-TEST_F(QmiDaemon, TellsRevisionServiceAndSim)
+TEST_F(QmiDaemon, ReportsRevisionServiceAndSim)
 {
     start();
     char revision[101] = "", service[51] = "";
@@ -64,7 +64,7 @@ TEST_F(QmiDaemon, TellsRevisionServiceAndSim)
     EXPECT_STREQ(service, "detached");
 }
 
-TEST_F(QmiDaemon, SeesTheSimOfTheAtSide)
+TEST_F(QmiDaemon, SharesTheSimWithTheAtDaemon)
 {
     start();
     EXPECT_EQ(ask_qmi(6), 3);

@@ -1,4 +1,4 @@
-// The QMI daemon: its queues, its marker, its start and its end, and what it finds saved.
+// The QMI daemon: its queues, its marker, start and end, and the settings that it finds saved.
 #include "tests/support/files.h"
 #include "tests/support/qmi_server.h"
 
@@ -18,7 +18,7 @@ bool ready()
 
 // ---- queues ----
 
-TEST_F(QmiDaemon, FindsQueuesThatWereRemoved)
+TEST_F(QmiDaemon, RecreatesQueuesThatWereRemoved)
 {
     start();
     msgctl(requests(), IPC_RMID, nullptr);
@@ -27,7 +27,7 @@ TEST_F(QmiDaemon, FindsQueuesThatWereRemoved)
     EXPECT_EQ(ask_qmi(6), 3);
 }
 
-TEST_F(QmiDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
+TEST_F(QmiDaemon, RemovesStaleRepliesAtItsStart)
 {
     const struct {
         long type;
@@ -38,21 +38,21 @@ TEST_F(QmiDaemon, TakesAwayRepliesThatNobodyWaitsForAnyMore)
     EXPECT_EQ(ask_qmi(6), 3);
 }
 
-TEST_F(QmiDaemon, ServesWhatWasQueuedBeforeItsStart)
+TEST_F(QmiDaemon, ServesRequestsThatWereQueuedBeforeItsStart)
 {
     send(6, std::string(5, '\0'));
     start();
     EXPECT_NE(reply(6), std::nullopt);
 }
 
-// Fills the reply queue with what nobody waits for.
+// Fills the reply queue with replies that no caller waits for.
 void fill_replies(int queue)
 {
     const qmi_msg record{99, ""};
     while (msgsnd(queue, &record, CMIF_QMI_PAYLOAD, IPC_NOWAIT) == 0) {}
 }
 
-TEST_F(QmiDaemon, WaitsForRoomInTheReplyQueueAndTheAtSideGoesOn)
+TEST_F(QmiDaemon, WaitsForRoomInTheReplyQueueWhileTheAtDaemonContinues)
 {
     start();
     fill_replies(replies());
@@ -63,7 +63,7 @@ TEST_F(QmiDaemon, WaitsForRoomInTheReplyQueueAndTheAtSideGoesOn)
     EXPECT_NE(reply(6), std::nullopt);
 }
 
-TEST_F(QmiDaemon, EndsThoughTheReplyQueueIsFull)
+TEST_F(QmiDaemon, EndsEvenIfTheReplyQueueIsFull)
 {
     start();
     fill_replies(replies());
@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(BySignal, QmiDaemonEnds, testing::Values(SIGTERM, SIGIN
                              return signal.param == SIGTERM ? "Term" : "Int";
                          });
 
-TEST_F(QmiDaemon, TheMarkerIsForEverybodyToReadAndAloneInItsPlace)
+TEST_F(QmiDaemon, TheMarkerIsWorldReadableAndLeavesNoTemporaryFile)
 {
     start();
     EXPECT_TRUE(ready());
@@ -110,11 +110,11 @@ TEST_F(QmiDaemon, TheMarkerIsForEverybodyToReadAndAloneInItsPlace)
     }
 }
 
-TEST_F(QmiDaemon, WhatAKilledServerLeavesIsNoObstacle)
+TEST_F(QmiDaemon, StartsAfterAKilledServer)
 {
     start();
     EXPECT_EQ(server->end(SIGKILL), 128 + SIGKILL);
-    EXPECT_TRUE(ready()); // nobody could take it away
+    EXPECT_TRUE(ready()); // a killed daemon can not remove it
     start();
     EXPECT_TRUE(ready());
     EXPECT_EQ(ask_qmi(6), 3);
@@ -122,7 +122,7 @@ TEST_F(QmiDaemon, WhatAKilledServerLeavesIsNoObstacle)
     EXPECT_FALSE(file_exists(CMIF_QMI_READY_FILE));
 }
 
-TEST_F(QmiDaemon, RefusesToStartTwiceAndKeepsTheOthersMarker)
+TEST_F(QmiDaemon, RefusesToStartTwiceAndKeepsTheRunningDaemonsMarker)
 {
     start();
     cmif_sim::ServerOptions options = both();
@@ -144,7 +144,7 @@ TEST_F(QmiDaemon, DoesNotStartWithoutItsMarker)
     EXPECT_NE(refused.errors().find(CMIF_QMI_READY_FILE), std::string::npos);
 }
 
-TEST_F(QmiDaemon, RunsWithoutTheAtDaemonAndTheOtherWayRound)
+TEST_F(QmiDaemon, EachDaemonRunsWithoutTheOther)
 {
     cmif_sim::ServerOptions options = both();
     options.at = false;
@@ -167,7 +167,7 @@ TEST_F(QmiDaemon, KeepsASavedProfile)
     ASSERT_EQ(ask_qmi(3, wire_profile("own.example", "me", "secret", "231")), answer::ok);
     open();
     ASSERT_EQ(ask_qmi(4), answer::ok);
-    ASSERT_TRUE(becomes("lte_qmi_connection_status", "3"));
+    ASSERT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     ASSERT_EQ(tarnNvramConfig_save(), 0);
     set_profile("never.saved");
     restart();
@@ -181,7 +181,7 @@ TEST_F(QmiDaemon, KeepsASavedProfile)
     EXPECT_EQ(get("lte_ipv4_address"), "");
     open();
     EXPECT_EQ(ask_qmi(4), answer::ok);
-    EXPECT_TRUE(becomes("lte_pdp_apn", "own.example"));
+    EXPECT_TRUE(eventually_equals("lte_pdp_apn", "own.example"));
 }
 
 TEST_F(QmiDaemon, ForgetsAProfileThatWasNotSaved)
@@ -193,7 +193,7 @@ TEST_F(QmiDaemon, ForgetsAProfileThatWasNotSaved)
     EXPECT_EQ(get("lte_qmi_auth"), "0");
 }
 
-TEST_F(QmiDaemon, TakesSavedValuesOutOfRangeAsUnset)
+TEST_F(QmiDaemon, TreatsSavedValuesOutOfRangeAsUnset)
 {
     set("lte_qmi_apn", std::string(41, 'a'));
     set("lte_qmi_user", std::string(129, 'u'));
@@ -207,7 +207,7 @@ TEST_F(QmiDaemon, TakesSavedValuesOutOfRangeAsUnset)
     EXPECT_EQ(get("lte_qmi_auth") + get("lte_qmi_pdp") + get("lte_qmi_cur_ip_family"), "000");
 }
 
-TEST_F(QmiDaemon, LeavesWaitTimesThatSomebodyChose)
+TEST_F(QmiDaemon, KeepsConfiguredWaitTimes)
 {
     set("lte_qmi_wait_time_after_restart", "30");
     ASSERT_EQ(tarnNvramConfig_save(), 0);

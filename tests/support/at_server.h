@@ -1,4 +1,4 @@
-// A simulated modem for a test: a server in a process of its own, the real queues, a fresh store.
+// A simulated modem for a test: a server in its own process, the real queues, a fresh store.
 #ifndef TESTS_SUPPORT_AT_SERVER_H
 #define TESTS_SUPPORT_AT_SERVER_H
 
@@ -121,7 +121,7 @@ protected:
     }
     static void unlock() { ASSERT_EQ(ask(12, {"1234"}), 0); }
 
-    static bool becomes(const std::string &key, const std::string &value)
+    static bool eventually_equals(const std::string &key, const std::string &value)
     {
         for (int i = 0; i < 5000; ++i) {
             if (get(key) == value)

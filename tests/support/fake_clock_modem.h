@@ -1,4 +1,4 @@
-// The whole modem in a time of its own, with a locked SIM until a test unlocks it.
+// The whole modem on a fake clock, with a locked SIM until a test unlocks it.
 #ifndef TESTS_SUPPORT_FAKE_CLOCK_MODEM_H
 #define TESTS_SUPPORT_FAKE_CLOCK_MODEM_H
 

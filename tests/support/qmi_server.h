@@ -78,14 +78,14 @@ protected:
     static void open()
     {
         unlock();
-        ASSERT_TRUE(becomes("lte_network_reg_status_state", "1"));
+        ASSERT_TRUE(eventually_equals("lte_network_reg_status_state", "1"));
     }
     static void connect()
     {
         set_profile("internet.example");
         open();
         ASSERT_EQ(ask_qmi(4), answer::ok);
-        ASSERT_TRUE(becomes("lte_qmi_connection_status", "3"));
+        ASSERT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     }
 
 private:

@@ -1,4 +1,4 @@
-// The data connection in a time of its own: states, delays, uptime, addresses, and why it ends.
+// The data connection on a fake clock: states, delays, uptime, addresses, and why it ends.
 #include "modems/simulated/connection.h"
 
 #include <gtest/gtest.h>
@@ -81,7 +81,7 @@ TEST_F(FakeClockConnection, CountsTheSecondsThatItIsUp)
     EXPECT_EQ(connection.uptime(), 0s);
 }
 
-TEST_F(FakeClockConnection, ThePaceScalesTheWayAndNotTheUptime)
+TEST_F(FakeClockConnection, TheTimeScaleAppliesToTransitionsAndNotToUptime)
 {
     connection = Connection(TimeScale(0.5));
     connection.modify({"one.example", "", ""}, now);
@@ -127,7 +127,7 @@ TEST_F(FakeClockConnection, ASecondStartOrStopChangesNothing)
     EXPECT_EQ(connection.state(), State::disconnected);
 }
 
-TEST_F(FakeClockConnection, TurnsRoundOnTheWay)
+TEST_F(FakeClockConnection, ReversesDirectionDuringATransition)
 {
     connection.start(CmeError::ok, now);
     pass(1s);
@@ -143,7 +143,7 @@ TEST_F(FakeClockConnection, TurnsRoundOnTheWay)
     EXPECT_EQ(connection.state(), State::connected);
 }
 
-TEST_F(FakeClockConnection, ARefusedStartSaysWhy)
+TEST_F(FakeClockConnection, ARefusedStartReportsWhy)
 {
     EXPECT_EQ(connection.start(CmeError::sim_pin_required, now), CmeError::sim_pin_required);
     EXPECT_EQ(connection.state(), State::disconnected);
@@ -163,7 +163,7 @@ TEST_F(FakeClockConnection, NeedsAnAccessPointName)
     EXPECT_EQ(connection.last_error(), CmeError::ok);
 }
 
-TEST_F(FakeClockConnection, EndsAtOnceWithTheService)
+TEST_F(FakeClockConnection, DropsAtOnceWithTheService)
 {
     connect();
     refusal = CmeError::no_network_service;
@@ -179,7 +179,7 @@ TEST_F(FakeClockConnection, EndsAtOnceWithTheService)
     EXPECT_EQ(connection.last_error(), CmeError::no_network_service);
 }
 
-TEST_F(FakeClockConnection, EndsOnItsWayUpAsWell)
+TEST_F(FakeClockConnection, DropsWhileConnectingToo)
 {
     connection.start(CmeError::ok, now);
     refusal = CmeError::sim_failure;
@@ -189,7 +189,7 @@ TEST_F(FakeClockConnection, EndsOnItsWayUpAsWell)
     EXPECT_EQ(connection.last_apn(), "");
 }
 
-TEST_F(FakeClockConnection, OneThatWasToEndEndsWithoutAnError)
+TEST_F(FakeClockConnection, ADropWhileDisconnectingIsNotAnError)
 {
     connect();
     connection.stop(now);
@@ -199,7 +199,7 @@ TEST_F(FakeClockConnection, OneThatWasToEndEndsWithoutAnError)
     EXPECT_EQ(connection.last_error(), CmeError::ok);
 }
 
-TEST_F(FakeClockConnection, ANewProfileMakesItAnew)
+TEST_F(FakeClockConnection, ANewProfileReconnects)
 {
     connect();
     pass(5s);
@@ -269,7 +269,7 @@ TEST_F(FakeClockConnection, AddressesStayInTheirRanges)
     EXPECT_EQ(connection.ipv6_address(), "2001:db8:0:12c::1");
 }
 
-TEST_F(FakeClockConnection, StartsByItselfOnceWhenItCan)
+TEST_F(FakeClockConnection, AutoConnectsOnceWhenPossible)
 {
     connection.start_when_possible();
     refusal = CmeError::sim_pin_required;
@@ -286,7 +286,7 @@ TEST_F(FakeClockConnection, StartsByItselfOnceWhenItCan)
     EXPECT_EQ(connection.state(), State::disconnected);
 }
 
-TEST_F(FakeClockConnection, AStopCallsTheStartByItselfOff)
+TEST_F(FakeClockConnection, AStopCancelsThePendingAutoConnect)
 {
     connection.start_when_possible();
     connection.stop(now);

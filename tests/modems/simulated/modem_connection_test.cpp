@@ -1,4 +1,4 @@
-// The data connection of the whole modem: what stands in its way, and what it is lost with.
+// The data connection of the whole modem: what prevents it, and what ends it.
 #include "tests/support/fake_clock_modem.h"
 
 namespace
@@ -21,7 +21,7 @@ protected:
         pass(2s);
         ASSERT_TRUE(modem.connection.connected());
     }
-    void expect_lost(CmeError reason)
+    void expect_dropped(CmeError reason)
     {
         pass(0s);
         EXPECT_EQ(modem.connection.state(), State::disconnected);
@@ -30,7 +30,7 @@ protected:
     }
 };
 
-TEST_F(ModemWithData, RefusesItForTheFirstHindrance)
+TEST_F(ModemWithData, RefusesForTheFirstReasonFound)
 {
     pass(0s);
     EXPECT_EQ(modem.data_refusal(), CmeError::sim_pin_required);
@@ -46,33 +46,33 @@ TEST_F(ModemWithData, RefusesItForTheFirstHindrance)
     EXPECT_FALSE(modem.attached());
 }
 
-TEST_F(ModemWithData, LosesItWithTheRadio)
+TEST_F(ModemWithData, DropsWithTheRadio)
 {
     connect();
     modem.set_functionality(4);
-    expect_lost(CmeError::not_allowed);
+    expect_dropped(CmeError::not_allowed);
 }
 
-TEST_F(ModemWithData, LosesItWithTheCell)
+TEST_F(ModemWithData, DropsWithTheCell)
 {
     connect();
     modem.network.select("00102", {});
-    expect_lost(CmeError::no_network_service);
+    expect_dropped(CmeError::no_network_service);
 }
 
-TEST_F(ModemWithData, LosesItWithThePacketDomain)
+TEST_F(ModemWithData, DropsWithThePacketDomain)
 {
     connect();
     modem.packet_domain = false;
-    expect_lost(CmeError::not_allowed);
+    expect_dropped(CmeError::not_allowed);
 }
 
-TEST_F(ModemWithData, LosesItWithTheCard)
+TEST_F(ModemWithData, DropsWithTheCard)
 {
     connect();
     for (int i = 0; i < 3; ++i)
         modem.sim.pin1.verify("0000");
-    expect_lost(CmeError::sim_puk_required);
+    expect_dropped(CmeError::sim_puk_required);
 }
 
 TEST_F(ModemWithData, ThePdpContextIsTheConnectionsWhileItIsUp)

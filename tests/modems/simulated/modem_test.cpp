@@ -1,4 +1,4 @@
-// Messages, profiles, and what holds between the parts of the simulated modem.
+// Messages, profiles, and the rules that tie the parts of the simulated modem together.
 #include "modems/simulated/profiles.h"
 #include "tests/support/fake_clock_modem.h"
 
@@ -18,7 +18,7 @@ int unread(const Messages &messages)
                                           [](const Message &m) { return m.unread; }));
 }
 
-TEST(Messages, HoldWhatReadersFindHard)
+TEST(Messages, IncludeHardCasesForReaders)
 {
     const Messages messages;
     const auto has = [&](auto what) {
@@ -33,7 +33,7 @@ TEST(Messages, HoldWhatReadersFindHard)
     EXPECT_EQ(unread(messages), 3);
 }
 
-TEST(Messages, OneGoesByItsIndex)
+TEST(Messages, OneIsDeletedByItsIndex)
 {
     Messages messages;
     EXPECT_EQ(messages.remove(5, DeleteFlag::one), CmeError::ok);
@@ -82,7 +82,7 @@ TEST(Profiles, TheDataProfileIsPublished)
     EXPECT_EQ(profiles.published().type, PdpType::ipv6);
 }
 
-TEST(Profiles, RefuseWhatNoModemTakes)
+TEST(Profiles, RefuseInvalidNumbersAndNames)
 {
     Profiles profiles;
     for (const int number : {0, 17, -1})
@@ -115,7 +115,7 @@ TEST_F(FakeClockModem, ALockedSimGetsNoService)
     EXPECT_EQ(modem.refusal(Needs::radio), CmeError::sim_pin_required);
 }
 
-TEST_F(FakeClockModem, AnOpenSimRegisters)
+TEST_F(FakeClockModem, AnUnlockedSimRegisters)
 {
     modem.sim.pin1.verify("1234");
     pass(0s);
@@ -204,7 +204,7 @@ TEST_F(FakeClockModem, ASessionBringsTheOperatorsProfile)
     EXPECT_EQ(modem.start_device_management(now), CmeError::ok);
 }
 
-TEST_F(FakeClockModem, ASessionBreaksOffWithTheNetwork)
+TEST_F(FakeClockModem, ASessionIsAbandonedWithTheNetwork)
 {
     unlock();
     modem.start_device_management(now);
@@ -243,7 +243,7 @@ TEST_F(FakeClockModem, AFactoryResetGivesTheDefaultModemAndLocks)
     EXPECT_EQ(modem.last_apn, "");
 }
 
-TEST_F(FakeClockModem, AFactoryResetIsNoWayAroundTheCard)
+TEST_F(FakeClockModem, AFactoryResetDoesNotBypassTheCard)
 {
     unlock();
     modem.sim.pin1.change("1234", "4321");

@@ -15,7 +15,7 @@ using namespace std::chrono_literals;
 
 constexpr const char *home = SimCard::home_network;
 
-// The network in a time that passes only when a test says so.
+// The network on a clock that a test moves.
 class FakeClockNetwork : public testing::Test
 {
 protected:
@@ -65,7 +65,7 @@ TEST_F(FakeClockNetwork, RegistersAtHomeAfterAWhile)
     EXPECT_EQ(network.next_deadline(), std::nullopt);
 }
 
-TEST_F(FakeClockNetwork, WithoutPaceRegistersAtOnce)
+TEST_F(FakeClockNetwork, WithATimeScaleOfZeroRegistersAtOnce)
 {
     network = Network(TimeScale(0), home);
     update();
@@ -193,7 +193,7 @@ TEST_F(FakeClockNetwork, ListsAllOperators)
     EXPECT_LT(list.size(), 1024U); // what a reader can take
 }
 
-// Entry by entry through one buffer that nobody clears, as the reader does it.
+// Entry by entry through one buffer that is not cleared, as the reader does it.
 TEST_F(FakeClockNetwork, NoEntryIsShorterThanTheOneBeforeIt)
 {
     settle();
@@ -224,7 +224,7 @@ TEST(SignalLevel, IsTheSameForTheSameSeed)
     EXPECT_TRUE(differs);
 }
 
-TEST(SignalLevel, WandersSlowlyAroundTheMean)
+TEST(SignalLevel, DriftsSlowlyAroundTheMean)
 {
     Network network(TimeScale(0), home);
     network.update(true, {});

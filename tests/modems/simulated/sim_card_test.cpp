@@ -34,7 +34,7 @@ protected:
     Pin &pin = card.pin1;
 };
 
-TEST_F(Card, StartsLockedWithAllTries)
+TEST_F(Card, StartsLockedWithAllAttempts)
 {
     for (const Pin *one : {&card.pin1, &card.pin2}) {
         EXPECT_TRUE(one->enabled());
@@ -44,14 +44,14 @@ TEST_F(Card, StartsLockedWithAllTries)
     }
 }
 
-TEST_F(Card, TheRightPinOpens)
+TEST_F(Card, TheRightPinUnlocks)
 {
     EXPECT_EQ(pin.verify(right), CmeError::ok);
     EXPECT_TRUE(pin.unlocked());
     expect_counters(3, 10);
 }
 
-TEST_F(Card, TheSecondPinIsOfItsOwn)
+TEST_F(Card, TheSecondPinIsIndependent)
 {
     EXPECT_EQ(card.pin2.verify(right), CmeError::incorrect_password);
     EXPECT_EQ(card.pin2.verify("5678"), CmeError::ok);
@@ -62,7 +62,7 @@ TEST_F(Card, TheSecondPinIsOfItsOwn)
     expect_counters(3, 10);
 }
 
-TEST_F(Card, AWrongPinCostsATryAndTheRightOneGivesAllBack)
+TEST_F(Card, AWrongPinUsesUpAnAttemptAndTheRightOneRestoresAll)
 {
     EXPECT_EQ(pin.verify(wrong), CmeError::incorrect_password);
     expect_counters(2, 10);
@@ -101,14 +101,14 @@ TEST_F(Card, VerifyingAgainIsFineAndStillCounts)
     EXPECT_TRUE(pin.unlocked());
 }
 
-TEST_F(Card, BlockingTakesBackWhatWasOpen)
+TEST_F(Card, BlockingLocksTheCardAgain)
 {
     ASSERT_EQ(pin.verify(right), CmeError::ok);
     block();
     EXPECT_FALSE(pin.unlocked());
 }
 
-TEST_F(Card, ThePukUnblocksAndGivesAllTriesBack)
+TEST_F(Card, ThePukUnblocksAndRestoresAllAttempts)
 {
     block();
     ASSERT_EQ(pin.unblock(wrong_puk, "4321"), CmeError::incorrect_password);
@@ -137,7 +137,7 @@ TEST_F(Card, ThePukSwitchesThePinOnAgain)
     EXPECT_TRUE(pin.enabled());
 }
 
-TEST_F(Card, TheTenthWrongPukKillsTheCard)
+TEST_F(Card, TheTenthWrongPukBlocksPermanently)
 {
     block();
     for (int left = 9; left > 0; --left) {
@@ -156,7 +156,7 @@ TEST_F(Card, TheTenthWrongPukKillsTheCard)
     expect_counters(0, 0);
 }
 
-TEST_F(Card, WrongPuksKillAnOpenCardToo)
+TEST_F(Card, WrongPuksBlockAnUnlockedCardToo)
 {
     pin.verify(right);
     for (int i = 0; i < Pin::max_puk_attempts; ++i)
@@ -166,7 +166,7 @@ TEST_F(Card, WrongPuksKillAnOpenCardToo)
     EXPECT_EQ(pin.verify(right), CmeError::sim_failure);
 }
 
-TEST_F(Card, MalformedCodesCostNoTry)
+TEST_F(Card, MalformedCodesUseUpNoAttempt)
 {
     for (const char *code : {"", "123", "123456789", "12a4", "12 4", "-123", "١٢٣٤"}) {
         EXPECT_EQ(pin.verify(code), CmeError::incorrect_parameters) << code;
@@ -216,7 +216,7 @@ TEST_F(Card, PinModeNeedsThePin)
     EXPECT_TRUE(pin.unlocked());
 }
 
-TEST_F(Card, AModeThatIsSetAlreadyCostsNothing)
+TEST_F(Card, AModeThatIsSetAlreadyUsesUpNoAttempt)
 {
     EXPECT_EQ(pin.set_enabled(true, wrong), CmeError::not_allowed);
     pin.verify(right);
@@ -234,7 +234,7 @@ TEST_F(Card, WithoutPinModeThereIsNothingToVerifyOrChange)
     expect_counters(3, 10);
 }
 
-TEST_F(Card, SwitchingOnWithWrongPinsBlocksACardThatWasOpen)
+TEST_F(Card, EnablingWithWrongPinsBlocksAnUnlockedCard)
 {
     pin.verify(right);
     pin.set_enabled(false, right);
@@ -244,7 +244,7 @@ TEST_F(Card, SwitchingOnWithWrongPinsBlocksACardThatWasOpen)
     EXPECT_FALSE(pin.unlocked());
 }
 
-TEST_F(Card, APowerCycleLocksAndForgivesNothing)
+TEST_F(Card, APowerCycleLocksAndRestoresNoAttempt)
 {
     pin.verify(right);
     pin.verify(wrong);
@@ -253,7 +253,7 @@ TEST_F(Card, APowerCycleLocksAndForgivesNothing)
     expect_counters(2, 10);
 }
 
-TEST_F(Card, WithoutPinModeAPowerCycleLeavesItOpen)
+TEST_F(Card, WithoutPinModeAPowerCycleLeavesItUnlocked)
 {
     pin.verify(right);
     pin.set_enabled(false, right);
@@ -264,7 +264,7 @@ TEST_F(Card, WithoutPinModeAPowerCycleLeavesItOpen)
 constexpr const char *key = NetworkLock::control_key;
 constexpr const char *home = "00101";
 
-TEST(NetworkLock, ShutsOutSimsOfOtherNetworks)
+TEST(NetworkLock, RejectsSimsOfOtherNetworks)
 {
     NetworkLock lock;
     EXPECT_FALSE(lock.rejects(home));
@@ -301,7 +301,7 @@ TEST(NetworkLock, TenWrongKeysEndIt)
     EXPECT_TRUE(lock.rejects(home));
 }
 
-TEST(NetworkLock, TheRightKeyGivesAllTriesBack)
+TEST(NetworkLock, TheRightKeyRestoresAllAttempts)
 {
     NetworkLock lock;
     EXPECT_EQ(lock.lock("00102", "00000000"), CmeError::incorrect_password);
