@@ -2,7 +2,6 @@
 
 namespace simulated
 {
-
 namespace
 {
 
