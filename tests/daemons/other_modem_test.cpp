@@ -188,6 +188,22 @@ TEST_F(OtherModemTest, AChangeFromOutsideIsPublished)
     EXPECT_EQ(get("lte_query_network_rssi"), "-71");
 }
 
+TEST_F(OtherModemTest, AnOlderSnapshotNeverOverwritesANewerOne)
+{
+    const auto use_attempts = [this] {
+        for (int i = 0; i < 100; ++i)
+            modem.change([](ModemStatus &status) {
+                status.attempts.puk1 = status.attempts.puk1.value_or(0) + 1;
+            });
+    };
+    std::thread one(use_attempts), other(use_attempts);
+    for (int i = 0; i < 50; ++i)
+        EXPECT_EQ(ask(4), answer::ok);
+    one.join();
+    other.join();
+    EXPECT_EQ(get("lte_mobile_puk1c"), "200");
+}
+
 // A longer list is followed by a shorter one.
 TEST_F(OtherModemTest, PublishesAsManyMessagesAsItHas)
 {
