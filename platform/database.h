@@ -1,11 +1,10 @@
-// An LMDB file as this store uses one: opened so that a kill at any moment leaves it sound, its
-// transactions, and what is to be done about its errors.
+// An LMDB file as this store uses it: opening one so that it is sound after a process was killed at
+// any moment, transactions, and remedies for its errors.
 #ifndef PLATFORM_DATABASE_H
 #define PLATFORM_DATABASE_H
 
 #include <lmdb.h>
 #include <string>
-#include <string_view>
 
 namespace host_store
 {
@@ -16,23 +15,13 @@ struct Database {
     std::string file;
 };
 
-// Opens database.file, or makes it; LMDB's result. Only one process may be about it at a time:
-// killed halfway with another one waiting, it would leave that one a table of readers that is not
-// yet set up.
+// Opens database.file, or creates it. LMDB's result; on an error, database.lmdb is still to be
+// closed. The caller makes sure that only one process opens the file at a time: if one were killed
+// here while another waited, the other would get a reader table that is not yet set up.
 int open_database(Database &database);
 
-// True for 0; false after a complaint.
-bool succeeded(int result, const std::string &file);
-
-inline MDB_val as_val(std::string_view text)
-{
-    return {text.size(), const_cast<char *>(text.data())}; // LMDB only reads it
-}
-
-inline std::string_view as_view(const MDB_val &val)
-{
-    return {static_cast<const char *>(val.mv_data), val.mv_size};
-}
+// Whether `result` is 0; if not, reports it as an error of `file`.
+bool check(int result, const std::string &file);
 
 template <typename Work>
 int attempt(const Database &database, unsigned flags, const Work &work)
@@ -48,16 +37,16 @@ int attempt(const Database &database, unsigned flags, const Work &work)
     return result;
 }
 
-// Calls work(transaction) and commits if that is 0. Killed readers fill the table of readers and
-// keep old pages from being used again until somebody looks after them.
+// Calls work(transaction), and commits if its result is 0. Readers that were killed stay in LMDB's
+// reader table, and keep the pages that they read from being reused, until they are cleared.
 template <typename Work>
 int transact(const Database &database, unsigned flags, const Work &work)
 {
-    int result = attempt(database, flags, work);
+    const int result = attempt(database, flags, work);
     int dead = 0;
     if ((result == MDB_READERS_FULL || result == MDB_MAP_FULL) &&
         mdb_reader_check(database.lmdb, &dead) == 0 && dead > 0)
-        result = attempt(database, flags, work);
+        return attempt(database, flags, work);
     return result;
 }
 

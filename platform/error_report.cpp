@@ -7,18 +7,17 @@
 
 namespace host_store
 {
-
 namespace
 {
 
-// Keeps no lock, so that a child forked meanwhile can't inherit one that is held.
-bool first_time(const std::string &line)
+// Uses no lock: a child forked in the meantime would inherit it locked.
+bool is_new(const std::string &line)
 {
-    static constinit std::array<std::atomic<std::size_t>, 64> said{};
-    const std::size_t hash = std::hash<std::string>{}(line) | 1U; // 0 marks a free place
-    for (auto &place : said) {
+    static constinit std::array<std::atomic<std::size_t>, 64> printed{};
+    const std::size_t hash = std::hash<std::string>{}(line) | 1U; // 0 marks a free slot
+    for (auto &slot : printed) {
         std::size_t found = 0;
-        if (place.compare_exchange_strong(found, hash))
+        if (slot.compare_exchange_strong(found, hash))
             return true;
         if (found == hash)
             return false;
@@ -28,10 +27,10 @@ bool first_time(const std::string &line)
 
 } // namespace
 
-void complain(const std::string &where, const std::string &what, const std::string &remedy)
+void report_error(const std::string &where, const std::string &what, const std::string &remedy)
 {
     const std::string line = "cmif store: " + where + ": " + what + "; " + remedy + "\n";
-    if (first_time(line))
+    if (is_new(line))
         std::fputs(line.c_str(), stderr);
 }
 

@@ -1,4 +1,4 @@
-// What goes wrong is said on standard error, in a line that tells where, what and how to mend it.
+// Reports errors on standard error: one line with the place, the error and its remedy.
 #ifndef PLATFORM_ERROR_REPORT_H
 #define PLATFORM_ERROR_REPORT_H
 
@@ -7,8 +7,9 @@
 namespace host_store
 {
 
-// "cmif store: WHERE: WHAT; REMEDY", once per process however often it happens.
-void complain(const std::string &where, const std::string &what, const std::string &remedy);
+// Prints "cmif store: WHERE: WHAT; REMEDY". Each line is printed once per process, however often
+// the error occurs; after 64 different lines, further ones are printed each time.
+void report_error(const std::string &where, const std::string &what, const std::string &remedy);
 
 } // namespace host_store
 

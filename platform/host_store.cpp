@@ -1,64 +1,39 @@
 #include "host_store.h"
 
+#include "answer.h"
+#include "directory_lock.h"
 #include "error_report.h"
 #include "running_store.h"
 #include "saved_file.h"
 #include "store_directory.h"
 #include "tarn_nvram_config.h"
 
-#include <algorithm>
-#include <array>
 #include <cstring>
+#include <string>
 
 namespace
 {
 
 using namespace host_store;
 
-// The one answer of a thread. Each call spoils the last one, so that a program that keeps the
-// pointer finds out here and not on some platform.
-class Answer
-{
-public:
-    const char *spoil()
-    {
-        std::memset(text_.data(), '#', length_);
-        text_[length_] = '\0';
-        return text_.data();
-    }
-    const char *set(std::string_view value)
-    {
-        spoil();
-        const std::size_t length = std::min(value.size(), text_.size() - 1);
-        std::memcpy(text_.data(), value.data(), length);
-        text_[length] = '\0';
-        length_ = std::max<std::size_t>(length, 1); // an empty answer is spoilt as well
-        return text_.data();
-    }
-
-private:
-    std::array<char, host_store_value_limit + 1> text_{};
-    std::size_t length_ = 0;
-};
-
 constinit thread_local Answer answer;
 
 bool is_text(const char *function, const char *name, const char *text)
 {
     if (text == nullptr)
-        complain(function, std::string("the ") + name + " is a null pointer", "nothing is done");
+        report_error(function, std::string("the ") + name + " is a null pointer",
+                     "nothing is done");
     return text != nullptr;
 }
 
 bool fits(const char *function, const char *name, const char *text, std::size_t limit)
 {
-    const bool fitting = strnlen(text, limit + 1) <= limit;
-    if (!fitting) {
-        complain(function,
+    if (strnlen(text, limit + 1) <= limit)
+        return true;
+    report_error(function,
                  std::string("the ") + name + " has more than " + std::to_string(limit) + " bytes",
                  "nothing is done; shorten it");
-    }
-    return fitting;
+    return false;
 }
 
 bool is_key(const char *function, const char *key)
@@ -66,13 +41,13 @@ bool is_key(const char *function, const char *key)
     if (!is_text(function, "key", key) || !fits(function, "key", key, host_store_key_limit))
         return false;
     if (*key == '\0')
-        complain(function, "the key is empty", "nothing is done; name one");
+        report_error(function, "the key is empty", "nothing is done; give one");
     return *key != '\0';
 }
 
 } // namespace
 
-// Arguments may lie in the last answer: it is spoilt only when they have been used.
+// An argument may be the last answer itself, so it is poisoned only after the arguments were used.
 
 const char *tarnNvramConfig_get(const char *key)
 {
@@ -88,7 +63,7 @@ int tarnNvramConfig_set(const char *key, const char *value)
     const bool done = is_key(function, key) && is_text(function, "value", value) &&
                       fits(function, "value", value, host_store_value_limit) &&
                       write_value(key, value);
-    answer.spoil();
+    answer.poison();
     return done ? 0 : -1;
 }
 
@@ -98,14 +73,14 @@ int tarnNvramConfig_match(const char *key, const char *text)
     bool equal = false;
     if (is_key(function, key) && is_text(function, "text", text))
         read_value(key, [&](std::string_view value) { equal = value == text; });
-    answer.spoil();
+    answer.poison();
     return equal ? 1 : 0;
 }
 
 int tarnNvramConfig_save(void)
 {
-    answer.spoil();
-    if (!is_open()) // outside the lock, which opening takes itself
+    answer.poison();
+    if (!is_open()) // before the lock: opening takes it too
         return -1;
     const DirectoryLock directory;
     Entries entries;
@@ -114,7 +89,7 @@ int tarnNvramConfig_save(void)
 
 int host_store_power_cycle(void)
 {
-    return start_anew() ? 0 : -1;
+    return reload_saved() ? 0 : -1;
 }
 
 int host_store_list(void (*each)(const char *key, const char *value, void *context), void *context)

@@ -1,13 +1,19 @@
 /*
- * The development host's configuration store, beyond the four functions of a platform.
+ * The development host's configuration store: what it offers beyond the four functions that every
+ * platform has (tarn_nvram_config.h).
  *
  * One directory holds the store of all processes: the running configuration (a database that they
- * map) and saved.conf, what was saved (text, a key=value line each). The environment variable
- * CMIF_STORE names it; without, it is $XDG_RUNTIME_DIR/cmif-store or /tmp/cmif-store-UID, which the
- * host itself empties at a restart. A process settles on its directory at its first call.
+ * map) and saved.conf, the saved configuration (text, one key=value line for each key). The
+ * environment variable CMIF_STORE names the directory. If it is unset or empty, the directory is
+ * $XDG_RUNTIME_DIR/cmif-store or /tmp/cmif-store-UID, which the host itself empties at a restart. A
+ * process chooses its directory at its first call and keeps it.
  *
- * A key that is set to "" is removed: unset and empty read alike. Whatever fails says so in one
- * line on standard error, each line once per process.
+ * A key that is set to "" is removed: unset and empty read alike. Up to 512 threads of all
+ * processes together can use the store at a time, and it holds about 16 MiB; what exceeds either is
+ * refused.
+ *
+ * Every failure is reported on standard error: "cmif store: WHERE: WHAT; REMEDY", each message once
+ * per process. All functions may be called from any thread.
  */
 #ifndef PLATFORM_HOST_STORE_H
 #define PLATFORM_HOST_STORE_H
@@ -17,17 +23,29 @@ extern "C" {
 #endif
 
 enum {
-    host_store_key_limit = 255,    /* bytes of the longest key, its NUL not counted */
-    host_store_value_limit = 8191, /* likewise of a value */
+    host_store_key_limit = 255,    /* bytes of the longest key, without its NUL */
+    host_store_value_limit = 8191, /* bytes of the longest value, without its NUL */
 };
 
-/* The running configuration becomes what was saved, at one stroke for all processes; 0 or -1. */
+/*
+ * Replaces the running configuration by the saved one, as a restart of a router does. Atomic: other
+ * processes see the old configuration or the new one, never a mixture. Waits while another process
+ * writes. 0, or -1 with everything as it was. Lines of saved.conf that can't be read are reported
+ * and skipped; the result is still 0.
+ */
 int host_store_power_cycle(void);
 
-/* Calls `each` for every key that is set, sorted by key, as it stood at one moment; 0 or -1. */
+/*
+ * Calls `each` for every key that is set, in the order of their bytes, with its value and
+ * `context`. All values are those of one moment. The texts belong to the store and are valid during
+ * that call, in which `each` may use the store. Never blocks on writers. 0, or -1 without any call.
+ */
 int host_store_list(void (*each)(const char *key, const char *value, void *context), void *context);
 
-/* Where the store lives, for messages; it need not exist. */
+/*
+ * The absolute path of the store's directory, for messages. It need not exist: this function
+ * neither creates nor opens anything, and prints nothing. The text is valid until the process ends.
+ */
 const char *host_store_directory(void);
 
 #ifdef __cplusplus

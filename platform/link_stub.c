@@ -1,4 +1,4 @@
-/* Stands in for a platform's store while linking: nothing is ever stored. */
+/* Stands in for a platform's store when linking: it stores nothing. */
 #include "tarn_nvram_config.h"
 
 const char *tarnNvramConfig_get(const char *key)

@@ -1,8 +1,9 @@
 // The running configuration: an LMDB file that every process maps.
 //
-// Readers take no lock and see one moment each. Writers take turns under a lock that the system
-// releases when its holder is killed; what was half written is then never seen. Nothing is synced:
-// the file serves until the host restarts, and the next start makes another from what was saved.
+// Readers take no lock, and each sees the values of one moment. Writers take turns under a lock
+// that the system releases when its holder is killed; a change that was not committed is then never
+// seen. Nothing is synced: the file is used until the host restarts, and the first process of the
+// next run creates another from the saved configuration.
 #ifndef PLATFORM_RUNNING_STORE_H
 #define PLATFORM_RUNNING_STORE_H
 
@@ -14,17 +15,16 @@
 namespace host_store
 {
 
-// All of these are false after a complaint.
+// All of these return false after reporting why, and open the store if this process has not.
 
-// Opens the store, if this process has not; on a fresh start, with what was saved.
 bool is_open();
-// Shows the value, "" when unset, to `use`, for the length of that call.
+// Calls `use` with the value, "" when unset, which is valid during that call.
 bool read_value(std::string_view key, const std::function<void(std::string_view)> &use);
 bool write_value(std::string_view key, std::string_view value);
-// Everything, sorted by key.
+// All entries, sorted by key.
 bool read_all(Entries &entries);
-// Drops everything and loads what was saved, at one stroke.
-bool start_anew();
+// Replaces everything by the saved configuration, atomically.
+bool reload_saved();
 
 } // namespace host_store
 

@@ -1,21 +1,19 @@
-// What was saved, in the store's directory: saved.conf.
+// The saved configuration: saved.conf in the store's directory.
 #ifndef PLATFORM_SAVED_FILE_H
 #define PLATFORM_SAVED_FILE_H
 
 #include "saved_text.h"
-
-#include <string>
 
 namespace host_store
 {
 
 class DirectoryLock;
 
-// What the file holds; none is an empty one. What can't be read is complained of and left out.
+// What the file contains; nothing if there is none. What can't be read is reported and skipped.
 Entries load_saved();
 
-// Replaces the file at one stroke, for good. One that can't be read in full is first set aside
-// under another name. False after a complaint: the file is then as it was.
+// Replaces the file, atomically and durably. A file that can't be read completely is first kept
+// under another name. False after reporting why not: the file is then as it was.
 bool save(const DirectoryLock &directory, const Entries &entries);
 
 } // namespace host_store

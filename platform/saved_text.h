@@ -1,10 +1,10 @@
-// The text of a saved configuration, for a person to read and edit.
+// The text of a saved configuration, for people to read and edit.
 //
-// A line is key=value; the lines are sorted by key. Empty lines and those that begin with # are
-// comments, and blanks around the key and the value don't count. In both, \n, \r and \t are the
-// control characters, \\ is a backslash and \xHH any other byte: control characters, an equals sign
-// or a leading # in a key, a blank at either end. No byte is 0. A key given twice has its last
-// value.
+// Each line is key=value; the lines are sorted by key. Empty lines and lines that begin with # are
+// comments, and spaces and tabs around the key and the value are ignored. In both, \n, \r and \t
+// are the control characters, \\ is a backslash, and \xHH is any other byte: a control character,
+// an equals sign or a leading # in a key, a space at either end. A NUL is not allowed. If a key
+// occurs twice, its last value counts.
 #ifndef PLATFORM_SAVED_TEXT_H
 #define PLATFORM_SAVED_TEXT_H
 
@@ -19,8 +19,8 @@ namespace host_store
 using Entries = std::vector<std::pair<std::string, std::string>>;
 
 struct Saved {
-    Entries entries;     // everything that can be read
-    std::string trouble; // the first thing that can't, "line 7: ..."; empty when all is well
+    Entries entries;   // all that can be read
+    std::string error; // the first line that can't, "line 7: ..."; empty if there is none
 };
 
 std::string to_text(const Entries &entries);

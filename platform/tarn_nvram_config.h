@@ -1,8 +1,17 @@
 /*
  * What CMIF requires of a platform: four functions over a configuration store of strings.
  *
- * On a router they come with the firmware. On a development host the store beside this header
- * answers (see docs/embedding.md); link another library with -DCMIF_STORE_LIBRARY=PATH.
+ * On a router they come with the firmware. On a development host the store in this folder provides
+ * them (see docs/embedding.md); link another library with -DCMIF_STORE_LIBRARY=PATH.
+ *
+ * Any thread may call them at any time. What this comment says of "the host's store" is true of the
+ * store in this folder; CMIF does not depend on it.
+ *
+ * The host's store: a key has 1 to 255 bytes, a value up to 8191 (host_store.h names both). A key
+ * or text that is NULL, and a key or value outside these sizes, is refused: nothing is done. Every
+ * failure is reported on standard error, each message once per process; nothing else is printed.
+ * Reads take no lock. A set waits while another process or thread writes, for some microseconds;
+ * the first call of a process opens the store, and waits while another process opens or saves it.
  */
 #ifndef TARN_NVRAM_CONFIG_H
 #define TARN_NVRAM_CONFIG_H
@@ -11,17 +20,34 @@
 extern "C" {
 #endif
 
-/* The value of `key`: never NULL, "" when unset. Good until this thread's next call
- * of any of the four. */
+/*
+ * The value of `key`, NUL-terminated: never NULL, "" when the key is unset or can't be read.
+ *
+ * The store owns the text. It stays valid until this thread's next call of any of the four
+ * functions, which may be given it as an argument. The host's store then overwrites it with '#'.
+ */
 const char *tarnNvramConfig_get(const char *key);
 
-/* Stores `value` under `key` in the running configuration; 0 when done. CMIF ignores the result. */
+/*
+ * Sets `key` to a copy of `value` in the running configuration, which all processes share; ""
+ * unsets it. 0 when done. In the host's store -1 otherwise; the key then keeps its value. CMIF
+ * ignores the result.
+ */
 int tarnNvramConfig_set(const char *key, const char *value);
 
-/* Non-zero (any such number) when the value of `key` equals `text` byte for byte. */
+/*
+ * Non-zero (any such number; 1 in the host's store) when the value of `key` equals `text` byte for
+ * byte, 0 otherwise. An unset key equals "".
+ */
 int tarnNvramConfig_match(const char *key, const char *text);
 
-/* Commits the running configuration to storage that survives a restart; 0 when done. */
+/*
+ * Saves the running configuration to storage that survives a restart. 0 when done.
+ *
+ * The host's store replaces saved.conf atomically, and returns once the disk has it: that may take
+ * tens of milliseconds, and longer while another process saves. -1 when it could not; the earlier
+ * file is then still there.
+ */
 int tarnNvramConfig_save(void);
 
 #ifdef __cplusplus

@@ -1,26 +1,11 @@
-// What the development store keeps, for whom, and for how long.
-#include "tests/support/child.h"
+// The running configuration: its four functions, its list, and the processes that share it.
+#include "in_child.h"
 #include "tests/support/store_directory.h"
 
-#include <sys/stat.h>
 #include <vector>
 
 namespace
 {
-
-namespace fs = std::filesystem;
-
-// Runs `body` in a process that has not used the store before; its exit status.
-int elsewhere(const std::function<void()> &body)
-{
-    return Child(body).wait();
-}
-
-void require(bool condition)
-{
-    if (!condition)
-        _exit(1);
-}
 
 TEST_F(HostStore, AnUnsetKeyReadsEmpty)
 {
@@ -36,7 +21,7 @@ TEST_F(HostStore, TheLastValueSetIsRead)
     EXPECT_EQ(get("key2"), "other");
 }
 
-TEST_F(HostStore, SettingNothingRemoves)
+TEST_F(HostStore, SettingAnEmptyValueRemovesTheKey)
 {
     set("key", "value");
     EXPECT_EQ(set("key", ""), 0);
@@ -45,7 +30,7 @@ TEST_F(HostStore, SettingNothingRemoves)
     EXPECT_TRUE(all().empty());
 }
 
-TEST_F(HostStore, AMatchIsOfTheWholeValue)
+TEST_F(HostStore, AMatchComparesTheWholeValue)
 {
     set("key", "value");
     EXPECT_NE(tarnNvramConfig_match("key", "value"), 0);
@@ -56,7 +41,7 @@ TEST_F(HostStore, AMatchIsOfTheWholeValue)
     EXPECT_EQ(tarnNvramConfig_match("never_set", "value"), 0);
 }
 
-TEST_F(HostStore, EachCallSpoilsTheLastAnswer)
+TEST_F(HostStore, EachCallPoisonsTheLastAnswer)
 {
     set("key", "value");
     const char *const answer = tarnNvramConfig_get("key");
@@ -87,22 +72,12 @@ TEST_F(HostStore, AnAnswerMayBeAnArgument)
     EXPECT_NE(tarnNvramConfig_match("c", tarnNvramConfig_get("b")), 0);
 }
 
-TEST_F(HostStore, TheLongestKeyAndValueAreKept)
+TEST_F(HostStore, OtherProcessesSeeASetImmediately)
 {
-    const std::string key(host_store_key_limit, 'k'), value(host_store_value_limit, 'v');
-    EXPECT_EQ(set(key, value), 0);
-    EXPECT_EQ(get(key), value);
-    EXPECT_EQ(tarnNvramConfig_save(), 0);
-    EXPECT_EQ(host_store_power_cycle(), 0);
-    EXPECT_EQ(get(key), value);
-}
-
-TEST_F(HostStore, OtherProcessesSeeASetAtOnce)
-{
-    EXPECT_EQ(elsewhere([] { require(set("theirs", "1") == 0); }), 0);
+    EXPECT_EQ(in_child([] { require(set("theirs", "1") == 0); }), 0);
     EXPECT_EQ(get("theirs"), "1");
     set("ours", "2");
-    EXPECT_EQ(elsewhere([] { require(get("ours") == "2"); }), 0);
+    EXPECT_EQ(in_child([] { require(get("ours") == "2"); }), 0);
     Child waiting([] {
         while (get("ours") != "3") {}
     });
@@ -134,26 +109,6 @@ TEST_F(HostStore, BothSidesOfAForkUseIt)
     EXPECT_EQ(set("after", "1"), 0);
 }
 
-TEST_F(HostStore, WhatIsSavedSurvivesAPowerCycleAndTheRestIsLost)
-{
-    set("saved", "1");
-    set("changed", "old");
-    EXPECT_EQ(tarnNvramConfig_save(), 0);
-    set("changed", "new");
-    set("unsaved", "1");
-    set("saved", "");
-    EXPECT_EQ(host_store_power_cycle(), 0);
-    const std::map<std::string, std::string> expected{{"saved", "1"}, {"changed", "old"}};
-    EXPECT_EQ(all(), expected);
-}
-
-TEST_F(HostStore, APowerCycleWithNothingSavedEmptiesIt)
-{
-    set("unsaved", "1");
-    EXPECT_EQ(host_store_power_cycle(), 0);
-    EXPECT_TRUE(all().empty());
-}
-
 TEST_F(HostStore, RunningProcessesSeeAPowerCycle)
 {
     set("unsaved", "1");
@@ -171,84 +126,11 @@ TEST_F(HostStore, RunningProcessesSeeAPowerCycle)
 
 TEST_F(HostStore, TheRunningConfigurationOutlivesItsProcesses)
 {
-    EXPECT_EQ(elsewhere([] { require(set("unsaved", "1") == 0); }), 0);
+    EXPECT_EQ(in_child([] { require(set("unsaved", "1") == 0); }), 0);
     EXPECT_EQ(get("unsaved"), "1");
 }
 
-TEST_F(HostStore, AFreshStartLoadsWhatWasSaved)
-{
-    EXPECT_EQ(elsewhere([] {
-                  require(set("saved", "1") == 0 && tarnNvramConfig_save() == 0);
-                  require(set("unsaved", "1") == 0);
-              }),
-              0);
-    const fs::path file = database();
-    ASSERT_TRUE(fs::remove(file));
-    fs::remove(file.string() + "-lock");
-    const std::map<std::string, std::string> expected{{"saved", "1"}};
-    EXPECT_EQ(all(), expected);
-}
-
-TEST_F(HostStore, DatabasesOfEarlierRunsOfTheHostAreRemoved)
-{
-    write(store() / "running-0000.mdb", "old");
-    write(store() / "running-0000.mdb-lock", "old");
-    write(store() / "notes", "mine");
-    set("key", "value");
-    EXPECT_FALSE(fs::exists(store() / "running-0000.mdb"));
-    EXPECT_FALSE(fs::exists(store() / "running-0000.mdb-lock"));
-    EXPECT_TRUE(fs::exists(store() / "notes"));
-}
-
-TEST_F(HostStore, EveryByteSurvivesSaving)
-{
-    std::map<std::string, std::string> expected{{" both ends ", " both ends "},
-                                                {"#comment", "#comment"},
-                                                {"a=b", "=a=b="},
-                                                {"=", "\\"},
-                                                {"\\x41", "\\x41\\n"},
-                                                {"two\nlines", "\n\n"},
-                                                {"\t", "\t\r\n "},
-                                                {"caf\xc3\xa9", "\xff"}};
-    std::string every;
-    for (int byte = 1; byte < 256; ++byte) {
-        every += static_cast<char>(byte);
-        expected[std::string("key") + static_cast<char>(byte)] = every;
-    }
-    expected[every] = every;
-    for (const auto &[key, value] : expected)
-        ASSERT_EQ(set(key, value), 0);
-    EXPECT_EQ(tarnNvramConfig_save(), 0);
-    EXPECT_EQ(host_store_power_cycle(), 0);
-    EXPECT_EQ(all(), expected);
-}
-
-TEST_F(HostStore, TheSavedFileIsSortedText)
-{
-    set("b", "two\nlines \\ \x01\x7f");
-    set("a=#", "plain text, caf\xc3\xa9");
-    set("#c", " edges ");
-    EXPECT_EQ(tarnNvramConfig_save(), 0);
-    EXPECT_EQ(read(saved()), "# CMIF configuration: key=value, one to a line.\n"
-                             "# \\n \\r \\t \\\\ and \\xHH stand for bytes that can't be written.\n"
-                             "\\x23c=\\x20edges\\x20\n"
-                             "a\\x3d#=plain text, caf\xc3\xa9\n"
-                             "b=two\\nlines \\\\ \\x01\\x7f\n");
-}
-
-TEST_F(HostStore, TheSavedFileMayBeEdited)
-{
-    write(saved(), "# by hand\r\n\r\n  second = 2 \r\nfirst=a = b # c\n\ttwice=1\ntwice=2\n"
-                   "empty=\nescaped=\\x4A\\x4a\\t\nlast=no newline");
-    const std::map<std::string, std::string> expected{{"second", "2"},
-                                                      {"first", "a = b # c"},
-                                                      {"twice", "2"},
-                                                      {"escaped", "JJ\t"},
-                                                      {"last", "no newline"}};
-    EXPECT_EQ(all(), expected);
-}
-
-TEST_F(HostStore, TheListIsSortedAndItsReaderMayUseTheStore)
+TEST_F(HostStore, TheListIsSortedAndItsCallbackMayUseTheStore)
 {
     for (const char *key : {"b", "c", "a", "B"})
         set(key, "1");
@@ -260,52 +142,6 @@ TEST_F(HostStore, TheListIsSortedAndItsReaderMayUseTheStore)
     EXPECT_EQ(host_store_list(use, &keys), 0);
     EXPECT_EQ(keys, (std::vector<std::string>{"B", "a", "b", "c"}));
     EXPECT_EQ(all().size(), 8U);
-}
-
-TEST_F(HostStore, NobodyElseCanReadIt)
-{
-    set("password", "secret");
-    tarnNvramConfig_save();
-    for (const fs::path &path : {store(), saved(), database()}) {
-        struct stat found = {};
-        ASSERT_EQ(stat(path.c_str(), &found), 0) << path;
-        EXPECT_EQ(found.st_mode & 0077U, 0U) << path;
-    }
-}
-
-TEST_F(HostStore, AProgramThatIsStartedInheritsNoDescriptor)
-{
-    set("key", "value");
-    tarnNvramConfig_save();
-    EXPECT_EQ(std::system("test -z \"$(find /proc/self/fd/ -lname '*/host-store-*')\""), 0);
-}
-
-TEST_F(HostStore, ItStaysWhereItWasWhenTheProcessGoesElsewhere)
-{
-    ASSERT_EQ(chdir(top().c_str()), 0);
-    choose("relative");
-    set("key", "value");
-    ASSERT_EQ(chdir("/"), 0);
-    EXPECT_EQ(host_store_directory(), top() / "relative");
-    EXPECT_EQ(elsewhere([] { require(get("key") == "value"); }), 0);
-    EXPECT_EQ(tarnNvramConfig_save(), 0);
-    EXPECT_TRUE(fs::exists(top() / "relative" / "saved.conf"));
-}
-
-TEST_F(HostStore, ItLivesInTheRunTimeDirectoryByDefault)
-{
-    unsetenv("CMIF_STORE");
-    setenv("XDG_RUNTIME_DIR", top().c_str(), 1);
-    EXPECT_EQ(host_store_directory(), top() / "cmif-store");
-    EXPECT_EQ(set("key", "value"), 0);
-    EXPECT_TRUE(fs::exists(top() / "cmif-store"));
-}
-
-TEST_F(HostStore, ItLivesInTmpWithoutARunTimeDirectory)
-{
-    setenv("CMIF_STORE", "", 1);
-    setenv("XDG_RUNTIME_DIR", (top() / "missing").c_str(), 1);
-    EXPECT_EQ(host_store_directory(), "/tmp/cmif-store-" + std::to_string(geteuid()));
 }
 
 } // namespace

@@ -1,10 +1,11 @@
-// A fresh directory of its own for the development store of each case.
+// A new directory for the development store of each case.
 #ifndef TESTS_SUPPORT_STORE_DIRECTORY_H
 #define TESTS_SUPPORT_STORE_DIRECTORY_H
 
 #include "platform/host_store.h"
 #include "platform/tarn_nvram_config.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -12,8 +13,9 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <vector>
 
-// The store settles on a directory once per process: run each case in one of its own.
+// A process chooses its store's directory once: run each case in a process of its own.
 class HostStore : public testing::Test
 {
 protected:
@@ -54,6 +56,15 @@ protected:
     {
         std::filesystem::create_directories(file.parent_path());
         std::ofstream(file, std::ios::binary) << text;
+    }
+
+    static std::vector<std::string> open_descriptors()
+    {
+        std::vector<std::string> open;
+        for (const auto &entry : std::filesystem::directory_iterator("/proc/self/fd"))
+            open.push_back(entry.path().filename());
+        std::sort(open.begin(), open.end());
+        return open;
     }
 
     static std::string get(const std::string &key) { return tarnNvramConfig_get(key.c_str()); }

@@ -1,0 +1,16 @@
+// The store's database, opened once for each process.
+#ifndef PLATFORM_OPEN_STORE_H
+#define PLATFORM_OPEN_STORE_H
+
+#include "database.h"
+
+namespace host_store
+{
+
+// The open database, which stays open until the process ends; a forked child opens it again. Null
+// after reporting why it can't be opened; the next call tries again.
+const Database *open_store();
+
+} // namespace host_store
+
+#endif

@@ -1,0 +1,31 @@
+// The database's table of keys and values, within a transaction. All results are LMDB's.
+#ifndef PLATFORM_TABLE_H
+#define PLATFORM_TABLE_H
+
+#include "saved_text.h"
+
+#include <lmdb.h>
+#include <string_view>
+
+namespace host_store
+{
+
+struct Table {
+    MDB_txn *transaction;
+    MDB_dbi number;
+
+    // `value` is then a view into the database, valid as long as the transaction; "" if unset.
+    int find(std::string_view key, std::string_view &value) const;
+    // Sets the key, or removes it if `value` is empty.
+    int change(std::string_view key, std::string_view value) const;
+    // Appends all entries, sorted by key.
+    int list(Entries &entries) const;
+    // Replaces everything by `entries`, and marks the table as loaded.
+    int load(const Entries &entries) const;
+    // 0 if the table is marked as loaded, MDB_NOTFOUND if it is new.
+    int is_loaded() const;
+};
+
+} // namespace host_store
+
+#endif

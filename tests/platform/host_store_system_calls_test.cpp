@@ -1,0 +1,171 @@
+// Saving over system calls that fail, are interrupted or do less than asked. What this program
+// defines stands in for the C library's functions, in the store as well.
+#include "in_child.h"
+#include "store_errors.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/syscall.h>
+
+namespace
+{
+
+namespace fs = std::filesystem;
+
+struct Script {
+    std::vector<std::string> log; // what was synced and renamed, in order
+    int sync_error = 0;           // of every fsync of a file
+    int directory_sync_error = 0;
+    int lock_error = 0;
+    bool interrupts = false; // the first read, write and flock
+    bool in_pieces = false;  // each write takes 100 bytes at most
+    int reads = 0, writes = 0, locks = 0;
+};
+Script *script = nullptr;
+
+std::string file_name(int descriptor)
+{
+    return fs::read_symlink("/proc/self/fd/" + std::to_string(descriptor)).filename();
+}
+
+// Whether the store's own file or directory is meant, and not a test's.
+bool is_scripted(int descriptor)
+{
+    if (script == nullptr)
+        return false;
+    const std::string name = file_name(descriptor);
+    return name == "store" || name.starts_with("saved.conf");
+}
+
+long fail(int error)
+{
+    errno = error;
+    return -1;
+}
+
+} // namespace
+
+extern "C" int fsync(int descriptor)
+{
+    if (!is_scripted(descriptor))
+        return static_cast<int>(syscall(SYS_fsync, descriptor));
+    const std::string name = file_name(descriptor);
+    script->log.push_back("sync " + name);
+    const int error = name == "store" ? script->directory_sync_error : script->sync_error;
+    return error != 0 ? static_cast<int>(fail(error)) : 0;
+}
+
+extern "C" int rename(const char *from, const char *to) noexcept
+{
+    if (script != nullptr)
+        script->log.push_back("rename " + fs::path(from).filename().string() + " " +
+                              fs::path(to).filename().string());
+    return static_cast<int>(syscall(SYS_renameat, AT_FDCWD, from, AT_FDCWD, to));
+}
+
+extern "C" int flock(int descriptor, int operation) noexcept
+{
+    if (script != nullptr && operation == LOCK_EX && is_scripted(descriptor)) {
+        if (script->interrupts && script->locks++ == 0)
+            return static_cast<int>(fail(EINTR));
+        if (script->lock_error != 0)
+            return static_cast<int>(fail(script->lock_error));
+    }
+    return static_cast<int>(syscall(SYS_flock, descriptor, operation));
+}
+
+extern "C" ssize_t read(int descriptor, void *buffer, std::size_t size)
+{
+    if (script != nullptr && script->interrupts && is_scripted(descriptor) && script->reads++ == 0)
+        return fail(EINTR);
+    return syscall(SYS_read, descriptor, buffer, size);
+}
+
+extern "C" ssize_t write(int descriptor, const void *buffer, std::size_t size)
+{
+    if (script != nullptr && is_scripted(descriptor)) {
+        if (script->interrupts && script->writes++ == 0)
+            return fail(EINTR);
+        if (script->in_pieces)
+            size = std::min<std::size_t>(size, 100);
+    }
+    return syscall(SYS_write, descriptor, buffer, size);
+}
+
+namespace
+{
+
+class HostStoreSystemCalls : public HostStoreErrors
+{
+protected:
+    HostStoreSystemCalls()
+    {
+        EXPECT_EQ(set("key", std::string(1000, 'v')), 0);
+        EXPECT_EQ(tarnNvramConfig_save(), 0);
+        old_ = HostStore::read(saved());
+        EXPECT_EQ(set("more", "1"), 0);
+        script = &script_;
+    }
+    ~HostStoreSystemCalls() override { script = nullptr; }
+
+    // The save failed, and changed nothing.
+    void expect_not_saved(const std::string &error) const
+    {
+        const auto before = open_descriptors();
+        EXPECT_EQ(tarnNvramConfig_save(), -1);
+        EXPECT_EQ(open_descriptors(), before);
+        EXPECT_EQ(HostStore::read(saved()), old_);
+        EXPECT_FALSE(fs::exists(saved().string() + ".new"));
+        expect_error(error);
+    }
+
+    Script script_;
+    std::string old_;
+};
+
+TEST_F(HostStoreSystemCalls, ASaveIsOnTheDiskBeforeItReplacesTheFileAndWhenItReturns)
+{
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    EXPECT_EQ(script_.log,
+              (std::vector<std::string>{"sync saved.conf.new", "rename saved.conf.new saved.conf",
+                                        "sync store"}));
+}
+
+TEST_F(HostStoreSystemCalls, AFileThatCanNotBeSyncedIsNotUsed)
+{
+    script_.sync_error = EIO;
+    expect_not_saved(saved().string() + ": not saved: Input/output error; make room or set "
+                                        "CMIF_STORE to a directory that you can write");
+}
+
+TEST_F(HostStoreSystemCalls, ADirectoryThatCanNotBeSyncedIsAnError)
+{
+    script_.directory_sync_error = EIO;
+    EXPECT_EQ(tarnNvramConfig_save(), -1);
+    expect_error_with(": not saved: Input/output error; make room");
+}
+
+TEST_F(HostStoreSystemCalls, ADirectoryThatCanNotBeLockedIsNotUsed)
+{
+    script_.lock_error = ENOLCK;
+    expect_not_saved(store().string() + ": No locks available" + store_hint);
+}
+
+TEST_F(HostStoreSystemCalls, InterruptsAndShortWritesAreContinued)
+{
+    script_.interrupts = script_.in_pieces = true;
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    EXPECT_GT(script_.reads, 1);
+    EXPECT_GT(script_.writes, 10);
+    EXPECT_GT(script_.locks, 1);
+    expect_no_error();
+    EXPECT_EQ(host_store_power_cycle(), 0);
+    const std::map<std::string, std::string> expected{{"key", std::string(1000, 'v')},
+                                                      {"more", "1"}};
+    EXPECT_EQ(all(), expected);
+}
+
+} // namespace
