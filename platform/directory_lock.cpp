@@ -1,12 +1,12 @@
 #include "directory_lock.h"
 
 #include "error_report.h"
+#include "fork_handlers.h"
 #include "store_directory.h"
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <pthread.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -20,14 +20,11 @@ namespace
 constinit std::mutex threads;
 
 // A fork waits until the lock is free: a child would keep it locked by the descriptor that it
-// inherits. Registered when the library is loaded, since a fork runs only the handlers that were
-// registered before it began.
+// inherits.
 __attribute__((constructor)) void block_forks()
 {
-    const int result =
-        pthread_atfork([] { threads.lock(); }, [] { threads.unlock(); }, [] { threads.unlock(); });
-    if (result != 0)
-        report_error("pthread_atfork", std::strerror(result), "do not fork while saving");
+    register_fork_handlers([] { threads.lock(); }, [] { threads.unlock(); },
+                           [] { threads.unlock(); });
 }
 
 bool is_own(int descriptor, const std::string &path)

@@ -1,7 +1,5 @@
 #include "escape.h"
 
-#include <array>
-
 namespace host_store
 {
 namespace
@@ -13,7 +11,7 @@ struct Escape {
     char letter;
     char byte;
 };
-constexpr std::array<Escape, 4> escapes{{{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}}};
+constexpr Escape escapes[] = {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'\\', '\\'}};
 
 std::string spelling(char c)
 {

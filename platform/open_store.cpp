@@ -1,17 +1,15 @@
 #include "open_store.h"
 
 #include "directory_lock.h"
-#include "error_report.h"
+#include "fork_handlers.h"
 #include "saved_file.h"
 #include "store_directory.h"
 #include "table.h"
 
 #include <atomic>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <memory>
-#include <pthread.h>
 
 namespace host_store
 {
@@ -37,13 +35,9 @@ void disown_in_child()
     disowned = parents;
 }
 
-// When the library is loaded, since a fork runs only the handlers registered before it began.
 __attribute__((constructor)) void register_fork_handler()
 {
-    const int result = pthread_atfork(nullptr, nullptr, disown_in_child);
-    if (result != 0)
-        report_error("pthread_atfork", std::strerror(result),
-                     "do not fork while the store is open");
+    register_fork_handlers(nullptr, nullptr, disown_in_child);
 }
 
 // Each run of the host has its own file: nothing is synced, so a file may be torn by a crash.

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/syscall.h>
@@ -47,6 +48,17 @@ long fail(int error)
 }
 
 } // namespace
+
+// What pthread_atfork calls, and the store when it is loaded: fails in a program started for that.
+extern "C" int __register_atfork(void (*before)(), void (*in_parent)(), void (*in_child)(),
+                                 void *library)
+{
+    if (std::getenv("ATFORK_FAILS") != nullptr)
+        return ENOMEM;
+    using Function = int (*)(void (*)(), void (*)(), void (*)(), void *);
+    static const auto original = reinterpret_cast<Function>(dlsym(RTLD_NEXT, "__register_atfork"));
+    return original(before, in_parent, in_child, library);
+}
 
 extern "C" int fsync(int descriptor)
 {
@@ -166,6 +178,15 @@ TEST_F(HostStoreSystemCalls, InterruptsAndShortWritesAreContinued)
     const std::map<std::string, std::string> expected{{"key", std::string(1000, 'v')},
                                                       {"more", "1"}};
     EXPECT_EQ(all(), expected);
+}
+
+TEST_F(HostStoreSystemCalls, ReportsOnceThatForksAreNotHandled)
+{
+    setenv("ATFORK_FAILS", "1", 1);
+    const std::string command = "/proc/" + std::to_string(getpid()) + "/exe --gtest_list_tests";
+    EXPECT_EQ(std::system((command + " >/dev/null").c_str()), 0);
+    unsetenv("ATFORK_FAILS");
+    expect_error("pthread_atfork: Cannot allocate memory; do not fork while using the store");
 }
 
 } // namespace

@@ -60,6 +60,10 @@ TEST_F(HostStore, EachCallPoisonsTheLastAnswer)
     EXPECT_STREQ(answer, "");
     tarnNvramConfig_save();
     EXPECT_STREQ(answer, "#");
+    tarnNvramConfig_get("key");
+    tarnNvramConfig_get("never_set");
+    tarnNvramConfig_save();
+    EXPECT_STREQ(answer, "#"); // and nothing of the longer one before it
 }
 
 TEST_F(HostStore, AnAnswerMayBeAnArgument)
