@@ -2,6 +2,7 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <exception>
 #include <memory>
@@ -12,20 +13,26 @@
 namespace
 {
 
+using cmif_sim::ServerOptions;
+
+constexpr int max_pace = 1000;
+
 constexpr const char *examples = R"(Examples:
   cmif-sim run                                a shell beside a simulated router
-  cmif-sim run -- cmifctl status              one program, and its exit status
-  cmif-sim run --verbose --seed 7 -- ./test   the same signal values each time, records shown
-  cmif-sim serve                              over the message queues of this system)";
+  cmif-sim run -- cmifctl status              one program; the exit status is the program's
+  cmif-sim run --verbose --seed 7 -- ./test   prints records; repeats the same signal values
+  cmif-sim serve                              serves the message queues of this system)";
 
 constexpr const char *run_notes =
-    R"(The program sees message queues, processes, /tmp and /data of its own, and everything else as it
-is; only the folders that hold the current directory and cmif-sim stay visible below /tmp and /data.
-CMIF_STORE names a directory to keep the configuration in; without it, each run starts afresh.
-Where the system refuses name spaces, runs share what is there, one after the other.
-Exit status: the program's; 1 router not started, 2 usage, 127 no such program.)";
+    R"(The program has its own message queues, processes, /tmp and /data, and sees the rest of the file
+system as it is. Under /tmp and /data only the directories of the current directory, of cmif-sim and
+of CMIF_STORE stay visible. CMIF_STORE names a directory that keeps the configuration; without it,
+each run starts with an empty one. Where the system refuses namespaces, or with CMIF_SANDBOX=none,
+runs share the queues of this system, one run at a time.
+Exit status: the program's; 1 the router did not start, 2 usage error, 126 the program cannot be run,
+127 no such program.)";
 
-/* The program to run stands behind the "--", out of sight of the parser. */
+// The parser does not see the program to run, which follows "--".
 class RunHelp : public CLI::Formatter
 {
 public:
@@ -35,22 +42,32 @@ public:
     }
 };
 
-void add_options(CLI::App &command, cmif_sim::ServerOptions &options)
+// A pause of 1 second must not overflow when it is scaled, nor last for days.
+double pace_of(const std::string &text)
+{
+    double factor = -1;
+    const char *const end = text.data() + text.size();
+    const auto parsed = std::from_chars(text.data(), end, factor);
+    const bool in_range = factor >= 0 && factor <= max_pace; // false for NaN
+    if (parsed.ec != std::errc() || parsed.ptr != end || !in_range)
+        throw CLI::ValidationError("--pace", "'" + text + "' is not a number from 0 to " +
+                                                 std::to_string(max_pace));
+    return factor;
+}
+
+void add_options(CLI::App &command, ServerOptions &options)
 {
     command.add_flag("--verbose", options.verbose, "Print each record, decoded, to standard error");
-    command.add_option("--seed", options.seed, "Number that the modem's signal values follow from")
+    command.add_option("--seed", options.seed, "Number that determines the modem's signal values")
         ->type_name("N")
         ->capture_default_str();
     command
-        .add_option("--pace", options.pace,
-                    "Factor on the modem's waits: 0.1 is ten times faster, 0 none")
+        .add_option_function<std::string>(
+            "--pace", [&options](const std::string &text) { options.pace = pace_of(text); },
+            "Factor on the modem's delays, 0 to " + std::to_string(max_pace) +
+                ": 0.1 is ten times faster, 0 no delay")
         ->type_name("FACTOR")
-        ->capture_default_str()
-        ->check([](const std::string &text) {
-            double factor = 0;
-            const bool fits = CLI::detail::lexical_cast(text, factor) && factor >= 0;
-            return fits ? "" : "'" + text + "' is not a number of 0 or above";
-        });
+        ->default_str("1");
     command.add_flag_callback(
         "--no-at", [&options] { options.at = false; }, "Leave out the AT daemon");
     command
@@ -59,7 +76,7 @@ void add_options(CLI::App &command, cmif_sim::ServerOptions &options)
         ->excludes("--no-at");
 }
 
-/* What follows the first "--" is none of our options, whatever it looks like. */
+// Removes the first "--" and what follows it, which may look like options of ours.
 std::vector<std::string> split_off_command(int &argc, char **argv)
 {
     char **end = argv + argc;
@@ -69,23 +86,21 @@ std::vector<std::string> split_off_command(int &argc, char **argv)
     return mark == end ? std::vector<std::string>{} : std::vector<std::string>(mark + 1, end);
 }
 
-} // namespace
-
-int main(int argc, char **argv)
-try {
-    cmif_sim::ServerOptions options;
+int run_command_line(int argc, char **argv)
+{
+    ServerOptions options;
     CLI::App app{"A router in a box: a simulated LTE modem with the daemons that CMIF talks to.",
                  "cmif-sim"};
     app.set_version_flag("--version", "cmif-sim " CMIF_VERSION, "Print the version and exit");
     app.require_subcommand(1);
     app.footer(examples);
 
-    CLI::App *run = app.add_subcommand("run", "Run a program, or a shell, beside a fresh router");
+    CLI::App *run = app.add_subcommand("run", "Run a program, or a shell, beside a new router");
     run->formatter(std::make_shared<RunHelp>());
     run->footer(run_notes);
     add_options(*run, options);
-    CLI::App *serve = app.add_subcommand("serve", "Be the router of this system until ended");
-    serve->footer("Ends on SIGTERM and SIGINT. Refuses to start where a router serves already.");
+    CLI::App *serve = app.add_subcommand("serve", "Serve this system's queues until stopped");
+    serve->footer("Stops on SIGTERM and SIGINT. Refuses to start while another router serves.");
     add_options(*serve, options);
 
     const std::vector<std::string> command = split_off_command(argc, argv);
@@ -98,7 +113,14 @@ try {
         return app.exit(error) == 0 ? 0 : usage_error;
     }
     return *run ? cmif_sim::run(options, command) : cmif_sim::serve(options, -1);
-} catch (const std::exception &failure) {
-    std::fprintf(stderr, "cmif-sim: %s\n", failure.what());
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+try {
+    return run_command_line(argc, argv);
+} catch (const std::exception &error) {
+    std::fprintf(stderr, "cmif-sim: %s\n", error.what());
     return 1;
 }

@@ -1,4 +1,4 @@
-/* A program beside a simulated router of its own. */
+// A program beside a simulated router of its own.
 #ifndef CMIF_SIM_RUN_H
 #define CMIF_SIM_RUN_H
 
@@ -10,11 +10,9 @@
 namespace cmif_sim
 {
 
-/*
- * Starts a router in a sandbox, waits until its daemons answer, runs `command` (a shell if it is
- * empty), and ends everything. Returns the command's exit status; 127 if there is no such program,
- * 1 if the router does not start.
- */
+// Starts a router in a sandbox, waits until its daemons are ready, runs `command` (a shell if it is
+// empty), and ends everything. The command's exit status; 127 if there is no such program, 126 if
+// it can't be run, 1 if the router does not start.
 int run(const ServerOptions &options, const std::vector<std::string> &command);
 
 } // namespace cmif_sim

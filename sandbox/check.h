@@ -1,3 +1,4 @@
+// How the sandbox reports errors.
 #ifndef SANDBOX_CHECK_H
 #define SANDBOX_CHECK_H
 
@@ -6,22 +7,22 @@
 #include <string>
 #include <system_error>
 
-namespace sim
+namespace sandbox
 {
 
-/* A step that has to succeed: throws what errno says about it if it did not. */
-inline void need(bool done, const std::string &step)
+// Throws std::system_error with errno unless `done`.
+inline void check_errno(bool done, const std::string &step)
 {
     if (!done)
         throw std::system_error(errno, std::generic_category(), step);
 }
 
-/* A line for the person who runs the sandbox. */
-inline void say(const std::string &line)
+// Prints a line for the user of cmif-sim.
+inline void log_line(const std::string &line)
 {
-    std::fprintf(stderr, "cmif-sandbox: %s\n", line.c_str());
+    std::fprintf(stderr, "cmif-sim: %s\n", line.c_str());
 }
 
-} // namespace sim
+} // namespace sandbox
 
 #endif

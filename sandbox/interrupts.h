@@ -1,15 +1,14 @@
+// Leaves a terminal's interrupt to the program that runs in the sandbox.
 #ifndef SANDBOX_INTERRUPTS_H
 #define SANDBOX_INTERRUPTS_H
 
 #include <csignal>
 
-namespace sim
+namespace sandbox
 {
 
-/*
- * A terminal's interrupt is meant for the program that runs in the sandbox. Those who wait for it
- * ignore theirs, and a child puts things back with restore() before it becomes that program.
- */
+// While this object exists, the process ignores SIGINT and SIGQUIT: it only waits for the program.
+// Its child calls restore() before it becomes that program.
 class InterruptsIgnored
 {
 public:
@@ -34,6 +33,6 @@ private:
     struct sigaction interrupt_ = {}, quit_ = {};
 };
 
-} // namespace sim
+} // namespace sandbox
 
 #endif

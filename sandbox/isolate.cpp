@@ -1,4 +1,4 @@
-/* isolate PROGRAM [ARGUMENT...]: runs a program, mostly a test, in a sandbox of its own. */
+// isolate PROGRAM [ARGUMENT...]: runs a program, usually a test, in a sandbox of its own.
 #include "sandbox.h"
 
 #include <cerrno>
@@ -12,7 +12,7 @@ int main(int argc, char **argv)
         std::fprintf(stderr, "usage: %s PROGRAM [ARGUMENT...]\n", argv[0]);
         return 2;
     }
-    return sim::run_in_sandbox([argv] {
+    return sandbox::run_in_sandbox([argv] {
         execvp(argv[1], argv + 1);
         std::fprintf(stderr, "isolate: cannot run %s: %s\n", argv[1], std::strerror(errno));
         return 127;

@@ -1,18 +1,18 @@
+// The file tree of a sandbox: the host's, with a new /tmp, /data and /proc.
 #ifndef SANDBOX_PRIVATE_TREE_H
 #define SANDBOX_PRIVATE_TREE_H
 
 #include <string>
 #include <vector>
 
-namespace sim
+namespace sandbox
 {
 
-/*
- * Gives this process, alone in a fresh mount and process-id name space, a tree of files with a new
- * /tmp, /data and /proc. Throws std::exception where the system does not let it.
- */
-void enter_private_tree(const std::vector<std::string> &keep);
+// Moves this process, the first in new mount and process-id namespaces, to such a tree. Of /tmp and
+// /data it keeps the topmost directories that contain the current directory, this program or one of
+// `visible_paths`. Throws std::exception if the system refuses a step.
+void enter_private_tree(const std::vector<std::string> &visible_paths);
 
-} // namespace sim
+} // namespace sandbox
 
 #endif

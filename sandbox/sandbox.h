@@ -1,7 +1,5 @@
-/*
- * The box that programs run in beside the simulated router: message queues, processes, /tmp and
- * /data of their own, the rest of the file system as it is.
- */
+// The sandbox that programs run in beside the simulated router: message queues, processes, /tmp and
+// /data of their own, and the rest of the file system as it is.
 #ifndef SANDBOX_SANDBOX_H
 #define SANDBOX_SANDBOX_H
 
@@ -9,22 +7,22 @@
 #include <string>
 #include <vector>
 
-namespace sim
+namespace sandbox
 {
 
-/*
- * Runs `inside` in a child process in name spaces of its own and returns its exit status, 128 + N
- * if signal N ended it. Whatever it started ends with it, and it ends with the caller.
- *
- * Of /tmp and /data only what is needed stays visible: the topmost folders that hold the current
- * directory, this program, and the folders named in `keep`.
- *
- * Where the system refuses name spaces, or CMIF_SANDBOX=none asks for none, `inside` runs in those
- * of the caller: one such run at a time on the machine, none while somebody else uses the queues or
- * marker files, and what a run leaves of those is removed.
- */
-int run_in_sandbox(const std::function<int()> &inside, const std::vector<std::string> &keep = {});
+// Runs `work` in a child process in namespaces of its own and waits for it. Its exit status, or
+// 128 + N if signal N ended it; 1 if no process could be started. All processes that it started end
+// with it, and it ends with the caller.
+//
+// Under /tmp and /data, `work` sees only the topmost directories that contain the current
+// directory, this program, or one of `visible_paths`.
+//
+// If the system refuses namespaces, or the environment has CMIF_SANDBOX=none, `work` runs in the
+// caller's namespaces: one run at a time on the machine, and none while another program uses the
+// message queues or files of the router. What the run leaves of these is removed.
+int run_in_sandbox(const std::function<int()> &work,
+                   const std::vector<std::string> &visible_paths = {});
 
-} // namespace sim
+} // namespace sandbox
 
 #endif

@@ -1,139 +1,121 @@
 #include "unisolated.h"
 
 #include "check.h"
+#include "leftovers.h"
 
 #include <cerrno>
-#include <cstdio>
-#include <cstring>
+#include <csignal>
+#include <cstdlib>
+#include <exception>
 #include <fcntl.h>
-#include <filesystem>
-#include <glob.h>
+#include <fstream>
 #include <sys/file.h>
-#include <sys/msg.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
-#include <vector>
 
-namespace sim
+namespace sandbox
 {
 namespace
 {
 
-namespace fs = std::filesystem;
+constexpr const char *lock_file = "/tmp/cmif-sim-run.lock";
 
-constexpr const char *lock_file = "/tmp/cmif-sandbox.lock";
-constexpr key_t queue_keys[] = {899, 900, 1158, 1159};
-constexpr const char *marker_patterns[] = {
-    "/tmp/lte_qmi_msg_handler_thread_ready",
-    "/tmp/modify_profile_in_progress",
-    "/tmp/lte_provider_list",
-    "/data/debug_lte*.txt",
-};
-
-std::vector<std::string> markers()
-{
-    std::vector<std::string> found;
-    for (const char *pattern : marker_patterns) {
-        glob_t matches = {};
-        if (glob(pattern, 0, nullptr, &matches) == 0)
-            found.insert(found.end(), matches.gl_pathv, matches.gl_pathv + matches.gl_pathc);
-        globfree(&matches);
-    }
-    return found;
-}
-
-std::vector<key_t> queues()
-{
-    std::vector<key_t> found;
-    for (const key_t key : queue_keys)
-        if (msgget(key, 0) != -1 || errno == EACCES)
-            found.push_back(key);
-    return found;
-}
-
-/* Says what is in use and how to free it. */
-bool in_use()
-{
-    std::string names, remedies;
-    for (const key_t key : queues()) {
-        names += " queue " + std::to_string(key) + ",";
-        remedies += " ipcrm -Q " + std::to_string(key) + ";";
-    }
-    for (const std::string &path : markers()) {
-        names += " " + path + ",";
-        remedies += " rm " + path + ";";
-    }
-    if (names.empty())
-        return false;
-    names.back() = ' ';
-    remedies.pop_back();
-    say("already in use here:" + names + "- end what uses it, or remove what it left:" + remedies);
-    return true;
-}
-
-void remove_traces()
-{
-    for (const key_t key : queues())
-        msgctl(msgget(key, 0), IPC_RMID, nullptr);
-    std::error_code ignored;
-    for (const std::string &path : markers())
-        fs::remove_all(path, ignored); // a folder in a file's place too
-}
-
-/* Waits for its turn; held as long as this process or a copy of it lives. */
+// Waits until the lock is free. It is held as long as a copy of the descriptor is open.
 int lock_machine()
 {
     int lock = open(lock_file, O_RDWR | O_NOFOLLOW | O_CLOEXEC);
     if (lock == -1 && errno == ENOENT) {
         lock = open(lock_file, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0666);
         if (lock != -1)
-            fchmod(lock, 0666); // for whoever comes next, whatever our umask
+            fchmod(lock, 0666); // whatever the umask: the next user may be another one
     }
-    need(lock != -1, std::string("open ") + lock_file);
+    check_errno(lock != -1, std::string("open ") + lock_file);
     while (flock(lock, LOCK_EX) == -1)
-        need(errno == EINTR, std::string("lock ") + lock_file);
+        check_errno(errno == EINTR, std::string("lock ") + lock_file);
     return lock;
 }
 
-class DataFolder
+volatile std::sig_atomic_t worker_process = 0;
+
+extern "C" void kill_worker(int)
 {
-public:
-    DataFolder() : created_(mkdir("/data", 0777) == 0)
-    {
-        if (created_)
-            chmod("/data", 0777);
-        else if (errno != EEXIST)
-            say(std::string("no /data for the debug log: ") + std::strerror(errno));
-    }
-    ~DataFolder()
-    {
-        std::error_code ignored;
-        if (created_)
-            fs::remove_all("/data", ignored);
-    }
-    DataFolder(const DataFolder &) = delete;
-    DataFolder &operator=(const DataFolder &) = delete;
+    if (worker_process > 0)
+        kill(static_cast<pid_t>(worker_process), SIGKILL);
+}
 
-private:
-    bool created_;
-};
-
-} // namespace
-
-int on_shared_ground(const std::function<int()> &work, Ground ground)
-try {
-    const int lock = ground == Ground::held_for_us ? -1 : lock_machine();
-    int status = 1;
-    if (!in_use()) {
-        const DataFolder data;
-        status = work();
-        remove_traces();
+// Processes that outlive the worker have become children of this one.
+void kill_orphans()
+{
+    for (;;) {
+        std::ifstream children("/proc/thread-self/children");
+        pid_t child = 0;
+        bool any = false;
+        for (; children >> child; any = true)
+            kill(child, SIGKILL);
+        if (!any)
+            return;
+        while (waitpid(any_child, nullptr, 0) > 0 || errno == EINTR)
+            continue;
     }
-    close(lock);
+}
+
+// SIGTERM means that the caller has ended: the worker is killed, and the clean-up follows. It stays
+// blocked until there is a worker to kill.
+int supervise(const Work &work, const InterruptsIgnored &interrupts)
+{
+    sigset_t termination, before;
+    sigemptyset(&termination);
+    sigaddset(&termination, SIGTERM);
+    sigprocmask(SIG_BLOCK, &termination, &before);
+    std::signal(SIGTERM, kill_worker);
+    prctl(PR_SET_CHILD_SUBREAPER, 1);
+    const auto with_signals_restored = [&] {
+        std::signal(SIGTERM, SIG_DFL);
+        sigprocmask(SIG_SETMASK, &before, nullptr);
+        return work();
+    };
+    const pid_t worker = start_worker(with_signals_restored, interrupts);
+    worker_process = worker;
+    sigprocmask(SIG_SETMASK, &before, nullptr);
+    const int status = wait_for(worker, any_child);
+    kill_orphans();
     return status;
-} catch (const std::exception &failure) {
-    say(failure.what());
+}
+
+// The counterpart of process 1 where there are no namespaces.
+int unisolated_init(const Work &work, const InterruptsIgnored &interrupts, Lock lock)
+try {
+    const int held = lock == Lock::take ? lock_machine() : -1;
+    int status = 1;
+    if (!report_leftovers()) {
+        const DataFolder data;
+        status = supervise(work, interrupts);
+        remove_leftovers();
+    }
+    close(held);
+    return status;
+} catch (const std::exception &error) {
+    log_line(error.what());
     return 1;
 }
 
-} // namespace sim
+} // namespace
+
+// In a process of its own, since it handles signals and becomes the parent of orphans.
+int run_unisolated(const Work &work, const InterruptsIgnored &interrupts, Lock lock)
+{
+    const pid_t caller = getpid();
+    const pid_t init = fork();
+    if (init == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        if (getppid() != caller) // it ended before this process could learn of it
+            _exit(1);
+        setenv(sandbox_variable, lock_is_held, 1);
+        _exit(unisolated_init(work, interrupts, lock));
+    }
+    return wait_for(init, init);
+}
+
+} // namespace sandbox

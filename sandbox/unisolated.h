@@ -1,20 +1,25 @@
+// The sandbox without namespaces: the queues, /tmp and /data are those of the whole machine.
 #ifndef SANDBOX_UNISOLATED_H
 #define SANDBOX_UNISOLATED_H
 
-#include <functional>
+#include "worker.h"
 
-namespace sim
+namespace sandbox
 {
 
-enum class Ground { ours_alone, held_for_us };
+// The environment variable that chooses the kind of sandbox, and its values: set by the user, and
+// by a run for the runs inside it.
+inline constexpr const char *sandbox_variable = "CMIF_SANDBOX";
+inline constexpr const char *no_namespaces = "none";
+inline constexpr const char *lock_is_held = "held";
 
-/*
- * Does `work` over the queues, /tmp and /data that everybody on this machine shares. On ground that
- * is not held for us yet, waits until no other such run is left. Refuses, with a message and the
- * result 1, while anybody uses the queues or marker files; removes what of these the work leaves.
- */
-int on_shared_ground(const std::function<int()> &work, Ground ground);
+enum class Lock { take, inherited };
 
-} // namespace sim
+// Does `work` and returns its exit status. With Lock::take, waits until no other such run is in
+// progress; a run inside another one inherits its lock. If another program uses the queues or files
+// of the router, prints which and returns 1. Removes those that the work leaves.
+int run_unisolated(const Work &work, const InterruptsIgnored &interrupts, Lock lock);
+
+} // namespace sandbox
 
 #endif

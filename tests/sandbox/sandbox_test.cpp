@@ -1,18 +1,45 @@
-// The sandbox in name spaces of its own: what is kept apart, what is kept, and how it ends.
+// The sandbox in namespaces of its own: what is private, what stays visible, and how it ends.
 #include "tests/support/sandbox_fixture.h"
 
 #include <csignal>
 #include <sys/prctl.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <sys/wait.h>
 
 namespace
 {
 
 namespace fs = std::filesystem;
-using sim::run_in_sandbox;
+using sandbox::run_in_sandbox;
 
-TEST_F(Sandbox, PassesTheExitStatusOn)
+// Signals every millisecond, from now on.
+class TimerSignals
+{
+public:
+    TimerSignals()
+    {
+        struct sigaction count = {};
+        count.sa_handler = [](int) { received_ = received_ + 1; };
+        sigaction(SIGALRM, &count, nullptr); // without SA_RESTART
+        const struct itimerval interval = {{0, 1000}, {0, 1000}};
+        setitimer(ITIMER_REAL, &interval, nullptr);
+    }
+    ~TimerSignals()
+    {
+        const struct itimerval none = {};
+        setitimer(ITIMER_REAL, &none, nullptr);
+    }
+    TimerSignals(const TimerSignals &) = delete;
+    TimerSignals &operator=(const TimerSignals &) = delete;
+
+    int received() const { return received_; }
+
+private:
+    static inline volatile std::sig_atomic_t received_ = 0;
+};
+
+TEST_F(Sandbox, ReturnsTheExitStatus)
 {
     EXPECT_EQ(run_in_sandbox([] { return 0; }), 0);
     EXPECT_EQ(run_in_sandbox([] { return 42; }), 42);
@@ -22,11 +49,11 @@ TEST_F(Sandbox, PassesTheExitStatusOn)
 
 TEST_F(Sandbox, SharesNoQueueWithTheOutside)
 {
-    ASSERT_TRUE(make_queue(some_queue));
-    EXPECT_EQ(
-        run_in_sandbox([] { return !has_queue(some_queue) && make_queue(request_queue) ? 0 : 1; }),
-        0);
-    EXPECT_TRUE(has_queue(some_queue));
+    ASSERT_TRUE(make_queue(foreign_queue));
+    EXPECT_EQ(run_in_sandbox(
+                  [] { return !has_queue(foreign_queue) && make_queue(request_queue) ? 0 : 1; }),
+              0);
+    EXPECT_TRUE(has_queue(foreign_queue));
     EXPECT_FALSE(has_queue(request_queue));
 }
 
@@ -49,7 +76,7 @@ TEST_F(Sandbox, HasItsOwnEmptyTmpAndData)
     EXPECT_FALSE(fs::exists("/data/inside"));
 }
 
-TEST_F(Sandbox, ShowsEverythingElseAsItIs)
+TEST_F(Sandbox, ShowsTheOtherFilesAsTheyAre)
 {
     struct stat before = {};
     ASSERT_EQ(stat("/etc/passwd", &before), 0);
@@ -63,7 +90,7 @@ TEST_F(Sandbox, ShowsEverythingElseAsItIs)
               0);
 }
 
-TEST_F(Sandbox, KeepsTheCurrentDirectoryBelowTmp)
+TEST_F(Sandbox, ShowsTheCurrentDirectoryBelowTmp)
 {
     fs::create_directories("/tmp/checkout/build/tests");
     fs::create_directories("/tmp/other");
@@ -80,21 +107,21 @@ TEST_F(Sandbox, KeepsTheCurrentDirectoryBelowTmp)
     EXPECT_TRUE(fs::exists("/tmp/checkout/build/tests/result"));
 }
 
-TEST_F(Sandbox, KeepsFoldersThatAreNamed)
+TEST_F(Sandbox, ShowsNamedDirectories)
 {
     fs::create_directories("/data/store/saved");
     fs::create_directories("/tmp/store");
-    const auto both_kept = [] {
+    const auto both_visible = [] {
         touch("/data/store/saved/inside");
         return fs::exists("/tmp/store") ? 0 : 1;
     };
-    EXPECT_EQ(run_in_sandbox(both_kept, {"/data/store/saved", "/tmp/store", "/tmp/store"}), 0);
+    EXPECT_EQ(run_in_sandbox(both_visible, {"/data/store/saved", "/tmp/store", "/tmp/store"}), 0);
     EXPECT_TRUE(fs::exists("/data/store/saved/inside"));
     EXPECT_EQ(run_in_sandbox([] { return fs::exists("/tmp/missing") ? 1 : 0; }, {"/tmp/missing"}),
               0);
 }
 
-TEST_F(Sandbox, KeepsTheUserAndCountsProcessesAnew)
+TEST_F(Sandbox, KeepsTheUserAndNumbersProcessesFrom1)
 {
     const uid_t user = geteuid();
     const gid_t group = getegid();
@@ -105,34 +132,86 @@ TEST_F(Sandbox, KeepsTheUserAndCountsProcessesAnew)
               0);
 }
 
-TEST_F(Sandbox, EndsWhatIsLeftOver)
+// Signals with a handler interrupt the system calls in which the caller waits.
+TEST_F(Sandbox, SurvivesInterruptedWaits)
 {
-    Trail trail;
+    const TimerSignals signals;
+    for (const char *kind : {"", "none"}) {
+        setenv("CMIF_SANDBOX", kind, 1);
+        testing::internal::CaptureStderr();
+        EXPECT_EQ(run_in_sandbox([] {
+                      usleep(50'000);
+                      return 42;
+                  }),
+                  42);
+        const std::string said = testing::internal::GetCapturedStderr();
+        EXPECT_EQ(said.find("no namespaces") != std::string::npos, kind == std::string("none"))
+            << said;
+    }
+    EXPECT_GT(signals.received(), 10);
+}
+
+TEST_F(Sandbox, LeavesTheCallersInterruptAsItWas)
+{
+    std::signal(SIGINT, SIG_DFL);
+    std::signal(SIGQUIT, SIG_IGN);
+    EXPECT_EQ(run_in_sandbox([] {
+                  return std::signal(SIGINT, SIG_IGN) == SIG_DFL &&
+                                 std::signal(SIGQUIT, SIG_DFL) == SIG_IGN
+                             ? 0
+                             : 1;
+              }),
+              0);
+    EXPECT_EQ(std::signal(SIGINT, SIG_DFL), SIG_DFL);
+    EXPECT_EQ(std::signal(SIGQUIT, SIG_DFL), SIG_IGN);
+}
+
+TEST_F(Sandbox, IgnoresTheInterruptThatIsMeantForTheProgram)
+{
+    LifetimePipe pipe;
+    const pid_t run = fork();
+    if (run == 0)
+        std::_Exit(run_in_sandbox([&] {
+            pipe.put('x');
+            usleep(200'000);
+            return 7;
+        }));
+    EXPECT_EQ(pipe.next(), 'x');
+    kill(run, SIGINT);
+    kill(run, SIGQUIT);
+    int status = 0;
+    EXPECT_EQ(waitpid(run, &status, 0), run);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 7) << status;
+}
+
+TEST_F(Sandbox, KillsProcessesThatAreLeft)
+{
+    LifetimePipe pipe;
     EXPECT_EQ(run_in_sandbox([&] {
-                  leave_daemon_behind();
-                  trail.leave('x');
+                  start_daemon();
+                  pipe.put('x');
                   return 0;
               }),
               0);
-    EXPECT_EQ(trail.rest(), "x");
+    EXPECT_EQ(pipe.rest(), "x");
 }
 
 TEST_F(Sandbox, EndsWithItsCaller)
 {
-    Trail trail;
+    LifetimePipe pipe;
     const pid_t caller = fork();
     if (caller == 0)
         std::_Exit(run_in_sandbox([&] {
-            trail.leave('x');
+            pipe.put('x');
             return pause();
         }));
-    EXPECT_EQ(trail.next(), 'x');
+    EXPECT_EQ(pipe.next(), 'x');
     EXPECT_EQ(kill(caller, SIGKILL), 0);
-    EXPECT_EQ(trail.rest(), "");
+    EXPECT_EQ(pipe.rest(), "");
     waitpid(caller, nullptr, 0);
 }
 
-TEST_F(Sandbox, LeavesItsCallersChildrenAlone)
+TEST_F(Sandbox, DoesNotReapTheCallersChildren)
 {
     const pid_t child = fork();
     if (child == 0)
@@ -149,32 +228,38 @@ TEST_F(Sandbox, WorksWithinItself)
 {
     EXPECT_EQ(run_in_sandbox([] {
                   return run_in_sandbox([] {
-                      make_queue(some_queue);
-                      return run_in_sandbox([] { return has_queue(some_queue) ? 1 : 33; });
+                      make_queue(foreign_queue);
+                      return run_in_sandbox([] { return has_queue(foreign_queue) ? 1 : 33; });
                   });
               }),
               33);
 }
 
-/* Without the rights that root and the first process of a name space have. */
+// Without the rights that root and the first process of a namespace have.
 bool become_plain_user()
 {
-    constexpr uid_t nobody = 65534;
-    if (geteuid() == 0 &&
-        (setresgid(nobody, nobody, nobody) != 0 || setresuid(nobody, nobody, nobody) != 0))
+    constexpr uid_t plain_user = 65534;
+    if (geteuid() == 0 && (setresgid(plain_user, plain_user, plain_user) != 0 ||
+                           setresuid(plain_user, plain_user, plain_user) != 0))
         return false;
     return prctl(PR_SET_DUMPABLE, 1) == 0; // as after any exec
 }
 
-TEST_F(Sandbox, GivesAPlainUserInsideOneOfItsOwn)
+TEST_F(Sandbox, CanBeNestedByAPlainUser)
 {
     EXPECT_EQ(run_in_sandbox([] {
-                  make_queue(some_queue);
+                  make_queue(foreign_queue);
                   if (!become_plain_user())
                       return 1;
-                  return run_in_sandbox([] { return has_queue(some_queue) ? 1 : 33; });
+                  return run_in_sandbox([] { return has_queue(foreign_queue) ? 1 : 33; });
               }),
               33);
+}
+
+std::string contents(const char *path)
+{
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 int shell(const std::string &command)
@@ -182,14 +267,22 @@ int shell(const std::string &command)
     return WEXITSTATUS(std::system(command.c_str()));
 }
 
-TEST_F(Sandbox, IsALauncher)
+TEST_F(Sandbox, HasALauncher)
 {
     const std::string isolate = ISOLATE;
     EXPECT_EQ(shell(isolate + " " + isolate + " sh -c 'exit 42'"), 42);
     EXPECT_EQ(shell(isolate + " sh -c 'kill -TERM $$'"), 128 + SIGTERM);
     EXPECT_EQ(shell("echo through | " + isolate + " cat | grep -qx through"), 0);
-    EXPECT_EQ(shell(isolate + " /no/such/program 2>/dev/null"), 127);
-    EXPECT_EQ(shell(isolate + " 2>/dev/null"), 2);
+}
+
+TEST_F(Sandbox, HasALauncherThatReportsMisuse)
+{
+    const std::string isolate = ISOLATE;
+    EXPECT_EQ(shell(isolate + " /no/such/program 2>/tmp/errors"), 127);
+    EXPECT_EQ(contents("/tmp/errors"),
+              "isolate: cannot run /no/such/program: No such file or directory\n");
+    EXPECT_EQ(shell(isolate + " 2>/tmp/errors"), 2);
+    EXPECT_EQ(contents("/tmp/errors"), "usage: " + isolate + " PROGRAM [ARGUMENT...]\n");
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-// The sandbox without name spaces: runs that share what is there, one at a time.
+// The sandbox without namespaces: runs that share the machine's queues, one at a time.
 #include "tests/support/sandbox_fixture.h"
 
 #include <cerrno>
@@ -8,6 +8,7 @@
 #include <linux/seccomp.h>
 #include <sched.h>
 #include <sys/prctl.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
@@ -15,18 +16,18 @@ namespace
 {
 
 namespace fs = std::filesystem;
-using sim::run_in_sandbox;
+using sandbox::run_in_sandbox;
 
-constexpr const char *shared_line = "cmif-sandbox: no name spaces (CMIF_SANDBOX=none): "
-                                    "sharing this system's queues, one run at a time\n";
+constexpr const char *notice = "cmif-sim: no namespaces (CMIF_SANDBOX=none): "
+                               "sharing this system's queues, one run at a time\n";
 
 void remove_queue(key_t key)
 {
     msgctl(msgget(key, 0), IPC_RMID, nullptr);
 }
 
-/* Runs that share what is there; here that is what the launcher gave this test. */
-class SharedSandbox : public Sandbox
+// What these runs share is here what the launcher gave this test.
+class UnisolatedSandbox : public Sandbox
 {
 protected:
     void SetUp() override
@@ -35,7 +36,7 @@ protected:
         setenv("CMIF_SANDBOX", "none", 1);
     }
 
-    /* The result, and in `said_` what it printed on standard error. */
+    // The result; `said_` receives what it printed on standard error.
     int run(const std::function<int()> &inside)
     {
         testing::internal::CaptureStderr();
@@ -47,30 +48,32 @@ protected:
     std::string said_;
 };
 
-TEST_F(SharedSandbox, SaysSoInOneLine)
+TEST_F(UnisolatedSandbox, PrintsOneLine)
 {
-    ASSERT_TRUE(make_queue(some_queue));
+    ASSERT_TRUE(make_queue(foreign_queue));
     touch("/tmp/outside");
-    EXPECT_EQ(run([] { return has_queue(some_queue) && fs::exists("/tmp/outside") ? 9 : 1; }), 9);
-    EXPECT_EQ(said_, shared_line);
+    EXPECT_EQ(run([] { return has_queue(foreign_queue) && fs::exists("/tmp/outside") ? 9 : 1; }),
+              9);
+    EXPECT_EQ(said_, notice);
 }
 
-TEST_F(SharedSandbox, PassesSignalsOn)
+TEST_F(UnisolatedSandbox, ReturnsTheSignal)
 {
     EXPECT_EQ(run([] { return raise(SIGKILL); }), 128 + SIGKILL);
 }
 
-TEST_F(SharedSandbox, RemovesTheQueuesAndMarkersOfTheRun)
+TEST_F(UnisolatedSandbox, RemovesTheQueuesAndFilesOfTheRun)
 {
-    ASSERT_TRUE(make_queue(some_queue));
-    const std::string markers[] = {"/tmp/lte_qmi_msg_handler_thread_ready",
-                                   "/tmp/modify_profile_in_progress", "/tmp/lte_provider_list",
-                                   "/data/debug_lte.txt", "/data/debug_lte_old.txt"};
+    ASSERT_TRUE(make_queue(foreign_queue));
+    const std::string files[] = {"/tmp/lte_qmi_msg_handler_thread_ready",
+                                 "/tmp/modify_profile_in_progress", "/tmp/lte_provider_list",
+                                 "/data/debug_lte.txt", "/data/debug_lte_2.txt"};
     touch("/data/kept");
+    touch("/data/debug_lte_kept.txt");
     EXPECT_EQ(run([&] {
                   for (const key_t key : {899, 900, 1158, 1159})
                       make_queue(key);
-                  for (const std::string &path : markers)
+                  for (const std::string &path : files)
                       touch(path);
                   fs::create_directories("/data/debug_lte_1.txt/folder");
                   return 0;
@@ -79,94 +82,134 @@ TEST_F(SharedSandbox, RemovesTheQueuesAndMarkersOfTheRun)
     EXPECT_FALSE(fs::exists("/data/debug_lte_1.txt"));
     for (const key_t key : {899, 900, 1158, 1159})
         EXPECT_FALSE(has_queue(key)) << key;
-    for (const std::string &path : markers)
+    for (const std::string &path : files)
         EXPECT_FALSE(fs::exists(path)) << path;
-    EXPECT_TRUE(has_queue(some_queue));
+    EXPECT_TRUE(has_queue(foreign_queue));
     EXPECT_TRUE(fs::exists("/data/kept"));
+    EXPECT_TRUE(fs::exists("/data/debug_lte_kept.txt"));
 }
 
-TEST_F(SharedSandbox, RefusesQueuesThatAreInUse)
+TEST_F(UnisolatedSandbox, RefusesQueuesThatAreInUse)
 {
     ASSERT_TRUE(make_queue(request_queue));
     EXPECT_EQ(run([] { return 0; }), 1);
-    EXPECT_EQ(said_, std::string(shared_line) +
-                         "cmif-sandbox: already in use here: queue 899 - end what uses it, "
+    EXPECT_EQ(said_, std::string(notice) +
+                         "cmif-sim: already in use: queue 899; end the program that uses it, "
                          "or remove what it left: ipcrm -Q 899\n");
     EXPECT_TRUE(has_queue(request_queue));
     remove_queue(request_queue);
     EXPECT_EQ(run([] { return 0; }), 0);
 }
 
-TEST_F(SharedSandbox, RefusesMarkersThatAreInUse)
+TEST_F(UnisolatedSandbox, RefusesFilesThatAreInUse)
 {
     touch("/tmp/lte_provider_list");
     touch("/data/debug_lte.txt");
     EXPECT_EQ(run([] { return 0; }), 1);
-    EXPECT_EQ(said_, std::string(shared_line) +
-                         "cmif-sandbox: already in use here: /tmp/lte_provider_list, "
-                         "/data/debug_lte.txt - end what uses it, or remove what it left: "
-                         "rm /tmp/lte_provider_list; rm /data/debug_lte.txt\n");
+    EXPECT_EQ(said_, std::string(notice) +
+                         "cmif-sim: already in use: /tmp/lte_provider_list, "
+                         "/data/debug_lte.txt; end the program that uses it, or remove what it "
+                         "left: rm /tmp/lte_provider_list; rm /data/debug_lte.txt\n");
     EXPECT_TRUE(fs::exists("/tmp/lte_provider_list"));
 }
 
-TEST_F(SharedSandbox, RunsOneAfterTheOther)
+// To a plain user all that another one created is in use, even if its permissions hide it.
+TEST_F(UnisolatedSandbox, RefusesQueuesThatItMayNotUse)
 {
-    Trail trail;
+    ASSERT_TRUE(make_queue(request_queue));
+    if (geteuid() != 0)
+        GTEST_SKIP() << "there is only one user here";
+    const pid_t user = fork();
+    if (user == 0) {
+        constexpr uid_t plain_user = 65534;
+        if (setresgid(plain_user, plain_user, plain_user) != 0 ||
+            setresuid(plain_user, plain_user, plain_user) != 0)
+            std::_Exit(77);
+        std::_Exit(
+            run([] { return 0; }) == 1 && said_.find(": queue 899;") != std::string::npos ? 0 : 2);
+    }
+    int status = 0;
+    waitpid(user, &status, 0);
+    EXPECT_TRUE(WEXITSTATUS(status) == 0 || WEXITSTATUS(status) == 77) << status;
+}
+
+TEST_F(UnisolatedSandbox, ReportsALockThatCanNotBeOpened)
+{
+    fs::remove("/tmp/cmif-sim-run.lock");
+    fs::create_symlink("/etc/passwd", "/tmp/cmif-sim-run.lock");
+    EXPECT_EQ(run([] { return 0; }), 1);
+    EXPECT_EQ(said_, std::string(notice) + "cmif-sim: open /tmp/cmif-sim-run.lock: Too many levels "
+                                           "of symbolic links\n");
+}
+
+TEST_F(UnisolatedSandbox, LetsEveryUserTakeTheLock)
+{
+    fs::remove("/tmp/cmif-sim-run.lock");
+    umask(077);
+    EXPECT_EQ(run([] { return 0; }), 0);
+    struct stat lock = {};
+    ASSERT_EQ(stat("/tmp/cmif-sim-run.lock", &lock), 0);
+    EXPECT_EQ(lock.st_mode & 0777U, 0666U);
+}
+
+TEST_F(UnisolatedSandbox, RunsOneAfterTheOther)
+{
+    LifetimePipe pipe;
     for (const char name : {'a', 'b', 'c'})
         if (fork() == 0)
-            std::_Exit(run_in_sandbox([&trail, name] {
-                trail.leave(name);
+            std::_Exit(run_in_sandbox([&pipe, name] {
+                pipe.put(name);
                 usleep(50'000);
-                trail.leave(name);
+                pipe.put(name);
                 return 0;
             }));
     while (wait(nullptr) != -1)
         continue;
-    const std::string marks = trail.rest();
+    const std::string marks = pipe.rest();
     ASSERT_EQ(marks.size(), 6U);
     for (std::size_t i = 0; i < marks.size(); i += 2)
         EXPECT_EQ(marks[i], marks[i + 1]) << marks;
 }
 
-TEST_F(SharedSandbox, NeedsNoSecondTurnWithinItself)
+TEST_F(UnisolatedSandbox, CanBeNestedWithoutWaiting)
 {
     EXPECT_EQ(run([] { return run_in_sandbox([] { return make_queue(request_queue) ? 5 : 1; }); }),
               5);
-    EXPECT_EQ(said_, shared_line);
+    EXPECT_EQ(said_, notice);
     EXPECT_FALSE(has_queue(request_queue));
 }
 
-TEST_F(SharedSandbox, EndsWhatIsLeftOver)
+TEST_F(UnisolatedSandbox, KillsProcessesThatAreLeft)
 {
-    Trail trail;
+    LifetimePipe pipe;
     EXPECT_EQ(run([&] {
-                  leave_daemon_behind();
-                  trail.leave('x');
+                  start_daemon();
+                  pipe.put('x');
                   return 0;
               }),
               0);
-    EXPECT_EQ(trail.rest(), "x");
+    EXPECT_EQ(pipe.rest(), "x");
 }
 
-TEST_F(SharedSandbox, EndsWithItsCallerAndCleansUpAllTheSame)
+TEST_F(UnisolatedSandbox, EndsWithItsCallerAndStillCleansUp)
 {
-    Trail trail;
+    LifetimePipe pipe;
     const pid_t caller = fork();
     if (caller == 0)
         std::_Exit(run_in_sandbox([&] {
             make_queue(request_queue);
-            trail.leave('x');
+            pipe.put('x');
             return pause();
         }));
-    EXPECT_EQ(trail.next(), 'x');
+    EXPECT_EQ(pipe.next(), 'x');
     EXPECT_EQ(kill(caller, SIGKILL), 0);
     waitpid(caller, nullptr, 0);
-    EXPECT_EQ(trail.rest(), "");
-    EXPECT_EQ(run([] { return 0; }), 0) << said_; // waits for its turn, finds nothing in use
+    EXPECT_EQ(pipe.rest(), "");
+    EXPECT_EQ(run([] { return 0; }), 0) << said_; // waits for the lock, finds nothing in use
 }
 
-/* From here on the kernel answers this process as it does in a container that may do little. */
-bool refuse_name_spaces()
+// From here on the kernel refuses this process namespaces, as in a restricted container.
+bool refuse_namespaces()
 {
     struct sock_filter rules[] = {
         BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(struct seccomp_data, nr)),
@@ -181,13 +224,13 @@ bool refuse_name_spaces()
            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-TEST_F(SharedSandbox, IsTheWayOutWhereTheSystemRefuses)
+TEST_F(UnisolatedSandbox, IsUsedWhereTheSystemRefusesNamespaces)
 {
     unsetenv("CMIF_SANDBOX");
-    ASSERT_TRUE(make_queue(some_queue));
-    ASSERT_TRUE(refuse_name_spaces());
-    EXPECT_EQ(run([] { return has_queue(some_queue) ? 9 : 1; }), 9);
-    EXPECT_EQ(said_, "cmif-sandbox: no name spaces (Operation not permitted): "
+    ASSERT_TRUE(make_queue(foreign_queue));
+    ASSERT_TRUE(refuse_namespaces());
+    EXPECT_EQ(run([] { return has_queue(foreign_queue) ? 9 : 1; }), 9);
+    EXPECT_EQ(said_, "cmif-sim: no namespaces (Operation not permitted): "
                      "sharing this system's queues, one run at a time\n");
 }
 

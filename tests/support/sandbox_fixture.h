@@ -1,4 +1,4 @@
-// What goes on in and around a sandbox: queues, files, and processes that leave a trail.
+// What the tests of the sandbox share: queues, files, and a pipe that shows which processes live.
 #ifndef TESTS_SUPPORT_SANDBOX_FIXTURE_H
 #define TESTS_SUPPORT_SANDBOX_FIXTURE_H
 
@@ -14,7 +14,7 @@
 #include <unistd.h>
 
 inline constexpr key_t request_queue = 899;
-inline constexpr key_t some_queue = 4242; // none that the sandbox knows
+inline constexpr key_t foreign_queue = 4242; // not one of the router's
 
 inline bool has_queue(key_t key)
 {
@@ -31,22 +31,22 @@ inline void touch(const std::filesystem::path &path)
     ASSERT_TRUE(std::ofstream(path).is_open()) << path;
 }
 
-/* A pipe that ends when all processes that inherited its writing side have. */
-class Trail
+// A pipe whose end shows that all processes that inherited its writing side have ended.
+class LifetimePipe
 {
 public:
-    Trail() { EXPECT_EQ(pipe2(ends_, O_CLOEXEC), 0); }
-    ~Trail() { close(ends_[0]); }
-    Trail(const Trail &) = delete;
-    Trail &operator=(const Trail &) = delete;
+    LifetimePipe() { EXPECT_EQ(pipe2(ends_, O_CLOEXEC), 0); }
+    ~LifetimePipe() { close(ends_[0]); }
+    LifetimePipe(const LifetimePipe &) = delete;
+    LifetimePipe &operator=(const LifetimePipe &) = delete;
 
-    void leave(char mark) const { EXPECT_EQ(write(ends_[1], &mark, 1), 1); }
+    void put(char mark) const { EXPECT_EQ(write(ends_[1], &mark, 1), 1); }
     char next() const
     {
         char mark = 0;
         return read(ends_[0], &mark, 1) == 1 ? mark : '\0';
     }
-    /* What is left on it once nobody can add to it any more. */
+    // What is left in it, once no other process can write to it.
     std::string rest()
     {
         close(ends_[1]);
@@ -60,8 +60,8 @@ private:
     int ends_[2] = {-1, -1};
 };
 
-/* A child that would outlive its parents. */
-inline void leave_daemon_behind()
+// A child that would outlive its parents.
+inline void start_daemon()
 {
     if (fork() == 0) {
         setsid();
@@ -70,14 +70,14 @@ inline void leave_daemon_behind()
     }
 }
 
-/* Cases can say nothing about name spaces of their own where the launcher had none to give. */
+// Skips where the launcher could give this test no namespaces of its own.
 class Sandbox : public testing::Test
 {
 protected:
     void SetUp() override
     {
         if (std::getenv("CMIF_SANDBOX") != nullptr)
-            GTEST_SKIP() << "no name spaces on this system";
+            GTEST_SKIP() << "no namespaces on this system";
     }
 };
 
