@@ -6,10 +6,6 @@
 
 #include <sys/types.h>
 
-namespace sim // of server.h
-{
-}
-
 namespace cmif_sim
 {
 
