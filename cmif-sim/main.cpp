@@ -42,7 +42,7 @@ public:
     }
 };
 
-// A pause of 1 second must not overflow when it is scaled, nor last for days.
+// The limit keeps the longest scaled delay, of minutes, far below an overflow.
 double pace_of(const std::string &text)
 {
     double factor = -1;
@@ -76,7 +76,8 @@ void add_options(CLI::App &command, ServerOptions &options)
         ->excludes("--no-at");
 }
 
-// Removes the first "--" and what follows it, which may look like options of ours.
+// Removes the first "--" and the words after it: they are the program's, even if they look like
+// options of cmif-sim.
 std::vector<std::string> split_off_command(int &argc, char **argv)
 {
     char **end = argv + argc;

@@ -19,8 +19,7 @@ namespace
 namespace fs = std::filesystem;
 
 constexpr const char *store_variable = "CMIF_STORE";
-constexpr const char *own_store_variable =
-    "CMIF_STORE_OF_RUN"; // set beside it if the store is ours
+constexpr const char *own_store_variable = "CMIF_STORE_OF_RUN"; // the same, if OwnStore has set it
 
 // The store that the user has chosen, "" for none. A run inside another one does not use its store.
 std::string chosen_store()

@@ -123,7 +123,7 @@ TEST_F(HostStoreDatabase, CutShortToAnySizeKillsNoProcess)
     expect_error_with(file.string() + ": MDB_");
 }
 
-TEST_F(HostStoreDatabase, UnfinishedIsStartedAgainWithoutAWord)
+TEST_F(HostStoreDatabase, UnfinishedIsSilentlyCreatedAgain)
 {
     fill();
     const fs::path file = database();
@@ -224,7 +224,7 @@ TEST_F(HostStoreDatabase, HasRoomFor512Readers)
     std::thread([] { EXPECT_EQ(get("key"), "new"); }).join();
 }
 
-// By the name that the database really has: the last digit of the run's name is another one.
+// The earlier run's files have the database's real name, but for the last digit of the run.
 TEST_F(HostStoreDatabase, OfAnEarlierRunOfTheHostIsRemoved)
 {
     fill();
@@ -243,7 +243,7 @@ TEST_F(HostStoreDatabase, OfAnEarlierRunOfTheHostIsRemoved)
     EXPECT_TRUE(fs::exists(saved()));
 }
 
-// Another process may then be using any of the files.
+// Another process may be using any of the files then.
 TEST_F(HostStoreDatabase, OfAnyRunIsKeptWhileTheRunIsNotKnown)
 {
     fill();

@@ -1,4 +1,4 @@
-// Where the development store's directory is, who may use it, and directories that can't be used.
+// Where the development store's directory is, its lock and permissions, and unusable directories.
 #include "in_child.h"
 #include "store_errors.h"
 

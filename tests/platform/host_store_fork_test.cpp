@@ -1,5 +1,5 @@
-// The development store in children of a program whose threads are at work in it. Each case is the
-// first in its process to use the store.
+// The development store in forked children of a program whose threads are using it. Each case is
+// the first in its process to use the store.
 #include "tests/support/child.h"
 #include "tests/support/store_directory.h"
 
@@ -9,9 +9,10 @@
 namespace
 {
 
-constexpr unsigned patience = 20; // seconds, after which a child that is stuck is ended
+constexpr unsigned time_limit = 20; // seconds, after which a blocked child is killed
 
-// Whether this process itself holds a lock: the reader table's, which goes with a process.
+// Whether this process itself holds a lock: that of the reader table, which a child does not
+// inherit.
 bool holds_a_lock()
 {
     std::ifstream locks("/proc/locks");
@@ -26,16 +27,16 @@ bool holds_a_lock()
 class HostStoreFork : public HostStore
 {
 protected:
-    // In a child: it has the store open by itself, and not through what it inherited.
+    // In a child: it has opened the store itself, and does not use what it inherited.
     [[noreturn]] static void use(const std::string &key)
     {
-        alarm(patience);
+        alarm(time_limit);
         const bool works = set(key, "1") == 0 && get(key) == "1";
         _exit(works && holds_a_lock() ? 0 : 1);
     }
 };
 
-TEST_F(HostStoreFork, AmidOtherThreadsWorkIsNotStuck)
+TEST_F(HostStoreFork, WhileOtherThreadsUseTheStoreDoesNotBlockTheChild)
 {
     const auto work = [](const std::stop_token &stop) {
         while (!stop.stop_requested()) {
@@ -52,8 +53,8 @@ TEST_F(HostStoreFork, AmidOtherThreadsWorkIsNotStuck)
     }
 }
 
-// The fork comes at a different moment of the first use in each round.
-TEST_F(HostStoreFork, AmidTheFirstUseIsNotStuckAndOpensTheStoreAnew)
+// Each round forks at a different moment of the first use.
+TEST_F(HostStoreFork, DuringTheFirstUseDoesNotBlockTheChildWhichOpensTheStoreItself)
 {
     for (int round = 0; round < 200; ++round) {
         choose(top() / std::to_string(round));

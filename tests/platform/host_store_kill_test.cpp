@@ -1,5 +1,5 @@
-// The development store under many users at once, some of whom are killed.
-#include "tests/support/child.h"
+// The development store used by many processes and threads at once, some of which are killed.
+#include "in_child.h"
 #include "tests/support/redirect.h"
 #include "tests/support/store_directory.h"
 
@@ -18,14 +18,8 @@ namespace fs = std::filesystem;
 
 constexpr int killed = 128 + SIGKILL;
 
-void require(bool condition)
-{
-    if (!condition)
-        _exit(1);
-}
-
-// Lets `body` run for up to two milliseconds, a different time in each round.
-void kill_amid(int round, const std::function<void()> &body)
+// Kills `body` after up to two milliseconds, a different time in each round.
+void kill_during(int round, const std::function<void()> &body)
 {
     Child child(body);
     std::this_thread::sleep_for(std::chrono::microseconds(round * 7919 % 2000));
@@ -33,8 +27,8 @@ void kill_amid(int round, const std::function<void()> &body)
     EXPECT_EQ(child.wait(), killed);
 }
 
-// Runs `body` in a child that has the database open by itself and then waits to be killed.
-void killed_holding(const fs::path &file, unsigned flags)
+// Kills a child that has opened the database itself and is in a transaction.
+void kill_in_transaction(const fs::path &file, unsigned flags)
 {
     Redirect ready(STDERR_FILENO);
     Child child([&] {
@@ -52,11 +46,11 @@ void killed_holding(const fs::path &file, unsigned flags)
     EXPECT_EQ(child.wait(), killed);
 }
 
-class HostStoreUnderFire : public HostStore
+class HostStoreConcurrent : public HostStore
 {
 };
 
-TEST_F(HostStoreUnderFire, ThreadsHaveAnswersOfTheirOwn)
+TEST_F(HostStoreConcurrent, EachThreadHasItsOwnAnswer)
 {
     std::atomic<int> wrong{0};
     const auto work = [&wrong](const std::string &key) {
@@ -79,14 +73,14 @@ TEST_F(HostStoreUnderFire, ThreadsHaveAnswersOfTheirOwn)
     EXPECT_EQ(all().size(), 8U);
 }
 
-TEST_F(HostStoreUnderFire, ManyThreadsComeAndGo)
+TEST_F(HostStoreConcurrent, ThreadsThatHaveEndedLeaveRoomForMore)
 {
     set("key", "value");
     for (int i = 0; i < 1000; ++i)
         std::thread([] { EXPECT_EQ(get("key"), "value"); }).join();
 }
 
-TEST_F(HostStoreUnderFire, ManyProcessesMakeItAtOnce)
+TEST_F(HostStoreConcurrent, ManyProcessesCreateItAtOnce)
 {
     for (int round = 0; round < 10; ++round) {
         choose(top() / std::to_string(round));
@@ -101,7 +95,7 @@ TEST_F(HostStoreUnderFire, ManyProcessesMakeItAtOnce)
     }
 }
 
-TEST_F(HostStoreUnderFire, SavesAtOnceAllSucceed)
+TEST_F(HostStoreConcurrent, ConcurrentSavesAllSucceed)
 {
     for (int i = 0; i < 5; ++i)
         set("key" + std::to_string(i), std::string(host_store_value_limit, 'v'));
@@ -115,7 +109,7 @@ TEST_F(HostStoreUnderFire, SavesAtOnceAllSucceed)
     EXPECT_EQ(third.wait(), 0);
 }
 
-// The processes that LMDB holds for readers of the database.
+// LMDB's list of the processes that read the database.
 std::string readers(const fs::path &file)
 {
     MDB_env *lmdb = nullptr;
@@ -130,7 +124,7 @@ std::string readers(const fs::path &file)
     return list;
 }
 
-TEST_F(HostStoreUnderFire, AForkedChildIsAReaderOfItsOwn)
+TEST_F(HostStoreConcurrent, AForkedChildIsASeparateReader)
 {
     set("key", "value");
     ASSERT_EQ(get("key"), "value");
@@ -139,21 +133,21 @@ TEST_F(HostStoreUnderFire, AForkedChildIsAReaderOfItsOwn)
         pause();
     });
     while (get("ready").empty()) {}
-    const auto look = [this, &child] {
+    const auto check_readers = [this, &child] {
         const std::string list = readers(database());
         require(list.find(std::to_string(child.process()) + " ") != std::string::npos);
         require(list.find(std::to_string(getppid()) + " ") != std::string::npos);
     };
-    EXPECT_EQ(Child(look).wait(), 0);
+    EXPECT_EQ(Child(check_readers).wait(), 0);
 }
 
-TEST_F(HostStoreUnderFire, ProcessesKilledWhileTheyMakeItHinderNobody)
+TEST_F(HostStoreConcurrent, AProcessKilledWhileItCreatesTheStoreBlocksNoOther)
 {
     for (int round = 0; round < 60; ++round) {
         choose(top() / std::to_string(round));
         write(saved(), "saved=1\n");
         Child other([] { require(get("saved") == "1"); });
-        kill_amid(round, [] {
+        kill_during(round, [] {
             set("key", "value");
             pause();
         });
@@ -166,62 +160,62 @@ TEST_F(HostStoreUnderFire, ProcessesKilledWhileTheyMakeItHinderNobody)
     }
 }
 
-TEST_F(HostStoreUnderFire, WritersKilledAnywhereLeaveItSound)
+TEST_F(HostStoreConcurrent, AWriterKilledAtAnyMomentLeavesItSound)
 {
     set("steady", "1");
     for (int round = 0; round < 100; ++round) {
-        kill_amid(round, [] {
+        kill_during(round, [] {
             for (char c = 'a';; c = c == 'z' ? 'a' : static_cast<char>(c + 1))
-                set("theirs", std::string(3000, c));
+                set("child", std::string(3000, c));
         });
-        ASSERT_EQ(set("ours", std::to_string(round)), 0);
-        ASSERT_EQ(get("ours"), std::to_string(round));
+        ASSERT_EQ(set("parent", std::to_string(round)), 0);
+        ASSERT_EQ(get("parent"), std::to_string(round));
         ASSERT_EQ(get("steady"), "1");
-        const std::string theirs = get("theirs");
-        ASSERT_TRUE(theirs.empty() || theirs == std::string(3000, theirs[0]));
+        const std::string child = get("child");
+        ASSERT_TRUE(child.empty() || child == std::string(3000, child[0]));
     }
 }
 
-TEST_F(HostStoreUnderFire, ReadersKilledAnywhereLeaveItSound)
+TEST_F(HostStoreConcurrent, AReaderKilledAtAnyMomentLeavesItSound)
 {
     set("key", "value");
     for (int round = 0; round < 100; ++round) {
-        kill_amid(round, [] {
+        kill_during(round, [] {
             for (;;)
                 require(get("key") == "value");
         });
-        ASSERT_EQ(set("ours", std::to_string(round)), 0);
+        ASSERT_EQ(set("parent", std::to_string(round)), 0);
         ASSERT_EQ(get("key"), "value");
     }
 }
 
-TEST_F(HostStoreUnderFire, AWriterKilledInTheMiddleOfAChangeBlocksNobody)
+TEST_F(HostStoreConcurrent, AWriterKilledInItsTransactionBlocksNoOther)
 {
     set("key", "old");
-    killed_holding(database(), 0);
+    kill_in_transaction(database(), 0);
     EXPECT_EQ(get("key"), "old");
     EXPECT_EQ(set("key", "new"), 0);
     EXPECT_EQ(get("key"), "new");
 }
 
-TEST_F(HostStoreUnderFire, AReaderKilledInTheMiddleOfAGetKeepsNoRoom)
+TEST_F(HostStoreConcurrent, AReaderKilledInItsTransactionKeepsNoPages)
 {
     set("key", "old");
-    killed_holding(database(), MDB_RDONLY);
+    kill_in_transaction(database(), MDB_RDONLY);
     const std::string large(host_store_value_limit, 'v');
     for (int i = 0; i < 20000; ++i) // more than twice what the database holds
         ASSERT_EQ(set("large" + std::to_string(i % 10), large), 0) << i;
     EXPECT_EQ(get("key"), "old");
 }
 
-TEST_F(HostStoreUnderFire, ReadersThatAreGoneLeaveRoomForMore)
+TEST_F(HostStoreConcurrent, ReadersThatHaveEndedLeaveRoomForMore)
 {
     set("key", "value");
     for (int i = 0; i < 600; ++i)
         ASSERT_EQ(Child([] { require(get("key") == "value"); }).wait(), 0) << i;
 }
 
-TEST_F(HostStoreUnderFire, ASaveKilledAnywhereLeavesTheOldFileOrTheNew)
+TEST_F(HostStoreConcurrent, ASaveKilledAtAnyMomentLeavesTheOldFileOrTheNew)
 {
     const std::string value(host_store_value_limit, 'v');
     for (int i = 0; i < 5; ++i)
@@ -246,14 +240,14 @@ TEST_F(HostStoreUnderFire, ASaveKilledAnywhereLeavesTheOldFileOrTheNew)
     EXPECT_FALSE(fs::exists(saved().string() + ".new"));
 }
 
-TEST_F(HostStoreUnderFire, APowerCycleKilledAnywhereIsDoneOrNotDone)
+TEST_F(HostStoreConcurrent, APowerCycleKilledAtAnyMomentIsCompleteOrNotDone)
 {
     for (int i = 0; i < 50; ++i)
         set("key" + std::to_string(i), "saved");
     tarnNvramConfig_save();
     for (int round = 0; round < 60; ++round) {
         set("unsaved", "1");
-        kill_amid(round, [] {
+        kill_during(round, [] {
             for (;;)
                 host_store_power_cycle();
         });

@@ -164,7 +164,7 @@ TEST_F(HostStoreSaved, CountsTheDamagedLinesAfterTheFirst)
     EXPECT_EQ(read(saved()), text);
 }
 
-// Every line gets reported, and the early ones still only once, beyond what the store remembers.
+// The store remembers 64 messages, which it prints once; further ones it prints each time.
 TEST_F(HostStoreSaved, ReportsAnyNumberOfErrors)
 {
     const auto reports = [this](int line) {

@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <functional>
 #include <sys/file.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 
 namespace
 {
@@ -24,6 +27,7 @@ struct Script {
     bool interrupts = false; // the first read, write and flock
     bool in_pieces = false;  // each write takes 100 bytes at most
     int reads = 0, writes = 0, locks = 0;
+    std::function<void()> on_sync = [] {};
 };
 Script *script = nullptr;
 
@@ -66,6 +70,7 @@ extern "C" int fsync(int descriptor)
         return static_cast<int>(syscall(SYS_fsync, descriptor));
     const std::string name = file_name(descriptor);
     script->log.push_back("sync " + name);
+    script->on_sync();
     const int error = name == "store" ? script->directory_sync_error : script->sync_error;
     return error != 0 ? static_cast<int>(fail(error)) : 0;
 }
@@ -178,6 +183,27 @@ TEST_F(HostStoreSystemCalls, InterruptsAndShortWritesAreContinued)
     const std::map<std::string, std::string> expected{{"key", std::string(1000, 'v')},
                                                       {"more", "1"}};
     EXPECT_EQ(all(), expected);
+}
+
+// A child that no fork handler knows of has a copy of the lock's descriptor.
+TEST_F(HostStoreSystemCalls, ASaveReleasesTheLockEvenIfAChildHasACopy)
+{
+    std::vector<pid_t> children;
+    script_.on_sync = [&children] {
+        const long child = syscall(SYS_clone, SIGCHLD, nullptr, nullptr, nullptr, nullptr);
+        while (child == 0)
+            syscall(SYS_pause);
+        children.push_back(static_cast<pid_t>(child));
+    };
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    ASSERT_FALSE(children.empty());
+    const int lock = open(store().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    EXPECT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
+    close(lock);
+    for (const pid_t child : children) {
+        kill(child, SIGKILL);
+        waitpid(child, nullptr, 0);
+    }
 }
 
 TEST_F(HostStoreSystemCalls, ReportsOnceThatForksAreNotHandled)

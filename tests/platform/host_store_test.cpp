@@ -78,14 +78,14 @@ TEST_F(HostStore, AnAnswerMayBeAnArgument)
 
 TEST_F(HostStore, OtherProcessesSeeASetImmediately)
 {
-    EXPECT_EQ(in_child([] { require(set("theirs", "1") == 0); }), 0);
-    EXPECT_EQ(get("theirs"), "1");
-    set("ours", "2");
-    EXPECT_EQ(in_child([] { require(get("ours") == "2"); }), 0);
+    EXPECT_EQ(in_child([] { require(set("child", "1") == 0); }), 0);
+    EXPECT_EQ(get("child"), "1");
+    set("parent", "2");
+    EXPECT_EQ(in_child([] { require(get("parent") == "2"); }), 0);
     Child waiting([] {
-        while (get("ours") != "3") {}
+        while (get("parent") != "3") {}
     });
-    set("ours", "3");
+    set("parent", "3");
     EXPECT_EQ(waiting.wait(), 0);
 }
 
@@ -111,6 +111,22 @@ TEST_F(HostStore, BothSidesOfAForkUseIt)
         {"before", "1"}, {"child", "499"}, {"grandchild", "499"}, {"parent", "499"}};
     EXPECT_EQ(all(), expected);
     EXPECT_EQ(set("after", "1"), 0);
+}
+
+// Leak checkers run when a process exits.
+TEST_F(HostStore, AForkedChildThatExitsHasNoLeak)
+{
+    set("before", "1");
+    const auto use_and_exit = [] {
+        require(get("before") == "1");
+        Child grandchild([] {
+            require(get("before") == "1");
+            std::exit(0);
+        });
+        require(grandchild.wait() == 0);
+        std::exit(0);
+    };
+    EXPECT_EQ(in_child(use_and_exit), 0);
 }
 
 TEST_F(HostStore, RunningProcessesSeeAPowerCycle)

@@ -171,6 +171,42 @@ TEST_F(UnisolatedSandbox, RunsOneAfterTheOther)
         EXPECT_EQ(marks[i], marks[i + 1]) << marks;
 }
 
+// A signal with a handler interrupts the wait for the lock.
+TEST_F(UnisolatedSandbox, KeepsWaitingForTheLockAfterASignal)
+{
+    struct sigaction ignore = {};
+    ignore.sa_handler = [](int) {};
+    ASSERT_EQ(sigaction(SIGALRM, &ignore, nullptr), 0); // without SA_RESTART
+    LifetimePipe first, second;
+    const pid_t holder = fork();
+    if (holder == 0)
+        std::_Exit(run_in_sandbox([&] {
+            first.put('a');
+            return pause();
+        }));
+    ASSERT_EQ(first.next(), 'a');
+    const pid_t waiting = fork();
+    if (waiting == 0)
+        std::_Exit(run_in_sandbox([&] {
+            second.put('b');
+            return 5;
+        }));
+    const std::string children =
+        "/proc/" + std::to_string(waiting) + "/task/" + std::to_string(waiting) + "/children";
+    pid_t init = 0;
+    while (!(std::ifstream(children) >> init))
+        usleep(1000);
+    usleep(100'000); // until it waits
+    EXPECT_EQ(kill(init, SIGALRM), 0);
+    usleep(100'000);
+    EXPECT_EQ(kill(holder, SIGKILL), 0);
+    int status = 0;
+    EXPECT_EQ(waitpid(waiting, &status, 0), waiting);
+    EXPECT_EQ(WEXITSTATUS(status), 5);
+    EXPECT_EQ(second.rest(), "b");
+    waitpid(holder, nullptr, 0);
+}
+
 TEST_F(UnisolatedSandbox, CanBeNestedWithoutWaiting)
 {
     EXPECT_EQ(run([] { return run_in_sandbox([] { return make_queue(request_queue) ? 5 : 1; }); }),

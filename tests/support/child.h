@@ -1,4 +1,4 @@
-// A call that may never return, in a process of its own. Start it before any thread.
+// A call that may never return, in a child process. Create it before any thread.
 //
 //     Child child([] { shared_CMIF_set_timezone(); });
 //     queues.wait_for_request();
@@ -16,14 +16,14 @@ class Child
 {
 public:
     explicit Child(const std::function<void()> &body);
-    ~Child(); // ends the process if it still runs
+    ~Child(); // kills the process if it still runs
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
-    // Whether it still runs in a moment.
+    // Whether it still runs after 100 ms.
     [[nodiscard]] bool still_runs() const;
 
-    // Waits for its end: its exit status, or 128 and the signal. 0 when `body` returned.
+    // Waits until it ends. Its exit status, 0 if `body` returned, or 128 + N if signal N ended it.
     int wait();
 
     void signal(int number) const;

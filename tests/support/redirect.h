@@ -1,4 +1,4 @@
-// A file descriptor whose bytes go to memory while the object lives.
+// Redirects a file descriptor to memory as long as the object exists.
 #ifndef TESTS_SUPPORT_REDIRECT_H
 #define TESTS_SUPPORT_REDIRECT_H
 
@@ -12,10 +12,10 @@ public:
     Redirect(const Redirect &) = delete;
     Redirect &operator=(const Redirect &) = delete;
 
-    // Restores the descriptor; what children write is still captured.
+    // Restores the descriptor in this process; output of children is still collected.
     void restore();
 
-    // What was written so far, by this process and by its children.
+    // All output so far, of this process and its children.
     [[nodiscard]] std::string bytes() const;
 
 private:
