@@ -57,6 +57,22 @@ TEST(ServiceLock, MayBeDescriptor0)
     EXPECT_TRUE(another_takes_it(errors));
 }
 
+TEST(ServiceLock, NamesItsHolderFromDescriptor0Too)
+{
+    ServiceLock lock(path, "the tests are");
+    ASSERT_TRUE(lock.take());
+    Redirect errors(STDERR_FILENO);
+    Child other([] {
+        close(STDIN_FILENO);
+        ServiceLock second(path, "the tests are");
+        _exit(second.take() ? 0 : 1);
+    });
+    EXPECT_EQ(other.wait(), 1);
+    EXPECT_NE(errors.bytes().find("served by process " + std::to_string(getpid())),
+              std::string::npos)
+        << errors.bytes();
+}
+
 TEST(ServiceLock, IsForEveryUser)
 {
     umask(077);

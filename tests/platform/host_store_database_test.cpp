@@ -3,6 +3,7 @@
 #include "store_errors.h"
 
 #include <barrier>
+#include <lmdb.h>
 #include <sys/mount.h>
 #include <thread>
 #include <vector>
@@ -84,9 +85,12 @@ INSTANTIATE_TEST_SUITE_P(
                            "MDB_CORRUPTED: Located page was wrong type"},
                     Damage{"LastPageBeyondTheMap",
                            [](const fs::path &file) {
-                               // mm_last_pg in both meta pages
+                               // The number of the last page, in both meta pages: 16384 is the
+                               // first that
+                               // lies beyond 64 MiB.
                                for (const std::streamoff page : {0, 4096})
-                                   overwrite(file, page + 136, std::string("\0\0\1\0\0\0\0\0", 8));
+                                   overwrite(file, page + 136,
+                                             std::string("\0\x40\0\0\0\0\0\0", 8));
                            },
                            "MDB_CORRUPTED: Located page was wrong type"},
                     Damage{"OfAnotherVersion",
@@ -180,6 +184,18 @@ TEST_F(HostStoreDatabase, HoldsAbout16MiB)
     fs::remove(saved());
     EXPECT_EQ(host_store_power_cycle(), 0);
     EXPECT_TRUE(all().empty());
+}
+
+TEST_F(HostStoreDatabase, HasAMapOf64MiB)
+{
+    fill();
+    MDB_env *lmdb = nullptr;
+    MDB_envinfo info = {};
+    ASSERT_EQ(mdb_env_create(&lmdb), 0);
+    ASSERT_EQ(mdb_env_open(lmdb, database().c_str(), MDB_NOSUBDIR | MDB_NOSYNC, 0600), 0);
+    EXPECT_EQ(mdb_env_info(lmdb, &info), 0);
+    EXPECT_EQ(info.me_mapsize, std::size_t{64} << 20);
+    mdb_env_close(lmdb);
 }
 
 TEST_F(HostStoreDatabase, IsNotLoadedInPart)
