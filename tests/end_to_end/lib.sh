@@ -1,11 +1,10 @@
 # shellcheck shell=sh
-# What the end-to-end tests share; each reads it first. A test ends with status 1 at the first thing
-# that isn't as it says, and shows the last command with what it wrote.
+# Shared by the end-to-end tests, each of which sources it first. A test ends with status 1 at the
+# first check that fails, and shows the last command and its output.
 set -eu
 
 work=$(mktemp -d)
 router=
-here=$(dirname "$0")
 
 at_end() {
     [ -z "$router" ] || kill -9 "$router" 2>/dev/null || :
@@ -23,7 +22,7 @@ fail() {
     exit 1
 }
 
-# exits STATUS COMMAND...: the command ends so. The checks below look at what it wrote.
+# exits STATUS COMMAND...: the command ends with this status. The checks below look at its output.
 exits() {
     wanted=$1
     shift
@@ -33,14 +32,14 @@ exits() {
     [ "$status" -eq "$wanted" ] || fail "exit status $status instead of $wanted"
 }
 
-# aside COMMAND...: meanwhile, with outputs of its own; `wait "$!"` gives its status.
+# aside COMMAND...: in the background, with its own output files; `wait "$!"` gives its status.
 aside() { with_own_outputs "$@" & }
 with_own_outputs() {
     work=$(mktemp -d "$work/aside.XXXXXX")
     "$@"
 }
 
-# Checks on what is for people: a whole line, a row of a section, anything in an output.
+# Checks of human-readable output: a whole line, a row of a section, any text.
 prints() { grep -qFx -e "$1" "$work/out" || fail "no line '$1'"; }
 shows() { sed 's/^[^|]*| *//' "$work/out" | grep -qFx -e "$1" || fail "no row '$1'"; }
 hides() { ! grep -qF -e "$1" "$work/out" "$work/err" || fail "'$1' can be seen"; }
@@ -49,7 +48,7 @@ writes_nothing() { [ ! -s "$work/out" ] || fail "something on standard output"; 
 
 # holds PATH=VALUE...: the output is one JSON document with these values, spelled as JSON.
 holds() {
-    awk -f "$here/json.awk" "$work/out" >"$work/values" || fail "no JSON document"
+    values >"$work/values" 2>&1 || fail "not one JSON document: $(cat "$work/values")"
     for value in "$@"; do
         grep -qFx -e "$value" "$work/values" || fail "no $value among
 $(cat "$work/values")"
@@ -57,9 +56,20 @@ $(cat "$work/values")"
 }
 
 # value PATH: that value of the document.
-value() { awk -f "$here/json.awk" "$work/out" | sed -n "s/^$1=//p"; }
+value() { values | sed -n "s/^$1=//p"; }
 
-# within SECONDS COMMAND...: the command succeeds in the end.
+# Each value of the document as "path=value", strings in quotes. Fails unless there is exactly one
+# document, valid as UTF-8 too, which jq would repair.
+values() {
+    iconv -f UTF-8 -t UTF-8 "$work/out" >/dev/null || return
+    jq -rs 'if length == 1 then .[0] else error("\(length) documents") end
+        | . as $document
+        | paths(type != "object" and type != "array" or length == 0)
+        | . as $path
+        | "\(map(tostring) | join("."))=\($document | getpath($path) | tojson)"' "$work/out"
+}
+
+# within SECONDS COMMAND...: the command succeeds before the time is up.
 within() {
     deadline=$(($(date +%s) + $1))
     shift
@@ -85,7 +95,7 @@ queued() {
     ipcs -q | awk -v key="$(printf '0x%08x' "$1")" '$1 == key { print $6 }'
 }
 
-# Tests without `cmif-sim run` around them start and end the router themselves.
+# For tests that start and stop the router themselves.
 at_answers() { cmifctl sim retries; }
 qmi_answers() { cmifctl sim status | grep -q 'qmi answers: yes'; }
 
