@@ -1,45 +1,42 @@
-// The one way to the library: every call runs in a child process of its own.
+// The one way to the library: every call runs in a child process.
 //
-// A call may block for ever, prints on standard output and writes into the store's mapping. In a
-// child it can be ended when time is up, its lines are kept apart from the tool's, and the parent
-// never opens the store, so that each child opens it afresh.
+// A call may block forever, prints on standard output and maps the store. A child can be killed
+// when time is up, and its lines are kept apart from the caller's own. The caller never opens the
+// store itself, so that each child opens it afresh.
 #ifndef CLIENT_CALL_H
 #define CLIENT_CALL_H
 
 #include "failure.h"
 #include "request.h"
+#include "trace_filter.h"
 
 #include <functional>
 #include <optional>
-#include <string>
 
-namespace cmifctl
+namespace client
 {
 
-struct Options {
-    bool json = false;
-    bool trace = false;
-    std::optional<double> timeout{}; // seconds; 0 waits for ever
+struct CallOptions {
+    std::optional<double> timeout{}; // seconds, 0 for no limit; overrides the call's own
+    LineSink trace{};                // receives the library's lines; empty: they are dropped
 };
 
 constexpr double default_timeout = 30;
-constexpr double scan_timeout = 180;
-constexpr double status_timeout = 3; // of what is shown when it is there, and left out when not
 
-// Runs in the child. Calls the library, leaves what it read in `output`, returns the result code;
-// may throw a Failure, which reaches the parent.
+// Runs in the child. Calls the library, stores what it read in `output`, returns the result code;
+// may throw a Failure, which reaches the caller.
 using Body = std::function<int(Json &output)>;
 
 struct Call {
     Request request;
     Body body;
-    double timeout = default_timeout; // unless the user says
-    bool logs = false;                // writes the debug log; every QMI request does
-    bool secret = false;              // the library's lines hold what nobody may see
-    bool errors_muted = false;        // the call's standard error says nothing new
-    const char *marker = nullptr;     // a file that is there while the call runs
-    std::function<void()> waiting{};  // called about twice a second meanwhile
-    const char *if_it_dies = "Try again with --trace to see how far the library came.";
+    double timeout = default_timeout;
+    bool logs = false;               // writes the debug log; every QMI request does
+    bool secret = false;             // the library's lines hold a PIN, PUK, key or password
+    bool mute_stderr = false;        // standard error is dropped unless traced
+    const char *marker = nullptr;    // a file that exists while the call runs
+    std::function<void()> on_wait{}; // called about twice a second until the answer arrives
+    const char *crash_hint = "Run it again with --trace to see how far the library got.";
 };
 
 struct Answer {
@@ -47,10 +44,10 @@ struct Answer {
     Json output{};
 };
 
-// Fails when there is no answer in time or the child dies; throws Interrupted on a signal. Either
-// way a request that nobody took is withdrawn.
-Answer call(const Options &options, const Call &call);
+// Throws a Failure when there is no answer in time or the child dies, and Interrupted on a signal.
+// In both cases a request that is still queued is withdrawn.
+Answer call(const CallOptions &options, const Call &call);
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

@@ -12,9 +12,8 @@
 #include <utility>
 #include <vector>
 
-namespace cmifctl
+namespace client
 {
-
 namespace
 {
 
@@ -27,7 +26,7 @@ Pipe make_pipe()
 {
     int ends[2];
     if (pipe2(ends, O_CLOEXEC) != 0)
-        throw Failure(Exit::other, "can't make a pipe to run the call", "Close some programs.");
+        throw Failure(Exit::other, "can't create a pipe for the call", "Close some programs.");
     return {File(ends[0]), File(ends[1])};
 }
 
@@ -50,7 +49,7 @@ Json failure_message(const Failure &failure)
             {"details", failure.details()}};
 }
 
-Json outcome(const Call &call)
+Json result_message(const Call &call)
 {
     Json message;
     try {
@@ -65,28 +64,28 @@ Json outcome(const Call &call)
     return message;
 }
 
-void send_all(int file, const std::vector<std::uint8_t> &bytes)
+void send_all(int fd, const std::vector<std::uint8_t> &bytes)
 {
     for (std::size_t sent = 0; sent < bytes.size();) {
-        const ssize_t size = write(file, bytes.data() + sent, bytes.size() - sent);
+        const ssize_t size = write(fd, bytes.data() + sent, bytes.size() - sent);
         if (size <= 0)
             return;
         sent += static_cast<std::size_t>(size);
     }
 }
 
-[[noreturn]] void run(const Call &call, int answer, int lines, pid_t parent)
+[[noreturn]] void run_child(const Call &call, int answer, int lines, pid_t parent)
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL); // no left-over waiter when the tool itself is killed
+    prctl(PR_SET_PDEATHSIG, SIGKILL); // a killed parent leaves no child waiting for an answer
     if (getppid() != parent)
         _exit(1);
-    release_signals();
-    const File nothing(open("/dev/null", O_WRONLY | O_CLOEXEC));
-    dup2(lines == -1 ? nothing.number() : lines, STDOUT_FILENO);
-    if (call.errors_muted && lines == -1)
-        dup2(nothing.number(), STDERR_FILENO);
-    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // a killed call has shown how far it came
-    send_all(answer, Json::to_cbor(outcome(call)));
+    unblock_held_signals();
+    const File null(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    dup2(lines == -1 ? null.fd() : lines, STDOUT_FILENO);
+    if (call.mute_stderr && lines == -1)
+        dup2(null.fd(), STDERR_FILENO);
+    setvbuf(stdout, nullptr, _IOLBF, BUFSIZ); // the trace of a killed call is complete
+    send_all(answer, Json::to_cbor(result_message(call)));
     std::fflush(stdout);
     _exit(0);
 }
@@ -103,9 +102,9 @@ Child::Child(const Call &call, bool trace)
     const pid_t parent = getpid();
     pid_ = fork();
     if (pid_ == -1)
-        throw Failure(Exit::other, "can't start a process to run the call", "Close some programs.");
+        throw Failure(Exit::other, "can't start a process for the call", "Close some programs.");
     if (pid_ == 0)
-        run(call, answer.in.number(), lines.in.number(), parent);
+        run_child(call, answer.in.fd(), lines.in.fd(), parent);
     answer_ = std::move(answer.out);
     lines_ = std::move(lines.out);
 }
@@ -131,7 +130,7 @@ void Child::kill()
     wait();
 }
 
-Answer decoded(const std::string &bytes, int wait_status, const Call &call)
+Answer decode_answer(const std::string &bytes, int wait_status, const Call &call)
 {
     const Json message = Json::from_cbor(bytes, true, false);
     if (message.is_discarded() || !message.is_object()) {
@@ -139,7 +138,7 @@ Answer decoded(const std::string &bytes, int wait_status, const Call &call)
                                     ? "was ended by signal " + std::to_string(WTERMSIG(wait_status))
                                     : "ended without an answer";
         throw Failure(Exit::other, std::string("the call ") + call.request.name + " " + how,
-                      call.if_it_dies);
+                      call.crash_hint);
     }
     if (const auto failure = message.find("failure"); failure != message.end())
         throw Failure(static_cast<Exit>((*failure)["status"].get<int>()),
@@ -148,4 +147,4 @@ Answer decoded(const std::string &bytes, int wait_status, const Call &call)
     return {message["result"].get<int>(), message["output"]};
 }
 
-} // namespace cmifctl
+} // namespace client

@@ -1,4 +1,4 @@
-// A forked process that runs one call and sends back what came of it.
+// A forked process that runs one call and sends back its result and outputs.
 #ifndef CLIENT_CHILD_H
 #define CLIENT_CHILD_H
 
@@ -7,22 +7,22 @@
 
 #include <sys/types.h>
 
-namespace cmifctl
+namespace client
 {
 
 class Child
 {
 public:
-    // With `trace` the library's lines arrive at lines(); without it they are dropped.
+    // With `trace` the library's lines can be read from lines_fd(); without it they are dropped.
     Child(const Call &call, bool trace);
     ~Child();
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
-    int answer() const { return answer_.number(); }
-    int lines() const { return lines_.number(); } // -1 without trace
+    int answer_fd() const { return answer_.fd(); }
+    int lines_fd() const { return lines_.fd(); } // -1 without trace
 
-    // How it ended, as waitpid() tells.
+    // Returns the status as waitpid() gives it.
     int wait();
     void kill();
 
@@ -32,9 +32,9 @@ private:
     File lines_;
 };
 
-// What the child sent; fails when it ended before it could.
-Answer decoded(const std::string &bytes, int wait_status, const Call &call);
+// What the child sent. Throws the Failure that it sent, or one for a child that died.
+Answer decode_answer(const std::string &bytes, int wait_status, const Call &call);
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

@@ -1,4 +1,4 @@
-// What a verb that can't be done ends with: an exit status, a message and what to do about it.
+// Why a call or a command failed: an exit status, a message and what to do about it.
 #ifndef CLIENT_FAILURE_H
 #define CLIENT_FAILURE_H
 
@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-namespace cmifctl
+namespace client
 {
 
 using Json = nlohmann::ordered_json;
@@ -31,7 +31,7 @@ constexpr const char *name_of(Exit status)
     return names[static_cast<int>(status)];
 }
 
-// `details` are further members of the error object of --json, for example the tries left.
+// `details` are further members of the error object of --json, for example the attempts left.
 class Failure : public std::runtime_error
 {
 public:
@@ -52,17 +52,12 @@ private:
     Json details_;
 };
 
-// Standard output takes no more.
-struct Unwritable {
-    int error;
-};
-
-// Somebody ended the tool (Ctrl-C, SIGTERM) while it waited.
+// SIGINT, SIGTERM or SIGHUP arrived while the program waited.
 struct Interrupted {
     int signal;
-    const char *consequence = "A request that nobody had taken is withdrawn.";
+    const char *consequence = "If the request was still queued, it was withdrawn.";
 };
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

@@ -5,36 +5,35 @@
 #include <unistd.h>
 #include <utility>
 
-namespace cmifctl
+namespace client
 {
 
 class File
 {
 public:
     File() = default;
-    explicit File(int number) : number_(number) {}
-    File(File &&other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    explicit File(int fd) : fd_(fd) {}
+    File(File &&other) noexcept : fd_(std::exchange(other.fd_, -1)) {}
     File &operator=(File &&other) noexcept
     {
-        std::swap(number_, other.number_);
+        std::swap(fd_, other.fd_);
         return *this;
     }
     File(const File &) = delete;
     File &operator=(const File &) = delete;
-    ~File() { close(); }
-
-    int number() const { return number_; }
-    explicit operator bool() const { return number_ != -1; }
-    void close()
+    ~File()
     {
-        if (number_ != -1)
-            ::close(std::exchange(number_, -1));
+        if (fd_ != -1)
+            close(fd_);
     }
 
+    int fd() const { return fd_; }
+    explicit operator bool() const { return fd_ != -1; }
+
 private:
-    int number_ = -1;
+    int fd_ = -1;
 };
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

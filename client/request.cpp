@@ -11,17 +11,16 @@
 #include <unistd.h>
 #include <vector>
 
-namespace cmifctl
+namespace client
 {
-
 namespace
 {
 
-constexpr std::size_t largest_message = 8192;
+constexpr std::size_t max_message = 8192;
 
 struct Message {
     long type;
-    char payload[largest_message];
+    char payload[max_message];
 };
 
 int request_queue(Channel channel)
@@ -30,12 +29,11 @@ int request_queue(Channel channel)
 }
 
 template <std::size_t N>
-void put(char (&field)[N], const std::string &text)
+void set_field(char (&field)[N], const std::string &text)
 {
     if (text.size() >= N)
-        throw Failure(Exit::invalid,
-                      "a text is too long: it has " + std::to_string(text.size()) + " bytes",
-                      "At most " + std::to_string(N - 1) + " bytes fit the request.");
+        throw Failure(Exit::invalid, "text too long: " + std::to_string(text.size()) + " bytes",
+                      "The request has room for " + std::to_string(N - 1) + " bytes.");
     std::memcpy(field, text.data(), text.size());
 }
 
@@ -49,17 +47,17 @@ using Taken = std::vector<std::pair<Message, std::size_t>>;
 
 std::optional<std::size_t> take(int queue, long type, Message &message)
 {
-    const ssize_t size = msgrcv(queue, &message, largest_message, type, IPC_NOWAIT);
+    const ssize_t size = msgrcv(queue, &message, max_message, type, IPC_NOWAIT);
     return size == -1 ? std::nullopt : std::optional(static_cast<std::size_t>(size));
 }
 
-// Others' requests again. Room is short only while somebody else fills the queue as it is emptied.
+// Requests of other callers. The queue has no room only while another process fills it meanwhile.
 void put_back(int queue, const Taken &messages)
 {
-    constexpr int tries = 200;
+    constexpr int attempts = 200;
     constexpr useconds_t pause = 10'000;
     for (const auto &[message, size] : messages)
-        for (int i = 0; i < tries && msgsnd(queue, &message, size, IPC_NOWAIT) == -1; ++i)
+        for (int i = 0; i < attempts && msgsnd(queue, &message, size, IPC_NOWAIT) == -1; ++i)
             usleep(pause);
 }
 
@@ -74,10 +72,10 @@ bool full(int queue, std::size_t size)
 Request at_request(const char *name, long code, const AtFields &fields)
 {
     cmif_msg record{};
-    put(record.set_string, fields.first);
-    put(record.set_string2, fields.second);
-    put(record.set_string3, fields.third);
-    put(record.set_value, fields.value);
+    set_field(record.set_string, fields.first);
+    set_field(record.set_string2, fields.second);
+    set_field(record.set_string3, fields.third);
+    set_field(record.set_value, fields.value);
     const auto *bytes = reinterpret_cast<const char *>(&record) + offsetof(cmif_msg, set_string);
     return {name, Channel::at, code, std::string(bytes, CMIF_AT_PAYLOAD)};
 }
@@ -105,7 +103,7 @@ Withdrawal withdraw(const Request &request)
         else
             others.emplace_back(message, *size);
         if (withdrawn && others.empty())
-            break; // nobody before ours: those behind it stand as they stood
+            break; // ours was first: the order of the rest is unchanged
     }
     put_back(queue, others);
     if (withdrawn)
@@ -118,4 +116,4 @@ bool queue_exists(Channel channel)
     return request_queue(channel) != -1;
 }
 
-} // namespace cmifctl
+} // namespace client

@@ -1,18 +1,17 @@
-// A record on its way to a daemon: what it holds, and how it is taken back.
+// The record that a call sends to a daemon, and its withdrawal from the queue.
 #ifndef CLIENT_REQUEST_H
 #define CLIENT_REQUEST_H
 
 #include <string>
 
-namespace cmifctl
+namespace client
 {
 
 enum class Channel { none, at, qmi };
 
-// The record that a call of the library sends. Who looks at the queue recognises it by all of
-// these; two equal requests are as good as one another.
+// Identifies a request on the queue; equal requests are interchangeable.
 struct Request {
-    const char *name = ""; // the call's
+    const char *name = ""; // of the library's function
     Channel channel = Channel::none;
     long code = 0;
     std::string payload{};
@@ -25,13 +24,13 @@ struct AtFields {
     std::string value{};
 };
 
-// Fails when a text does not fit its field: 29 bytes, 21 for the value.
+// Throws a Failure when a text does not fit its field: 29 bytes, 21 for the value.
 Request at_request(const char *name, long code, const AtFields &fields = {});
 
-// All zeros, as the QMI requests without arguments are.
+// With a payload of zeros, as QMI requests without arguments have.
 Request qmi_request(const char *name, long code, std::size_t length);
 
-// A call that asks no daemon.
+// For a call that sends nothing to a daemon.
 inline Request no_request(const char *name)
 {
     return {.name = name};
@@ -42,9 +41,9 @@ enum class Withdrawal { withdrawn, not_queued, queue_full, no_queue };
 // Takes one request equal to this one off its queue; the others stay, in their order.
 Withdrawal withdraw(const Request &request);
 
-// Whether somebody has made the channel's request queue.
+// Whether the channel's request queue has been created.
 bool queue_exists(Channel channel);
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

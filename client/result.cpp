@@ -1,78 +1,73 @@
 #include "result.h"
 
 #include "cmif/cmif.h"
+#include "daemons/cme_error.h"
 
-#include <algorithm>
-#include <iterator>
-
-namespace cmifctl
+namespace client
 {
-
 namespace
 {
 
-constexpr Refusal refusals[]{
-    {4, "operation not supported", ""},
-    {5, "SIM PIN required by the phone", ""},
-    {10, "SIM not inserted", "Insert a SIM, then see 'cmifctl sim status'."},
-    {11, "SIM PIN required", "Enter it with 'cmifctl sim enter-pin'."},
-    {12, "SIM PUK required", "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."},
-    {13, "SIM failure", "A SIM whose PUK is used up is lost; ask the operator for another."},
-    {14, "SIM busy", "The SIM is still starting; try again in a few seconds."},
-    {15, "SIM wrong", ""},
-    {16, "incorrect password", "See the tries that are left with 'cmifctl sim retries'."},
-    {17, "SIM PIN2 required", ""},
-    {18, "SIM PUK2 required", ""},
-    {20, "memory full", "Delete messages with 'cmifctl sms delete'."},
-    {21, "invalid index", "See the indexes with 'cmifctl sms list'."},
-    {22, "not found", ""},
-    {24, "text string too long", ""},
-    {25, "invalid characters in text string", ""},
-    {26, "dial string too long", ""},
-    {27, "invalid characters in dial string", ""},
-    {30, "no network service", "See the registration with 'cmifctl network show'."},
-    {31, "network timeout", "Try again."},
-    {32, "network not allowed, emergency calls only",
-     "Choose another operator with 'cmifctl network select', or 'cmifctl network auto'."},
-    {40, "network personalization PIN required",
-     "Give the control key with 'cmifctl sim unlock-network'."},
-    {41, "network personalization PUK required", ""},
-    {50, "incorrect parameters", ""},
-    {100, "unknown", ""},
-    {127, "missing access point name", "Set one with 'cmifctl data profile set --apn NAME'."},
-    {203, "operation not allowed", "See the state of things with 'cmifctl status'."},
-    {204, "operation not supported", ""},
-    {220, "file not written", "Check the room that is left in /tmp."},
-    {221, "search running", "Wait for its end; 'cmifctl network scan-state' shows it."},
+using daemons::CmeError;
+
+struct Hint {
+    CmeError error;
+    const char *text;
 };
 
-constexpr const char *see_status = "See what works with 'cmifctl status'.";
+// clang-format off
+constexpr Hint hints[] = {
+    {CmeError::sim_not_inserted,     "Insert a SIM, then see 'cmifctl sim status'."},
+    {CmeError::sim_pin_required,     "Enter it with 'cmifctl sim enter-pin'."},
+    {CmeError::sim_puk_required,     "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."},
+    {CmeError::sim_failure,          "A SIM whose PUK is used up is permanently blocked; ask the operator for another."},
+    {CmeError::sim_busy,             "The SIM is still starting; try again in a few seconds."},
+    {CmeError::incorrect_password,   "See the attempts left with 'cmifctl sim retries'."},
+    {CmeError::memory_full,          "Delete messages with 'cmifctl sms delete'."},
+    {CmeError::invalid_index,        "See the indexes with 'cmifctl sms list'."},
+    {CmeError::no_network_service,   "See the registration with 'cmifctl network show'."},
+    {CmeError::network_timeout,      "Try again."},
+    {CmeError::network_not_allowed,  "Choose another operator with 'cmifctl network select', or 'cmifctl network auto'."},
+    {CmeError::network_pin_required, "Give the control key with 'cmifctl sim unlock-network'."},
+    {CmeError::missing_apn,          "Set one with 'cmifctl data profile set --apn NAME'."},
+    {CmeError::not_allowed,          "See the current state with 'cmifctl status'."},
+    {CmeError::file_not_written,     "Check the free space in /tmp."},
+    {CmeError::search_running,       "Wait until it ends; 'cmifctl network scan-state' shows it."},
+};
+// clang-format on
 
-std::string called(const char *name, const std::string &what)
+std::string message(const char *name, const std::string &what)
 {
     return std::string(name) + ": " + what;
 }
 
 } // namespace
 
-const Refusal *refusal(int code)
-{
-    const auto *const found =
-        std::find_if(std::begin(refusals), std::end(refusals),
-                     [code](const Refusal &refusal) { return refusal.code == code; });
-    return found == std::end(refusals) ? nullptr : found;
-}
-
-std::string refusal_text(int code)
-{
-    const Refusal *known = refusal(code);
-    return std::string(known != nullptr ? known->name : "code") +
-           (known != nullptr ? " (" + std::to_string(code) + ")" : " " + std::to_string(code));
-}
-
 bool channel_failed(int result)
 {
     return result == CMIF_NO_REPLY_QUEUE || result == CMIF_NO_QUEUE || result == CMIF_SEND_FAILED;
+}
+
+std::string daemon_error_text(int code)
+{
+    const daemons::CmeErrorText *known = daemons::find_cme_error(code);
+    if (known == nullptr)
+        return "code " + std::to_string(code);
+    return std::string(known->text) + " (" + std::to_string(code) + ")";
+}
+
+std::string daemon_error_hint(int code)
+{
+    for (const Hint &hint : hints)
+        if (static_cast<int>(hint.error) == code)
+            return hint.text;
+    return "";
+}
+
+Json daemon_error(int code)
+{
+    const daemons::CmeErrorText *known = daemons::find_cme_error(code);
+    return {{"code", code}, {"name", known != nullptr ? Json(known->name) : Json()}};
 }
 
 void check_at(const char *name, int result)
@@ -81,22 +76,19 @@ void check_at(const char *name, int result)
     case CMIF_OK:
         return;
     case CMIF_NO_QUEUE:
-        throw Failure(Exit::not_ready, called(name, "the request queue can't be looked up"),
+        throw Failure(Exit::not_ready, message(name, "the request queue can't be looked up"),
                       "Start the AT daemon.");
     case CMIF_NO_REPLY_QUEUE:
-        throw Failure(Exit::not_ready, called(name, "the reply queue can't be looked up"),
+        throw Failure(Exit::not_ready, message(name, "the reply queue can't be looked up"),
                       "Start the AT daemon.");
     case CMIF_SEND_FAILED:
-        throw Failure(Exit::other, called(name, "the request could not be sent"),
-                      "Check that the AT daemon runs, then try again.");
+        throw Failure(Exit::other, message(name, "the request could not be sent"),
+                      "Check that the AT daemon is running and try again.");
     default:
-        break;
+        throw Failure(Exit::refused,
+                      message(name, "the AT daemon refused: " + daemon_error_text(result)),
+                      daemon_error_hint(result), {{"daemon", daemon_error(result)}});
     }
-    const Refusal *known = refusal(result);
-    throw Failure(
-        Exit::refused, called(name, "the AT daemon refused: " + refusal_text(result)),
-        known != nullptr ? known->hint : "",
-        {{"daemon", {{"code", result}, {"name", known != nullptr ? Json(known->name) : Json()}}}});
 }
 
 void check_qmi(const char *name, int result)
@@ -105,29 +97,29 @@ void check_qmi(const char *name, int result)
     case CMIF_OK:
         return;
     case CMIF_NOT_READY:
-        throw Failure(Exit::not_ready, called(name, "the QMI daemon is not ready"),
-                      "Start it, or wait for it: " CMIF_QMI_READY_FILE
-                      " begins with \"on\" when it is.");
+        throw Failure(Exit::not_ready, message(name, "the QMI daemon is not ready"),
+                      "Start it, or wait until " CMIF_QMI_READY_FILE " begins with \"on\".");
     case CMIF_NO_QUEUE:
-        throw Failure(Exit::not_ready, called(name, "a queue can't be looked up"),
+        throw Failure(Exit::not_ready, message(name, "a queue can't be looked up"),
                       "Start the QMI daemon.");
     case CMIF_SEND_FAILED:
-        throw Failure(Exit::other, called(name, "the request could not be sent"),
-                      "Check that the QMI daemon runs, then try again.");
+        throw Failure(Exit::other, message(name, "the request could not be sent"),
+                      "Check that the QMI daemon is running and try again.");
     case CMIF_RECEIVE_FAILED:
-        throw Failure(Exit::other, called(name, "the answer could not be received"),
-                      "The reply queue was removed meanwhile; try again.");
+        throw Failure(Exit::other, message(name, "the answer could not be received"),
+                      "The reply queue was removed during the call; try again.");
     case CMIF_INVALID:
-        throw Failure(Exit::invalid, called(name, "no access point name (APN) is set"),
+        throw Failure(Exit::invalid, message(name, "no access point name (APN) is set"),
                       "Set one with 'cmifctl data profile set --apn NAME'.");
     case CMIF_NO_FILE:
-        throw Failure(Exit::no_file, called(name, "the file is missing"));
+        throw Failure(Exit::no_file, message(name, "the file is missing"));
     case CMIF_PROFILE_BUSY:
-        throw Failure(Exit::profile_busy, called(name, "a profile change is in progress"),
+        throw Failure(Exit::profile_busy, message(name, "a profile change is in progress"),
                       "Try again in a few seconds; 'cmifctl status' shows the rest.");
     default:
-        throw Failure(Exit::other, called(name, "result " + std::to_string(result)), see_status);
+        throw Failure(Exit::other, message(name, "unexpected result " + std::to_string(result)),
+                      "'cmifctl status' shows the current state.");
     }
 }
 
-} // namespace cmifctl
+} // namespace client

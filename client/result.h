@@ -1,31 +1,29 @@
-// What a result code of the library means: nothing for 0, a Failure for any other.
+// What a result code of the library means: 0 passes, any other throws a Failure.
 #ifndef CLIENT_RESULT_H
 #define CLIENT_RESULT_H
 
 #include "failure.h"
 
-namespace cmifctl
+#include <string>
+
+namespace client
 {
 
-// A daemon's own codes, numbered as a modem's error report is (3GPP TS 27.007).
-struct Refusal {
-    int code;
-    const char *name;
-    const char *hint; // "" when there is nothing to advise
-};
-
-// Null for a code that isn't in the table.
-const Refusal *refusal(int code);
-
-// "incorrect password (16)"
-std::string refusal_text(int code);
-
-// Whether `result` of an AT request is the library's own: the daemon has not answered.
-bool channel_failed(int result);
-
+// Of an AT request. A result that is not the library's own is the daemon's error.
 void check_at(const char *name, int result);
 void check_qmi(const char *name, int result);
 
-} // namespace cmifctl
+// Whether `result` of an AT request is the library's own, so that the daemon has not answered.
+bool channel_failed(int result);
+
+// A daemon's error for people, for example "incorrect password (16)".
+std::string daemon_error_text(int code);
+// What to do about it; empty when there is nothing to advise.
+std::string daemon_error_hint(int code);
+// A daemon's error for programs: {"code": 16, "name": "incorrect_password"}; the name of an unknown
+// code is null.
+Json daemon_error(int code);
+
+} // namespace client
 
 #endif

@@ -2,9 +2,8 @@
 
 #include <sys/signalfd.h>
 
-namespace cmifctl
+namespace client
 {
-
 namespace
 {
 
@@ -32,17 +31,17 @@ HeldSignals::~HeldSignals()
     sigprocmask(SIG_SETMASK, &before_, nullptr);
 }
 
-int HeldSignals::taken() const
+int HeldSignals::received() const
 {
     signalfd_siginfo info{};
-    const ssize_t size = read(descriptor(), &info, sizeof info);
+    const ssize_t size = read(fd(), &info, sizeof info);
     return size == sizeof info ? static_cast<int>(info.ssi_signo) : SIGTERM;
 }
 
-void release_signals()
+void unblock_held_signals()
 {
     const sigset_t signals = ending_signals();
     sigprocmask(SIG_UNBLOCK, &signals, nullptr);
 }
 
-} // namespace cmifctl
+} // namespace client

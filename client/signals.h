@@ -1,4 +1,4 @@
-// Signals that end the tool, held back while something has to be tidied up first.
+// The signals that end the program, held back while something has to be cleaned up first.
 #ifndef CLIENT_SIGNALS_H
 #define CLIENT_SIGNALS_H
 
@@ -6,10 +6,10 @@
 
 #include <csignal>
 
-namespace cmifctl
+namespace client
 {
 
-// SIGINT, SIGTERM and SIGHUP are readable here instead of ending the process.
+// While one exists, SIGINT, SIGTERM and SIGHUP can be read from fd() and don't end the process.
 class HeldSignals
 {
 public:
@@ -18,18 +18,18 @@ public:
     HeldSignals(const HeldSignals &) = delete;
     HeldSignals &operator=(const HeldSignals &) = delete;
 
-    int descriptor() const { return file_.number(); }
-    // The number of the signal that came.
-    int taken() const;
+    int fd() const { return file_.fd(); }
+    // The number of a signal that has arrived.
+    int received() const;
 
 private:
     File file_;
     sigset_t before_{};
 };
 
-// For a child: those signals end it again.
-void release_signals();
+// For a child process: these signals end it again.
+void unblock_held_signals();
 
-} // namespace cmifctl
+} // namespace client
 
 #endif

@@ -1,29 +1,36 @@
-// The library's own lines on their way to the user, without PINs and passwords.
+// Cuts the library's output into lines and masks PINs, keys and passwords in them.
 #ifndef CLIENT_TRACE_FILTER_H
 #define CLIENT_TRACE_FILTER_H
 
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
-namespace cmifctl
+namespace client
 {
 
-// The line as it may be seen. `secret`: the request's texts are PINs or keys.
-std::string masked_line(std::string_view line, bool secret);
+// Shows one line, given without its newline. It holds whatever bytes the modem sent.
+using LineSink = std::function<void(std::string_view line)>;
 
-// Cuts a stream into lines, masks them and writes them to standard error.
 class TraceFilter
 {
 public:
-    explicit TraceFilter(bool secret) : secret_(secret) {}
+    // `secret`: the texts of the request are PINs or keys.
+    TraceFilter(bool secret, LineSink sink) : secret_(secret), sink_(std::move(sink)) {}
+
     void feed(std::string_view bytes);
+    // Passes on a last line without a newline.
     void finish();
 
 private:
     bool secret_;
+    LineSink sink_;
     std::string pending_;
 };
 
-} // namespace cmifctl
+std::string mask_secrets(std::string_view line, bool secret);
+
+} // namespace client
 
 #endif

@@ -3,7 +3,7 @@
 #include "cmifctl/cli/command_line.h"
 #include "cmifctl/cli/help.h"
 #include "cmifctl/output/terminal.h"
-#include "cmifctl/output/text.h"
+#include "cmifctl/output/terminal_text.h"
 #include "cmifctl/output/text_report.h"
 
 #include <clocale>
@@ -11,25 +11,28 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
+#include <unistd.h>
 
 namespace cmifctl
 {
 namespace
 {
 
-void print_report(const CommandLine &line)
+using client::Interrupted;
+
+void print_report(const Context &context)
 {
-    print(line.run.options.json ? printed(line.run.report.document())
-                                : people(line.run.report, output_columns(), output_in_colour()));
+    print(context.json ? render_json(context.report.document())
+                       : render_text(context.report, output_columns(), output_in_colour()));
 }
 
 void print_error(const Failure &failure, bool json)
 {
-    end_progress();
+    clear_progress();
     if (!json) {
-        std::fprintf(stderr, "cmifctl: %s\n", safe(failure.what()).c_str());
+        std::fprintf(stderr, "cmifctl: %s\n", escape_controls(failure.what()).c_str());
         if (!failure.hint().empty())
-            std::fprintf(stderr, "  %s\n", safe(failure.hint()).c_str());
+            std::fprintf(stderr, "  %s\n", escape_controls(failure.hint()).c_str());
         return;
     }
     Json error{{"code", static_cast<int>(failure.status())},
@@ -37,16 +40,16 @@ void print_error(const Failure &failure, bool json)
                {"message", failure.what()},
                {"hint", failure.hint().empty() ? Json() : Json(failure.hint())}};
     error.update(failure.details());
-    print(printed({{"error", error}}));
+    print(render_json({{"error", error}}));
 }
 
-// Help and version, which a program gets as a document too.
+// Help or version, which is a document too with --json.
 void print_about(const CommandLine &line)
 {
     const std::string key = line.help ? "help" : "version";
     const std::string text = line.help ? help_text(line.path) : CMIF_VERSION;
-    if (line.run.options.json)
-        print(printed({{key, text}}));
+    if (line.context.json)
+        print(render_json({{key, text}}));
     else
         print(line.help ? text : "cmifctl " + text + "\n");
 }
@@ -62,13 +65,13 @@ int run(int count, char **words)
         print_about(line);
         return 0;
     }
-    line.command->run(line.run);
-    end_progress();
-    print_report(line);
+    line.command->run(line.context);
+    clear_progress();
+    print_report(line.context);
     return 0;
 }
 
-// As if nobody had held the signal back, so that a shell sees what ended the tool.
+// Ends by the signal that was held back, so that a shell sees it.
 [[noreturn]] void end_by(int signal)
 {
     std::signal(signal, SIG_DFL);
@@ -76,18 +79,18 @@ int run(int count, char **words)
     _exit(static_cast<int>(Exit::other));
 }
 
-// Standard files that are closed would be taken by the next pipe. Reading ends, so that writing
-// still fails.
-void hold_standard_files()
+// A pipe would take the number of a standard file that is closed. Opened for reading only, so that
+// writing to it still fails.
+void reserve_standard_fds()
 {
-    int file = 0;
-    while (file != -1 && file <= STDERR_FILENO)
-        file = open("/dev/null", O_RDONLY);
-    if (file != -1)
-        close(file);
+    int fd = 0;
+    while (fd != -1 && fd <= STDERR_FILENO)
+        fd = open("/dev/null", O_RDONLY);
+    if (fd != -1)
+        close(fd);
 }
 
-int run_to_the_end(int count, char **words)
+int run_and_report_errors(int count, char **words)
 {
     const bool json = wants_json(count, words);
     try {
@@ -108,11 +111,11 @@ int run_to_the_end(int count, char **words)
 
 int program(int count, char **words)
 {
-    hold_standard_files();
-    std::setlocale(LC_CTYPE, "C.UTF-8"); // widths of characters
+    reserve_standard_fds();
+    std::setlocale(LC_CTYPE, "C.UTF-8"); // for the widths of characters
     try {
-        return run_to_the_end(count, words);
-    } catch (const Unwritable &output) {
+        return run_and_report_errors(count, words);
+    } catch (const OutputError &output) {
         std::fprintf(stderr, "cmifctl: standard output can't be written: %s\n",
                      std::strerror(output.error));
         return static_cast<int>(Exit::other);

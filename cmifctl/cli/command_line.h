@@ -1,4 +1,4 @@
-// The command line as typed, turned into a command and what it gets.
+// The command line as typed, turned into a command and its context.
 #ifndef CMIFCTL_CLI_COMMAND_LINE_H
 #define CMIFCTL_CLI_COMMAND_LINE_H
 
@@ -8,22 +8,18 @@ namespace cmifctl
 {
 
 struct CommandLine {
-    std::string path;                 // as far as it was understood
-    const Command *command = nullptr; // null when help or version is asked for
+    std::string path;                 // of the command, or as far as it was given
+    const Command *command = nullptr; // null for help or version
     bool help = false;
     bool version = false;
-    Invocation run;
+    Context context;
 };
 
-// Fails with exit 2 when it can't be understood; the hint names near matches.
+// Fails with exit 2 when the command line is invalid.
 CommandLine parse(int count, const char *const *words);
 
-// Whether --json is there, however wrong the rest.
+// Whether --json is given, even if the rest is invalid.
 bool wants_json(int count, const char *const *words);
-
-// The candidates that `word` may have been meant for.
-std::vector<std::string> near_matches(std::string_view word,
-                                      const std::vector<std::string> &candidates);
 
 } // namespace cmifctl
 

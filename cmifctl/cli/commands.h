@@ -1,10 +1,11 @@
-// The one table of commands: parsing, help, completion and manual are all made from it.
+// The command table: parsing, help, completion and manual are all made from it.
 #ifndef CMIFCTL_CLI_COMMANDS_H
 #define CMIFCTL_CLI_COMMANDS_H
 
 #include "cmifctl/context.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,19 +16,24 @@ struct Argument {
     enum class Kind { required, optional, option, flag };
 
     Kind kind;
-    const char *name;  // as the verbs ask for it
-    const char *value; // what stands for it in the help; a flag has none
+    const char *name;  // the key under which the verb finds it
+    const char *value; // its placeholder in the help; empty for a flag
     const char *help;
-    Names choices{};     // empty: any text
-    bool secret = false; // so that people write a secret in its place, which is never repeated
+    EnumTable choices{}; // empty: any text
+    bool secret = false; // users may type a secret in its place, which is never repeated
+    char letter = '\0';  // of the short form of an option or flag
+
+    constexpr bool positional() const { return kind == Kind::required || kind == Kind::optional; }
 };
+
+using ArgumentRows = std::span<const Argument>;
 
 struct Command {
     const char *path; // "sim enter-pin"
     const char *summary;
-    void (*run)(Invocation &);
-    std::vector<Argument> arguments{};
-    const char *more = ""; // what the manual says beyond the summary
+    void (*run)(Context &);
+    ArgumentRows arguments{};
+    const char *details = ""; // follows the summary in help and manual
 };
 
 struct Group {
@@ -37,13 +43,13 @@ struct Group {
 
 std::span<const Group> groups();
 std::span<const Command> commands();
-// Those that every command takes.
-std::span<const Argument> global_options();
+// The options of every command.
+ArgumentRows global_options();
 
 bool takes_secrets(const Command &command);
 const Command *find_command(std::string_view path);
-// The words that may follow `path` ("" gives the groups), in the table's order.
-std::vector<std::string> words_after(std::string_view path);
+// The words that may follow `path`, in the table's order; the groups for an empty path.
+std::vector<std::string> subcommands_of(std::string_view path);
 
 } // namespace cmifctl
 

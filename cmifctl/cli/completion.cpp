@@ -5,11 +5,10 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
-std::string blank_separated(const std::vector<std::string> &words)
+std::string space_separated(const std::vector<std::string> &words)
 {
     std::string text;
     for (const std::string &word : words)
@@ -17,25 +16,35 @@ std::string blank_separated(const std::vector<std::string> &words)
     return text;
 }
 
-std::string options_of(std::span<const Argument> arguments)
+std::string options_of(ArgumentRows arguments)
 {
     std::vector<std::string> words;
     for (const Argument &argument : arguments)
-        if (argument.kind == Argument::Kind::option || argument.kind == Argument::Kind::flag)
+        if (!argument.positional())
             words.push_back(std::string("--") + argument.name);
-    return blank_separated(words);
+    return space_separated(words);
 }
 
-// Words that may come first among a command's arguments.
+// As a pattern of a shell's case statement.
+std::string global_options_with_values()
+{
+    std::string pattern;
+    for (const Argument &argument : global_options())
+        if (argument.kind == Argument::Kind::option)
+            pattern.append(pattern.empty() ? "--" : "|--").append(argument.name);
+    return pattern;
+}
+
+// The choices for a command's first argument.
 std::string first_choices(const Command &command)
 {
     for (const Argument &argument : command.arguments)
-        if (argument.kind == Argument::Kind::required || argument.kind == Argument::Kind::optional)
+        if (argument.positional())
             return choices(argument.choices, " ");
     return "";
 }
 
-// One line of the script's case statement for each path that words follow.
+// The script's case statement: what may follow each path.
 std::string cases()
 {
     std::set<std::string> paths{""};
@@ -46,7 +55,7 @@ std::string cases()
     }
     std::string text;
     for (const std::string &path : paths)
-        text += "    '" + path + "') follow='" + blank_separated(words_after(path)) + "' ;;\n";
+        text += "    '" + path + "') follow='" + space_separated(subcommands_of(path)) + "' ;;\n";
     for (const Command &command : commands())
         text += std::string("    '") + command.path + "') follow='" + first_choices(command) +
                 "' flags='" + options_of(command.arguments) + "' ;;\n" + "    '" + command.path +
@@ -54,7 +63,7 @@ std::string cases()
     return text;
 }
 
-// Shared by both shells: what may follow the words before the cursor, in $follow and $flags.
+// For both shells: sets $follow and $flags to what may follow the words before the cursor.
 std::string finder()
 {
     return "_cmifctl_words() { # the words before the cursor\n"
@@ -63,7 +72,9 @@ std::string finder()
            "    for word in \"$@\"; do\n"
            "        if [ -n \"$skip\" ]; then skip=''; continue; fi\n"
            "        case $word in\n"
-           "        --timeout) skip=1 ;;\n"
+           "        " +
+           global_options_with_values() +
+           ") skip=1 ;;\n"
            "        -*) ;;\n"
            "        *) typed=\"${typed:+$typed }$word\" ;;\n"
            "        esac\n"

@@ -1,13 +1,12 @@
 #include "help.h"
 
 #include "argument_text.h"
-#include "cmifctl/output/text.h"
+#include "cmifctl/output/terminal_text.h"
 
 #include <algorithm>
 
 namespace cmifctl
 {
-
 namespace
 {
 
@@ -27,7 +26,7 @@ std::string rows_text(const std::vector<Row> &rows)
     return text;
 }
 
-std::string arguments_text(std::span<const Argument> arguments)
+std::string arguments_text(ArgumentRows arguments)
 {
     std::vector<Row> rows;
     for (const Argument &argument : arguments)
@@ -38,8 +37,8 @@ std::string arguments_text(std::span<const Argument> arguments)
 std::string command_help(const Command &command)
 {
     std::string text = "Usage: " + synopsis_of(command) + "\n\n" + command.summary + "\n";
-    if (*command.more != '\0')
-        text += std::string(command.more) + "\n";
+    if (*command.details != '\0')
+        text += std::string(command.details) + "\n";
     if (!command.arguments.empty())
         text += "\n" + arguments_text(command.arguments);
     return text + "\nOptions of every command:\n" + arguments_text(global_options());
@@ -82,17 +81,18 @@ std::string short_help()
     for (const Group &group : groups())
         rows.push_back({group.name, group.summary});
     return "Usage: cmifctl [OPTIONS] GROUP VERB [ARGS]\n\n" + rows_text(rows) +
-           "\n'cmifctl GROUP --help' lists the verbs of a group, 'cmifctl --help' all of them.\n";
+           "\n'cmifctl GROUP --help' lists the commands of a group, 'cmifctl --help' all of "
+           "them.\n";
 }
 
-void print_completion(Invocation &run)
+void print_completion(Context &context)
 {
-    run.report.text("script", completion_script(run.arguments.text("shell")));
+    context.report.text("script", completion_script(context.arguments.text("shell")));
 }
 
-void print_manual(Invocation &run)
+void print_manual(Context &context)
 {
-    run.report.text("page", manual_page());
+    context.report.text("page", manual_page());
 }
 
 } // namespace cmifctl

@@ -1,4 +1,4 @@
-// Help, completion and manual, all written from the command table.
+// Help, completion and manual, all generated from the command table.
 #ifndef CMIFCTL_CLI_HELP_H
 #define CMIFCTL_CLI_HELP_H
 
@@ -9,20 +9,20 @@
 namespace cmifctl
 {
 
-// Of a command, of a group, or of everything ("").
+// Of a command, of a group, or of everything when `path` is empty.
 std::string help_text(const std::string &path);
 
-// What `cmifctl` alone answers.
+// For `cmifctl` without arguments.
 std::string short_help();
 
-// "bash" or "zsh"
+// For "bash" or "zsh".
 std::string completion_script(const std::string &shell);
 
 // Source of cmifctl(1).
 std::string manual_page();
 
-void print_completion(Invocation &run);
-void print_manual(Invocation &run);
+void print_completion(Context &context);
+void print_manual(Context &context);
 
 } // namespace cmifctl
 

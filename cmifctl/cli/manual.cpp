@@ -3,12 +3,11 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
-// Text that troff takes as it is.
-std::string plain(std::string_view text)
+// Text escaped for troff.
+std::string escaped(std::string_view text)
 {
     std::string out;
     for (const char letter : text) {
@@ -25,10 +24,10 @@ std::string plain(std::string_view text)
 
 std::string entry(const std::string &term, const std::string &text)
 {
-    return ".TP\n.B " + plain(term) + "\n" + plain(text) + "\n";
+    return ".TP\n.B " + escaped(term) + "\n" + escaped(text) + "\n";
 }
 
-std::string arguments_page(std::span<const Argument> arguments)
+std::string arguments_page(ArgumentRows arguments)
 {
     std::string page;
     for (const Argument &argument : arguments)
@@ -38,8 +37,8 @@ std::string arguments_page(std::span<const Argument> arguments)
 
 std::string command_page(const Command &command)
 {
-    std::string page = ".SS " + plain(synopsis_of(command).substr(sizeof "cmifctl [OPTIONS]")) +
-                       "\n" + plain(command.summary) + ".\n" + plain(command.more) + "\n";
+    std::string page = ".SS " + escaped(synopsis_of(command).substr(sizeof "cmifctl [OPTIONS]")) +
+                       "\n" + escaped(command.summary) + ".\n" + escaped(command.details) + "\n";
     return page + arguments_page(command.arguments);
 }
 
@@ -48,14 +47,14 @@ std::string command_page(const Command &command)
 std::string manual_page()
 {
     std::string page = ".TH CMIFCTL 1 \"\" \"CMIF " CMIF_VERSION "\" \"CMIF\"\n"
-                       ".SH NAME\ncmifctl \\- read and steer the LTE modem of a router\n"
+                       ".SH NAME\ncmifctl \\- query and control a router's LTE modem\n"
                        ".SH SYNOPSIS\n.B cmifctl\n[OPTIONS] GROUP VERB [ARGS]\n"
                        ".SH DESCRIPTION\n"
-                       "People read aligned sections and tables; with\n.B \\-\\-json\n"
-                       "one document stands on standard output, whatever happens. Notes, progress "
-                       "and errors go to standard error.\n"
-                       "PIN, PUK, password and control key are asked for without echo, or read "
-                       "from standard input with\n.BR \\- .\n"
+                       "The output is aligned sections and tables; with\n.B \\-\\-json\n"
+                       "it is always exactly one document. Notes, progress and errors go to "
+                       "standard error.\n"
+                       "PIN, PUK, password and control key are prompted for without echo, or "
+                       "read from standard input with\n.BR \\- .\n"
                        ".SH OPTIONS\n" +
                        arguments_page(global_options()) + ".SH COMMANDS\n";
     for (const Command &command : commands())
@@ -64,8 +63,8 @@ std::string manual_page()
     for (const ExitMeaning &row : exit_meanings)
         page += entry(std::to_string(static_cast<int>(row.status)), std::string(row.meaning) + ".");
     return page + ".SH ENVIRONMENT\n" + entry("NO_COLOR", "No colour on a terminal.") +
-           entry("COLUMNS", "The width of tables where standard output is no terminal.") +
-           entry("CMIF_STORE", "The directory of the development host's configuration store.");
+           entry("COLUMNS", "The width of tables where standard output is not a terminal.") +
+           entry("CMIF_STORE", "The directory of the configuration store.");
 }
 
 } // namespace cmifctl

@@ -1,12 +1,11 @@
 #include "report.h"
 
-#include "text.h"
+#include "terminal_text.h"
 
 #include <cctype>
 
 namespace cmifctl
 {
-
 namespace
 {
 
@@ -28,14 +27,14 @@ Section &Report::section(const std::string &key)
     return sections_.emplace_back(Section{key, {}});
 }
 
-void Report::field(const std::string &key, Field field)
+void Report::field(const std::string &section_key, Field field)
 {
-    section(key).fields.push_back(std::move(field));
+    section(section_key).fields.push_back(std::move(field));
 }
 
 void Report::line(const std::string &text)
 {
-    text_ += safe(text) + "\n";
+    text_ += escape_controls(text) + "\n";
 }
 
 void Report::text(const std::string &key, const std::string &text)
@@ -58,7 +57,7 @@ Json Report::document() const
     return document;
 }
 
-std::string printed(const Json &document)
+std::string render_json(const Json &document)
 {
     return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }

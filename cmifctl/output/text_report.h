@@ -7,8 +7,8 @@
 namespace cmifctl
 {
 
-// `columns` 0: lines as long as they are.
-std::string people(const Report &report, std::size_t columns, bool colour);
+// `columns` 0: lines of any length.
+std::string render_text(const Report &report, std::size_t columns, bool colour);
 
 } // namespace cmifctl
 

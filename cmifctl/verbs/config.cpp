@@ -1,10 +1,9 @@
-#include "cmifctl/output/terminal.h"
+#include "cmifctl/input/questions.h"
 #include "settings.h"
 #include "verbs.h"
 
 namespace cmifctl
 {
-
 namespace
 {
 
@@ -13,61 +12,61 @@ bool is_secret(const std::string &key)
     return key.find("password") != std::string::npos;
 }
 
-// The value as it may be seen; null when unset.
-Json shown(const Invocation &run, const std::string &key, const std::string &value)
+// The value, masked if it is a password; null when unset.
+Json shown(const Context &context, const std::string &key, const std::string &value)
 {
     if (value.empty())
         return nullptr;
-    return is_secret(key) && !run.arguments.has("show-secrets") ? Json("****") : Json(value);
+    return is_secret(key) && !context.arguments.has("show-secrets") ? Json("****") : Json(value);
 }
 
-std::string given_value(const Invocation &run, const std::string &key)
+std::string given_value(const Context &context, const std::string &key)
 {
-    const std::string value = run.arguments.text("value");
+    const std::string value = context.arguments.text("value");
     if (value == "-")
         return ask_secrets({{"value"}}, true).front();
-    if (run.arguments.has("value") && is_secret(key))
-        throw Failure(Exit::usage, "a password isn't taken from the command line",
+    if (context.arguments.has("value") && is_secret(key))
+        throw Failure(Exit::usage, "passwords are not taken from the command line",
                       "Leave it out to be asked for it, or give - and write it to standard input.");
-    return run.arguments.has("value") ? value : ask_secrets({{"value", true}}, false).front();
+    return context.arguments.has("value") ? value : ask_secrets({{"value", true}}, false).front();
 }
 
 } // namespace
 
-void config_get(Invocation &run)
+void config_get(Context &context)
 {
-    const std::string key = run.arguments.text("key");
-    const Json value = shown(run, key, setting(run, key));
-    run.report.data(key, value);
+    const std::string key = context.arguments.text("key");
+    const Json value = shown(context, key, setting(context, key));
+    context.report.data(key, value);
     if (!value.is_null())
-        run.report.line(value.get<std::string>());
+        context.report.line(value.get<std::string>());
 }
 
-void config_set(Invocation &run)
+void config_set(Context &context)
 {
-    const std::string key = run.arguments.text("key");
-    const std::string value = given_value(run, key);
-    change_setting(run, key, value);
-    run.report.data(key, shown(run, key, value));
+    const std::string key = context.arguments.text("key");
+    const std::string value = given_value(context, key);
+    change_setting(context, key, value);
+    context.report.data(key, shown(context, key, value));
 }
 
-void config_list(Invocation &run)
+void config_list(Context &context)
 {
-    const std::string prefix = run.arguments.text("prefix");
-    const Json settings = all_settings(run);
+    const std::string prefix = context.arguments.text("prefix");
+    const Json settings = all_settings(context);
     for (const auto &[key, value] : settings.items()) {
         if (!key.starts_with(prefix))
             continue;
-        const Json seen = shown(run, key, value);
-        run.report.data(key, seen);
-        run.report.line(key + "=" + (seen.is_null() ? "" : seen.get<std::string>()));
+        const Json visible = shown(context, key, value);
+        context.report.data(key, visible);
+        context.report.line(key + "=" + (visible.is_null() ? "" : visible.get<std::string>()));
     }
 }
 
-void config_save(Invocation &run)
+void config_save(Context &context)
 {
-    save_settings(run);
-    run.report.data("saved", true);
+    save_settings(context);
+    context.report.data("saved", true);
 }
 
 } // namespace cmifctl

@@ -1,7 +1,8 @@
 #include "client/result.h"
 #include "cmif/cmif.h"
-#include "cmifctl/output/terminal.h"
-#include "cmifctl/output/text.h"
+#include "cmifctl/calls.h"
+#include "cmifctl/input/questions.h"
+#include "cmifctl/output/times.h"
 #include "connection.h"
 #include "qmi_readings.h"
 #include "readings.h"
@@ -10,100 +11,87 @@
 namespace cmifctl
 {
 
-void data_status(Invocation &run)
+void data_status(Context &context)
 {
-    if (connection_state(run) == profile_change)
-        check_qmi("shared_CMIF_get_connection_status", CMIF_PROFILE_BUSY);
-    report_readings(run, {"data"});
-    report_qmi_views(run, {"packet_service"});
+    if (connection_state(context) == profile_change)
+        client::check_qmi("shared_CMIF_get_connection_status", CMIF_PROFILE_BUSY);
+    report_readings(context, {"data"});
+    report_qmi_readings(context, {"packet_service"});
 }
 
-void data_start(Invocation &run)
+void data_start(Context &context)
 {
-    bring_to(run, Goal::connected);
-    report_readings(run, {"data"});
+    drive_to(context, Target::connected);
+    report_readings(context, {"data"});
 }
 
-void data_stop(Invocation &run)
+void data_stop(Context &context)
 {
-    bring_to(run, Goal::disconnected);
-    report_readings(run, {"data"});
+    drive_to(context, Target::disconnected);
+    report_readings(context, {"data"});
 }
 
-void data_uptime(Invocation &run)
+void data_uptime(Context &context)
 {
-    const Json seconds =
-        call(run.options, {.request = no_request("shared_CMIF_get_connection_uptime"),
-                           .body =
-                               [](Json &output) {
-                                   unsigned int uptime = 0;
-                                   const int result = shared_CMIF_get_connection_uptime(&uptime);
-                                   output = uptime;
-                                   return result;
-                               }})
-            .output;
-    run.report.field("data", {"uptime", seconds, "s", duration(seconds.get<long long>())});
+    const Json seconds = read(context, "shared_CMIF_get_connection_uptime",
+                              reads(shared_CMIF_get_connection_uptime));
+    context.report.field("data", {"uptime", seconds, "s", duration(seconds.get<long long>())});
 }
 
-void data_auto_connect(Invocation &run)
+void data_auto_connect(Context &context)
 {
-    const bool change = run.arguments.has("state");
-    const int wanted = change ? run.arguments.code("state", names::on_off) : 0;
-    const Json enabled =
-        call(run.options, {.request = no_request("shared_CMIF_set_auto_connect_when_start_up"),
-                           .body =
-                               [change, wanted](Json &output) {
-                                   if (change)
-                                       shared_CMIF_set_auto_connect_when_start_up(wanted);
-                                   int state = 0;
-                                   const int result =
-                                       shared_CMIF_get_auto_connect_when_start_up(&state);
-                                   output = state == 1;
-                                   return result;
-                               }})
-            .output;
-    if (change && enabled != (wanted == 1))
-        throw Failure(Exit::other, "the store did not take the setting",
-                      "Its own message says why.");
-    run.report.field("data", {"auto_connect", enabled});
+    const bool change = context.arguments.has("state");
+    const int wanted = change ? context.arguments.code("state", enums::on_off) : 0;
+    const Json state =
+        read(context, "shared_CMIF_set_auto_connect_when_start_up", [change, wanted](Json &output) {
+            if (change)
+                shared_CMIF_set_auto_connect_when_start_up(wanted);
+            return reads(shared_CMIF_get_auto_connect_when_start_up)(output);
+        });
+    if (change && state != wanted)
+        throw Failure(Exit::other, "the setting was not stored",
+                      "The store has written the reason to standard error.");
+    context.report.field("data", {"auto_connect", state == 1});
 }
 
-void data_download_mode(Invocation &run)
+void data_download_mode(Context &context)
 {
-    confirm(run, "This asks the modem for its firmware-download mode: it is no phone until new "
-                 "firmware is loaded or it is switched off");
-    ask_qmi(run, {.request = qmi_request("shared_CMIF_set_CM_qfirehose", 9, 5),
-                  .body = [](Json &) { return shared_CMIF_set_CM_qfirehose(); }});
-    run.report.field("data", {"result", "the request is sent; no answer is awaited"});
+    confirm(context, download_warning);
+    qmi_call(context,
+             {.request = qmi_request("shared_CMIF_set_CM_qfirehose", CMIF_QMI_DOWNLOAD_MODE, 5),
+              .body = [](Json &) { return shared_CMIF_set_CM_qfirehose(); }});
+    context.report.field("data", {"result", "the request was sent; no reply is expected"});
 }
 
-void data_profile_sync(Invocation &run)
+void data_profile_sync(Context &context)
 {
-    ask_plain(run, "shared_CMIF_get_SyncProfile3", 27, shared_CMIF_get_SyncProfile3);
-    run.report.field("data", {"result", "the stored profile is up to date with the modem's"});
+    at_command(context, "shared_CMIF_get_SyncProfile3", CMIF_AT_SYNCHRONIZE_PROFILE,
+               shared_CMIF_get_SyncProfile3);
+    context.report.field("data", {"result", "the stored profile matches the modem's"});
 }
 
-void data_at_profile(Invocation &run)
+void data_at_profile(Context &context)
 {
-    const int id = run.arguments.number("id", "NUMBER", 1, 16);
-    const int type = run.arguments.code("type", names::pdp_type);
-    const std::string type_name = enumeration(names::pdp_type, type)["name"];
-    const std::string apn = run.arguments.text("apn");
-    ask_at(run,
-           {.request = at_request("shared_CMIF_set_Profile", 25,
-                                  {.first = type_name, .second = apn, .value = std::to_string(id)}),
-            .body = [&, id](Json &) {
-                return shared_CMIF_set_Profile(id, type_name.c_str(), apn.c_str());
-            }});
-    run.report.field("profile", {"id", id});
-    run.report.field("profile", {"type", enumeration(names::pdp_type, type)});
-    run.report.field("profile", {"apn", apn});
+    const int id = context.arguments.number("id", "NUMBER", 1, 16);
+    const int type = context.arguments.code("type", enums::pdp_type);
+    const std::string type_name = enumeration(enums::pdp_type, type)["name"];
+    const std::string apn = context.arguments.text("apn");
+    at_call(context, {.request = at_request(
+                          "shared_CMIF_set_Profile", CMIF_AT_SET_PROFILE,
+                          {.first = type_name, .second = apn, .value = std::to_string(id)}),
+                      .body = [&, id](Json &) {
+                          return shared_CMIF_set_Profile(id, type_name.c_str(), apn.c_str());
+                      }});
+    context.report.field("profile", {"id", id});
+    context.report.field("profile", {"type", enumeration(enums::pdp_type, type)});
+    context.report.field("profile", {"apn", apn});
 }
 
-void data_ota_dm(Invocation &run)
+void data_ota_dm(Context &context)
 {
-    ask_plain(run, "shared_CMIF_set_TriggerOTADMSession", 26, shared_CMIF_set_TriggerOTADMSession);
-    run.report.field("data", {"result", "the device-management session is started"});
+    at_command(context, "shared_CMIF_set_TriggerOTADMSession", CMIF_AT_START_DEVICE_MANAGEMENT,
+               shared_CMIF_set_TriggerOTADMSession);
+    context.report.field("data", {"result", "the device-management session was started"});
 }
 
 } // namespace cmifctl

@@ -1,149 +1,114 @@
 #include "client/result.h"
 #include "cmif/cmif.h"
+#include "cmifctl/calls.h"
 #include "cmifctl/output/terminal.h"
-#include "cmifctl/output/text.h"
+#include "daemons/cme_error.h"
+#include "daemons/digits.h"
+#include "providers.h"
 #include "readings.h"
 #include "verbs.h"
 
 #include <chrono>
-#include <cstring>
-#include <vector>
 
 namespace cmifctl
 {
-
 namespace
 {
 
-constexpr std::size_t most_providers = 512; // more than the library ever writes
-
-Json text_or_null(const char *text)
+void show_search_progress(std::chrono::steady_clock::time_point started)
 {
-    return *text != '\0' ? Json(text) : Json();
+    const auto passed = std::chrono::steady_clock::now() - started;
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(passed).count();
+    show_progress("searching for operators, " + std::to_string(seconds) + " s");
 }
 
-Json provider(const cmif_provider_info &info)
+void check_operator_code(const std::string &code)
 {
-    return {{"code", text_or_null(info.oper_numeric)},
-            {"name", text_or_null(info.oper_long)},
-            {"short_name", text_or_null(info.oper_short)},
-            {"status", enumeration(names::provider_state, info.stat)},
-            {"technology", enumeration(names::provider_technology, info.act)}};
-}
-
-// Trailing groups of the modem's answer (ranges of numbers) name nobody and are left out.
-int read_providers(Json &output)
-{
-    std::vector<cmif_provider_info> list(most_providers);
-    const int result = shared_CMIF_GetNetworkProviderList(list.data());
-    output = Json::array();
-    for (const cmif_provider_info &info : list)
-        if (*info.oper_numeric != '\0' || *info.oper_long != '\0' || *info.oper_short != '\0')
-            output.push_back(provider(info));
-    return result;
-}
-
-Answer providers(const Invocation &run)
-{
-    return call(run.options, {.request = no_request("shared_CMIF_GetNetworkProviderList"),
-                              .body = read_providers});
-}
-
-void report_providers(Invocation &run)
-{
-    Answer answer = providers(run);
-    if (answer.result != CMIF_OK)
-        throw Failure(Exit::no_file, "there is no provider list (" CMIF_PROVIDER_LIST_FILE ")",
-                      "Search for operators first: cmifctl network scan");
-    run.report.table({"providers",
-                      {{"code", "CODE"},
-                       {"status", "STATUS"},
-                       {"technology", "TECHNOLOGY"},
-                       {"short_name", "SHORT"},
-                       {"name", "NAME"}},
-                      std::move(answer.output)});
+    if (!daemons::is_plmn_code(code))
+        throw Failure(Exit::usage, "CODE takes 5 or 6 digits, not '" + code + "'",
+                      "MCC and MNC, as 'cmifctl network list' shows them.");
 }
 
 } // namespace
 
-void network_show(Invocation &run)
+void network_show(Context &context)
 {
-    report_readings(run, {"network", "last_known"});
+    report_readings(context, {"network", "last_known"});
 }
 
-void network_scan(Invocation &run)
+void network_scan(Context &context)
 {
     const auto started = std::chrono::steady_clock::now();
-    ask_at(run, {.request = at_request("shared_CMIF_set_ModeManualSearch", 24),
-                 .body = [](Json &) { return shared_CMIF_set_ModeManualSearch(); },
-                 .timeout = scan_timeout,
-                 .waiting =
-                     [started] {
-                         const auto passed = std::chrono::steady_clock::now() - started;
-                         const auto seconds =
-                             std::chrono::duration_cast<std::chrono::seconds>(passed).count();
-                         progress("searching for operators, " + std::to_string(seconds) + " s");
-                     }});
-    end_progress();
-    report_providers(run);
+    at_call(context, {.request = at_request("shared_CMIF_set_ModeManualSearch", CMIF_AT_SEARCH),
+                      .body = [](Json &) { return shared_CMIF_set_ModeManualSearch(); },
+                      .timeout = search_timeout,
+                      .on_wait = [started] { show_search_progress(started); }});
+    clear_progress();
+    report_providers(context);
 }
 
-void network_scan_state(Invocation &run)
+void network_scan_state(Context &context)
 {
-    const Answer answer =
-        try_at(run, {.request = at_request("shared_CMIF_get_ModeManualSearch", 23),
-                     .body = [](Json &) { return shared_CMIF_get_ModeManualSearch(); }});
-    const Refusal *known = refusal(answer.result);
-    const Json name = answer.result == CMIF_OK ? Json("idle")
-                      : known != nullptr       ? Json(known->name)
-                                               : Json();
-    run.report.field("search", {"state", {{"code", answer.result}, {"name", name}}});
+    const int result =
+        at_call_raw(context, {.request = at_request("shared_CMIF_get_ModeManualSearch",
+                                                    CMIF_AT_GET_SEARCH_STATE),
+                              .body = [](Json &) { return shared_CMIF_get_ModeManualSearch(); }})
+            .result;
+    const daemons::CmeErrorText *known = daemons::find_cme_error(result);
+    Json state = client::daemon_error(result);
+    if (result == CMIF_OK)
+        state["name"] = "idle";
+    const bool busy = result != CMIF_OK && known != nullptr;
+    context.report.field("search",
+                         {.key = "state", .value = state, .text = busy ? known->text : ""});
 }
 
-void network_list(Invocation &run)
+void network_list(Context &context)
 {
-    report_providers(run);
+    report_providers(context);
 }
 
-void network_select(Invocation &run)
+void network_select(Context &context)
 {
-    const std::string code = run.arguments.text("code");
-    if (!digits(code, 5, 6))
-        throw Failure(Exit::usage, "CODE takes 5 or 6 digits, not '" + code + "'",
-                      "MCC and MNC, as 'cmifctl network list' shows them.");
+    const std::string code = context.arguments.text("code");
+    check_operator_code(code);
     const std::string technology =
-        run.arguments.has("technology")
-            ? std::to_string(run.arguments.code("technology", names::generation))
+        context.arguments.has("technology")
+            ? std::to_string(context.arguments.code("technology", enums::generation))
             : ""; // any
-    ask_at(run, {.request = at_request("shared_CMIF_SetNetworkProvider", 17,
-                                       {.first = code, .second = technology}),
-                 .body =
-                     [&code, &technology](Json &) {
-                         return shared_CMIF_SetNetworkProvider(code.c_str(), technology.c_str());
-                     },
-                 .timeout = scan_timeout});
-    run.report.field("network", {"selection_requested", enumeration(names::selection, 2)});
-    run.report.field("network", {"operator_code", code});
+    at_call(context,
+            {.request = at_request("shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR,
+                                   {.first = code, .second = technology}),
+             .body =
+                 [&code, &technology](Json &) {
+                     return shared_CMIF_SetNetworkProvider(code.c_str(), technology.c_str());
+                 },
+             .timeout = search_timeout});
+    constexpr int manual = 2;
+    context.report.field("network", {"selection_requested", enumeration(enums::selection, manual)});
+    context.report.field("network", {"operator_code", code});
 }
 
-void network_auto(Invocation &run)
+void network_auto(Context &context)
 {
     constexpr int automatic = 1;
-    ask_at(run, {.request = at_request("shared_CMIF_SetNetworkMode", 3, {.value = "0"}),
-                 .body = [](Json &) { return shared_CMIF_SetNetworkMode(automatic); },
-                 .timeout = scan_timeout});
-    run.report.field("network", {"selection_requested", enumeration(names::selection, automatic)});
+    at_call(context, {.request = at_request("shared_CMIF_SetNetworkMode",
+                                            CMIF_AT_SELECT_AUTOMATICALLY, {.value = "0"}),
+                      .body = [](Json &) { return shared_CMIF_SetNetworkMode(automatic); },
+                      .timeout = search_timeout});
+    context.report.field("network",
+                         {"selection_requested", enumeration(enums::selection, automatic)});
 }
 
-void network_format(Invocation &run)
+void network_format(Context &context)
 {
-    const int format = run.arguments.code("format", names::name_format);
-    ask_at(run, {.request = at_request("shared_Set_Operator_Selection_switch_format", 16,
-                                       {.value = std::to_string(format)}),
-                 .body = [format](Json &) {
-                     return shared_Set_Operator_Selection_switch_format(format);
-                 }});
-    run.report.field("network", {"format_requested", enumeration(names::name_format, format)});
+    const int format = context.arguments.code("format", enums::name_format);
+    at_call(
+        context,
+        {.request = at_request("shared_Set_Operator_Selection_switch_format",
+                               CMIF_AT_SET_OPERATOR_FORMAT, {.value = std::to_string(format)}),
+         .body = [format](Json &) { return shared_Set_Operator_Selection_switch_format(format); }});
+    context.report.field("network", {"format_requested", enumeration(enums::name_format, format)});
 }
 
 } // namespace cmifctl

@@ -1,5 +1,6 @@
 #include "cmif/cmif.h"
-#include "cmifctl/output/terminal.h"
+#include "cmifctl/calls.h"
+#include "cmifctl/input/questions.h"
 #include "verbs.h"
 
 #include <array>
@@ -7,13 +8,12 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
 constexpr const char *mask = "****";
 
-// As wide as a field of the profile, terminated or not.
+// A field of the profile, which may be full and without a NUL.
 template <std::size_t N>
 std::string field_text(const char (&field)[N])
 {
@@ -33,12 +33,12 @@ int read_profile(Json &output)
     return result;
 }
 
-Json stored_profile(const Invocation &run)
+Json stored_profile(const Context &context)
 {
-    return ask_qmi(run, {.request = no_request("shared_CMIF_get_profile_settings"),
-                         .body = read_profile,
-                         .logs = true,
-                         .secret = true});
+    return qmi_call(context, {.request = no_request("shared_CMIF_get_profile_settings"),
+                              .body = read_profile,
+                              .logs = true,
+                              .secret = true});
 }
 
 bool empty(const Json &text)
@@ -46,30 +46,30 @@ bool empty(const Json &text)
     return text.get_ref<const std::string &>().empty();
 }
 
-void report_profile(Invocation &run)
+void report_profile(Context &context)
 {
-    Json profile = stored_profile(run);
-    const bool hidden = !run.arguments.has("show-secrets") && !empty(profile["password"]);
+    Json profile = stored_profile(context);
+    const bool hidden = !context.arguments.has("show-secrets") && !empty(profile["password"]);
     if (hidden)
         profile["password"] = mask;
     for (const char *key : {"apn", "user", "password"})
-        run.report.field("profile", {key, empty(profile[key]) ? Json() : profile[key]});
-    run.report.field("profile", {"auth", enumeration(names::authentication, profile["auth"])});
-    run.report.field("profile", {"pdp", enumeration(names::profile_pdp, profile["pdp"])});
-    run.report.field("profile", {"family", enumeration(names::ip_family, profile["family"])});
+        context.report.field("profile", {key, empty(profile[key]) ? Json() : profile[key]});
+    context.report.field("profile", {"auth", enumeration(enums::authentication, profile["auth"])});
+    context.report.field("profile", {"pdp", enumeration(enums::profile_pdp, profile["pdp"])});
+    context.report.field("profile", {"family", enumeration(enums::ip_family, profile["family"])});
 }
 
-void check_length(const char *name, const std::string &text, std::size_t most)
+void check_length(const char *name, const std::string &text, std::size_t max)
 {
-    if (text.size() > most)
+    if (text.size() > max)
         throw Failure(Exit::invalid,
                       std::string("the ") + name + " has " + std::to_string(text.size()) +
-                          " bytes, nothing was sent",
-                      std::string("At most ") + std::to_string(most) + ".");
+                          " bytes; nothing was sent",
+                      std::string("At most ") + std::to_string(max) + " bytes.");
 }
 
 template <std::size_t N>
-void put(char (&field)[N], const Json &text)
+void set_field(char (&field)[N], const Json &text)
 {
     const auto &string = text.get_ref<const std::string &>();
     std::memcpy(field, string.data(), std::min(string.size(), N - 1));
@@ -78,31 +78,40 @@ void put(char (&field)[N], const Json &text)
 qmi_profile record(const Json &profile)
 {
     qmi_profile record{};
-    put(record.apn, profile["apn"]);
-    put(record.user, profile["user"]);
-    put(record.password, profile["password"]);
+    set_field(record.apn, profile["apn"]);
+    set_field(record.user, profile["user"]);
+    set_field(record.password, profile["password"]);
     record.auth = profile["auth"];
     record.pdp = profile["pdp"];
     record.curIpFamily = profile["family"];
     return record;
 }
 
-// The profile as it travels: three texts, then a digit in each of three fields of four bytes.
+// Out of the table, as a damaged store may hold it, the library sends 0.
+char digit(EnumTable table, int code)
+{
+    const bool known = !enumeration(table, code)["name"].is_null();
+    return static_cast<char>('0' + (known ? code : 0));
+}
+
 Request modify_request(const qmi_profile &profile)
 {
-    constexpr std::size_t texts = 299;
-    Request request = qmi_request("shared_CMIF_modify_profile_settings", 3, CMIF_QMI_PAYLOAD);
-    std::memcpy(request.payload.data(), &profile, texts);
-    const auto digit = [](int number, int most) {
-        return static_cast<char>('0' + (number < 0 || number > most ? 0 : number));
-    };
-    request.payload[texts] = digit(profile.auth, 3);
-    request.payload[texts + 4] = digit(profile.pdp, 3);
-    request.payload[texts + 8] = digit(profile.curIpFamily, 1);
+    qmi_profile_payload payload{};
+    std::memcpy(payload.apn, profile.apn, sizeof payload.apn);
+    std::memcpy(payload.user, profile.user, sizeof payload.user);
+    std::memcpy(payload.password, profile.password, sizeof payload.password);
+    payload.auth[0] = digit(enums::authentication, profile.auth);
+    payload.pdp[0] = digit(enums::profile_pdp, profile.pdp);
+    payload.curIpFamily[0] = digit(enums::ip_family, profile.curIpFamily);
+    static_assert(sizeof payload == CMIF_QMI_PAYLOAD);
+
+    Request request =
+        qmi_request("shared_CMIF_modify_profile_settings", CMIF_QMI_MODIFY_PROFILE, sizeof payload);
+    std::memcpy(request.payload.data(), &payload, sizeof payload);
     return request;
 }
 
-// What the user gives, over what is there.
+// Replaces what the user gives.
 void change(Json &profile, const Arguments &given)
 {
     for (const char *key : {"apn", "user"})
@@ -112,9 +121,9 @@ void change(Json &profile, const Arguments &given)
         const bool from_input = given.text("password") == "-";
         profile["password"] = ask_secrets({{"password", true}}, from_input).front();
     }
-    const std::array<std::pair<const char *, Names>, 3> codes{{{"auth", names::authentication},
-                                                               {"pdp", names::profile_pdp},
-                                                               {"family", names::ip_family}}};
+    const std::array<std::pair<const char *, EnumTable>, 3> codes{{{"auth", enums::authentication},
+                                                                   {"pdp", enums::profile_pdp},
+                                                                   {"family", enums::ip_family}}};
     for (const auto &[key, table] : codes)
         if (given.has(key))
             profile[key] = given.code(key, table);
@@ -125,29 +134,31 @@ void change(Json &profile, const Arguments &given)
 
 } // namespace
 
-void profile_show(Invocation &run)
+void profile_show(Context &context)
 {
-    report_profile(run);
+    report_profile(context);
 }
 
-void profile_set(Invocation &run)
+void profile_set(Context &context)
 {
     bool any = false;
     for (const char *key : {"apn", "user", "password", "auth", "pdp", "family"})
-        any = any || run.arguments.has(key);
+        any = any || context.arguments.has(key);
     if (!any)
-        throw Failure(Exit::usage, "nothing to change", "Give at least one option, as --apn NAME.");
-    Json profile = stored_profile(run);
-    change(profile, run.arguments);
+        throw Failure(Exit::usage, "nothing to change",
+                      "Give at least one option, for example --apn NAME.");
+    Json profile = stored_profile(context);
+    change(profile, context.arguments);
     const qmi_profile wanted = record(profile);
-    const int automatic = run.arguments.has("auto-apn") ? 1 : 0;
-    ask_qmi(run,
-            {.request = modify_request(wanted),
-             .body = [&wanted, automatic](
-                         Json &) { return shared_CMIF_modify_profile_settings(wanted, automatic); },
-             .secret = true,
-             .marker = CMIF_PROFILE_BUSY_FILE});
-    report_profile(run);
+    const int automatic = context.arguments.has("auto-apn") ? 1 : 0;
+    qmi_call(context, {.request = modify_request(wanted),
+                       .body =
+                           [&wanted, automatic](Json &) {
+                               return shared_CMIF_modify_profile_settings(wanted, automatic);
+                           },
+                       .secret = true,
+                       .marker = CMIF_PROFILE_BUSY_FILE});
+    report_profile(context);
 }
 
 } // namespace cmifctl

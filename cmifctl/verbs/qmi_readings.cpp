@@ -1,6 +1,5 @@
 #include "qmi_readings.h"
 
-#include "client/result.h"
 #include "cmif/cmif.h"
 
 #include <algorithm>
@@ -8,11 +7,10 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
-// At most N - 1 bytes, not terminated when they are all used.
+// The getter writes at most N - 1 bytes, and no NUL when it uses them all.
 template <std::size_t N, int (*getter)(char *)>
 int read_bounded(Json &output)
 {
@@ -26,58 +24,69 @@ int read_sim_state(Json &output)
 {
     int state = 0;
     const int result = shared_CMIF_get_sim_status(&state);
-    output = enumeration(names::sim_state, state);
+    output = enumeration(enums::sim_state, state);
     return result;
 }
 
-struct View {
+struct QmiReading {
     const char *section;
     const char *key;
     Call call;
 };
 
-std::array<View, 3> all_views()
+std::array<QmiReading, 3> all_readings()
 {
-    return {{{"modem",
-              "device_revision",
-              {.request = qmi_request("shared_CMIF_get_device_rev_id", 1, 101),
-               .body = read_bounded<101, shared_CMIF_get_device_rev_id>}},
-             {"sim", "state", sim_state_call()},
-             {"data",
-              "packet_service",
-              {.request = qmi_request("shared_CMIF_get_ps_service", 8, 51),
-               .body = read_bounded<51, shared_CMIF_get_ps_service>}}}};
+    // The lengths are those of the library's requests.
+    // clang-format off
+    return {{
+        {"modem", "device_revision", {.request = qmi_request("shared_CMIF_get_device_rev_id", CMIF_QMI_GET_DEVICE_REVISION, 101),
+                                      .body = read_bounded<101, shared_CMIF_get_device_rev_id>}},
+        {"sim",   "state",           sim_state_call()},
+        {"data",  "packet_service",  {.request = qmi_request("shared_CMIF_get_ps_service", CMIF_QMI_GET_PACKET_SERVICE, 51),
+                                      .body = read_bounded<51, shared_CMIF_get_ps_service>}},
+    }};
+    // clang-format on
+}
+
+// With a time limit that suits a reading which may be left out.
+Context impatient(const Context &context)
+{
+    Context copy{context.json, context.options, {}, {}};
+    const double asked = context.options.timeout.value_or(0);
+    copy.options.timeout = asked > 0 ? std::min(asked, status_timeout) : status_timeout;
+    return copy;
 }
 
 } // namespace
 
 Call sim_state_call()
 {
-    return {.request = qmi_request("shared_CMIF_get_sim_status", 6, 5), .body = read_sim_state};
+    return {.request = qmi_request("shared_CMIF_get_sim_status", CMIF_QMI_GET_SIM_STATUS, 5),
+            .body = read_sim_state};
 }
 
-void report_qmi_views(Invocation &run, std::initializer_list<std::string_view> keys)
+void report_qmi_readings(Context &context, std::initializer_list<std::string_view> keys)
 {
-    Invocation impatient{run.options, {}, {}};
-    impatient.options.timeout = status_timeout;
-    if (const double asked = run.options.timeout.value_or(0); asked > 0)
-        impatient.options.timeout = std::min(asked, status_timeout);
-
+    const Context limited = impatient(context);
     Json reason;
-    for (const View &view : all_views()) {
-        if (std::find(keys.begin(), keys.end(), view.key) == keys.end())
+    for (const QmiReading &reading : all_readings()) {
+        if (std::find(keys.begin(), keys.end(), reading.key) == keys.end())
             continue;
         Json value;
         try {
             if (reason.is_null())
-                value = ask_qmi(impatient, view.call);
+                value = qmi_call(limited, reading.call);
         } catch (const Failure &failure) {
             reason = failure.what();
         }
-        run.report.field(view.section, {view.key, value});
+        context.report.field(reading.section, {reading.key, value});
     }
-    run.report.field("daemons", {"qmi_answers", reason.is_null()});
-    run.report.field("daemons", {"qmi_reason", reason});
+    const bool answers = reason.is_null();
+    context.report.field("daemons", {.key = "qmi_answers",
+                                     .value = answers,
+                                     .text = answers ? "responding" : "not responding",
+                                     .label = "QMI daemon"});
+    context.report.field("daemons", {.key = "qmi_reason", .value = reason, .label = "reason"});
 }
 
 } // namespace cmifctl

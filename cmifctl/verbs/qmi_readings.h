@@ -1,8 +1,8 @@
-// What only the QMI daemon knows: shown when it is ready, left out with a reason when it isn't.
+// Readings that only the QMI daemon has: left out, with the reason, when it does not answer.
 #ifndef CMIFCTL_VERBS_QMI_READINGS_H
 #define CMIFCTL_VERBS_QMI_READINGS_H
 
-#include "cmifctl/context.h"
+#include "cmifctl/calls.h"
 
 #include <initializer_list>
 #include <string_view>
@@ -10,11 +10,11 @@
 namespace cmifctl
 {
 
-// Adds the named views ("device_revision", "state" of the SIM, "packet_service") to their sections
-// and whether the daemon answered to the section "daemons". Never fails for the daemon's sake.
-void report_qmi_views(Invocation &run, std::initializer_list<std::string_view> keys);
+// Reports the named readings ("device_revision", "state" of the SIM, "packet_service") in their
+// sections, and in the section "daemons" whether the daemon answered. Does not fail without it.
+void report_qmi_readings(Context &context, std::initializer_list<std::string_view> keys);
 
-// The SIM's state as the QMI daemon gives it (names::sim_state).
+// The SIM's state as the QMI daemon gives it (enums::sim_state).
 Call sim_state_call();
 
 } // namespace cmifctl

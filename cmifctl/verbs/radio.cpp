@@ -1,33 +1,18 @@
 #include "cmif/cmif.h"
-#include "cmifctl/output/terminal.h"
+#include "cmifctl/calls.h"
+#include "cmifctl/input/questions.h"
 #include "readings.h"
 #include "verbs.h"
 
 namespace cmifctl
 {
-
 namespace
 {
 
-// Shows the setting when no value is given; otherwise asks the daemon for the value and reports
-// what was asked for.
-struct Setting {
-    const char *key;
-    Names names;
-    int (*change)(int);
-    Request (*request)(int code);
-};
-
-template <class Show>
-void show_or_change(Invocation &run, const Setting &setting, Show show)
+// The value that the library sends for a code.
+std::string same(int code)
 {
-    if (!run.arguments.has(setting.key))
-        return show();
-    const int code = run.arguments.code(setting.key, setting.names);
-    ask_at(run, {.request = setting.request(code),
-                 .body = [&setting, code](Json &) { return setting.change(code); }});
-    run.report.field("radio",
-                     {std::string(setting.key) + "_requested", enumeration(setting.names, code)});
+    return std::to_string(code);
 }
 
 std::string region_value(int region)
@@ -41,92 +26,111 @@ std::string roaming_value(int mode)
     return values[mode];
 }
 
+// A setting of the modem: the argument's name and codes, and the request that changes it.
+struct Setting {
+    const char *key;
+    EnumTable table;
+    const char *function;
+    int (*change)(int);
+    cmif_at_code code;
+    std::string (*value)(int);
+};
+
+// clang-format off
+#define FUNCTION(name) #name, name
+constexpr Setting mode_setting   {"mode",    enums::settable_search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),        CMIF_AT_SET_SEARCH_MODE,   same};
+constexpr Setting region_setting {"region",  enums::settable_band_region, FUNCTION(shared_CMIF_SetBandRegion),                CMIF_AT_SET_SEARCH_MODE,   region_value};
+constexpr Setting roaming_setting{"roaming", enums::roaming,              FUNCTION(shared_CMIF_set_mobileInternationalRoam),  CMIF_AT_SET_ROAMING,       roaming_value};
+constexpr Setting domain_setting {"domain",  enums::on_off,               FUNCTION(shared_CMIF_set_DomainServiceStatus),      CMIF_AT_SET_PACKET_DOMAIN, same};
+#undef FUNCTION
+// clang-format on
+
+// Sends the value that was given, and reports what was asked for.
+void change(Context &context, const Setting &setting)
+{
+    const int code = context.arguments.code(setting.key, setting.table);
+    at_call(context,
+            {.request = at_request(setting.function, setting.code, {.value = setting.value(code)}),
+             .body = [&setting, code](Json &) { return setting.change(code); }});
+    context.report.field(
+        "radio", {std::string(setting.key) + "_requested", enumeration(setting.table, code)});
+}
+
+// For settings that the modem publishes.
+void show_or_change(Context &context, const Setting &setting)
+{
+    if (context.arguments.has(setting.key))
+        return change(context, setting);
+    report_readings(context, {"radio"});
+}
+
 } // namespace
 
-void radio_show(Invocation &run)
+void radio_show(Context &context)
 {
-    report_readings(run, {"radio"});
+    report_readings(context, {"radio"});
 }
 
-void radio_mode(Invocation &run)
+void radio_mode(Context &context)
 {
-    show_or_change(run,
-                   {"mode", names::settable_search_mode, shared_CMIF_set_mobileNetworkMode,
-                    [](int mode) {
-                        return at_request("shared_CMIF_set_mobileNetworkMode", 2,
-                                          {.value = std::to_string(mode)});
-                    }},
-                   [&run] { report_readings(run, {"radio"}); });
+    show_or_change(context, mode_setting);
 }
 
-void radio_band(Invocation &run)
+void radio_band(Context &context)
 {
-    show_or_change(run,
-                   {"region", names::settable_band_region, shared_CMIF_SetBandRegion,
-                    [](int region) {
-                        return at_request("shared_CMIF_SetBandRegion", 2,
-                                          {.value = region_value(region)});
-                    }},
-                   [&run] { report_readings(run, {"radio"}); });
+    show_or_change(context, region_setting);
 }
 
-void radio_roaming(Invocation &run)
+void radio_roaming(Context &context)
 {
-    show_or_change(run,
-                   {"roaming", names::roaming, shared_CMIF_set_mobileInternationalRoam,
-                    [](int mode) {
-                        return at_request("shared_CMIF_set_mobileInternationalRoam", 15,
-                                          {.value = roaming_value(mode)});
-                    }},
-                   [&run] { report_readings(run, {"radio"}); });
+    show_or_change(context, roaming_setting);
 }
 
-void radio_domain(Invocation &run)
+void radio_domain(Context &context)
 {
-    show_or_change(run,
-                   {"domain", names::on_off, shared_CMIF_set_DomainServiceStatus,
-                    [](int status) {
-                        return at_request("shared_CMIF_set_DomainServiceStatus", 7,
-                                          {.value = std::to_string(status)});
-                    }},
-                   [&run] {
-                       const Json domain = ask_at(
-                           run, {.request = at_request("shared_CMIF_get_DomainServiceStatus", 6),
-                                 .body = [](Json &output) {
-                                     return read_text(output, shared_CMIF_get_DomainServiceStatus);
-                                 }});
-                       run.report.field("radio", {"domain", named(names::on_off, domain)});
-                   });
+    if (context.arguments.has("domain"))
+        return change(context, domain_setting);
+    const Json domain = at_call(
+        context,
+        {.request = at_request("shared_CMIF_get_DomainServiceStatus", CMIF_AT_GET_PACKET_DOMAIN),
+         .body = [](Json &output) {
+             return read_text(output, shared_CMIF_get_DomainServiceStatus);
+         }});
+    context.report.field("radio", {"domain", named(enums::on_off, domain)});
 }
 
-void radio_functionality(Invocation &run)
+void radio_functionality(Context &context)
 {
-    const int mode = run.arguments.code("level", names::functionality);
-    ask_at(run, {.request = at_request("shared_CMIF_set_phone_functionality", 22,
-                                       {.first = std::string(1, static_cast<char>(mode))}),
-                 .body = [mode](Json &) { return shared_CMIF_set_phone_functionality(mode); }});
-    run.report.field("radio", {"functionality_requested", enumeration(names::functionality, mode)});
+    const int level = context.arguments.code("level", enums::functionality);
+    at_call(context,
+            {.request = at_request("shared_CMIF_set_phone_functionality", CMIF_AT_SET_FUNCTIONALITY,
+                                   {.first = std::string(1, static_cast<char>(level))}),
+             .body = [level](Json &) { return shared_CMIF_set_phone_functionality(level); }});
+    context.report.field("radio",
+                         {"functionality_requested", enumeration(enums::functionality, level)});
 }
 
-void radio_reset(Invocation &run)
+void radio_reset(Context &context)
 {
-    confirm(run, "This puts the modem back to its factory settings");
-    ask_plain(run, "shared_CMIF_set_FactoryReset", 21, shared_CMIF_set_FactoryReset);
-    run.report.field("radio", {"result", "the modem is back to its factory settings"});
+    confirm(context, "This resets the modem to its factory settings");
+    at_command(context, "shared_CMIF_set_FactoryReset", CMIF_AT_FACTORY_RESET,
+               shared_CMIF_set_FactoryReset);
+    context.report.field("radio", {"result", "the modem was reset to its factory settings"});
 }
 
-void radio_timezone(Invocation &run)
+void radio_timezone(Context &context)
 {
-    ask_plain(run, "shared_CMIF_set_timezone", 1, shared_CMIF_set_timezone);
-    run.report.field("radio", {"result", "the modem has the system's time zone"});
+    at_command(context, "shared_CMIF_set_timezone", CMIF_AT_SET_TIME_ZONE,
+               shared_CMIF_set_timezone);
+    context.report.field("radio", {"result", "the modem has the system's time zone"});
 }
 
-void radio_download_mode(Invocation &run)
+void radio_download_mode(Context &context)
 {
-    confirm(run, "This asks the modem for its firmware-download mode: it is no phone until new "
-                 "firmware is loaded or it is switched off");
-    ask_plain(run, "shared_CMIF_set_AT_qfirehose", 20, shared_CMIF_set_AT_qfirehose);
-    run.report.field("radio", {"result", "the request is sent; no answer is awaited"});
+    confirm(context, download_warning);
+    at_command(context, "shared_CMIF_set_AT_qfirehose", CMIF_AT_DOWNLOAD_MODE,
+               shared_CMIF_set_AT_qfirehose);
+    context.report.field("radio", {"result", "the request was sent; no reply is expected"});
 }
 
 } // namespace cmifctl

@@ -1,8 +1,8 @@
-// Everything that the getters know, as rows: where it is shown, under which name, in which form.
+// All values that getters give, as rows: section, name, form.
 #ifndef CMIFCTL_VERBS_READINGS_H
 #define CMIFCTL_VERBS_READINGS_H
 
-#include "cmifctl/context.h"
+#include "cmifctl/calls.h"
 
 #include <initializer_list>
 #include <string_view>
@@ -10,15 +10,15 @@
 namespace cmifctl
 {
 
-// Reads the named sections ("modem", "sim", "network", "last_known", "radio", "data") from the
-// store, in one child, and puts them into the report. Asks no daemon.
-void report_readings(Invocation &run, std::initializer_list<std::string_view> sections);
+// Reports the named sections ("modem", "sim", "network", "last_known", "radio", "data"). Reads the
+// store in one child and asks no daemon.
+void report_readings(Context &context, std::initializer_list<std::string_view> sections);
 
-// The wireless broadband summary, likewise.
-void report_summary(Invocation &run);
+// Reports the wireless broadband summary in the same way.
+void report_summary(Context &context);
 
-// For bodies: leaves the text that a getter gives in `output`, null when it is empty or an error;
-// the getter's result.
+// For bodies: stores the text that a getter gives in `output`, or null when it is empty or the
+// getter fails. Returns the getter's result.
 int read_text(Json &output, int (*getter)(char *));
 
 } // namespace cmifctl

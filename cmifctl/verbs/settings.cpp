@@ -5,7 +5,6 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
@@ -17,18 +16,13 @@ void check_key(const std::string &key)
                       "'cmifctl config list' shows the settings.");
 }
 
-// The store's own line, already on standard error, says what is wrong and where.
+// The store has already written the reason to standard error.
 void check_store(int result, const std::string &what)
 {
     if (result != 0)
         throw Failure(Exit::other, what,
                       "The store is in " + std::string(host_store_directory()) +
-                          "; CMIF_STORE names another directory.");
-}
-
-Json in_store(const Invocation &run, const char *name, const Body &body)
-{
-    return call(run.options, {.request = no_request(name), .body = body}).output;
+                          "; CMIF_STORE selects another directory.");
 }
 
 } // namespace
@@ -39,32 +33,32 @@ void require_store()
                 "the settings can't be read");
 }
 
-std::string setting(const Invocation &run, const std::string &key)
+std::string setting(const Context &context, const std::string &key)
 {
     check_key(key);
-    return in_store(run, "reading a setting", [&key](Json &output) {
+    return read(context, "reading a setting", [&key](Json &output) {
         require_store();
         output = tarnNvramConfig_get(key.c_str());
         return 0;
     });
 }
 
-void change_setting(const Invocation &run, const std::string &key, const std::string &value)
+void change_setting(const Context &context, const std::string &key, const std::string &value)
 {
     check_key(key);
     if (value.size() > host_store_value_limit)
         throw Failure(Exit::invalid, "the value has " + std::to_string(value.size()) + " bytes",
                       "At most " + std::to_string(host_store_value_limit) + ".");
-    in_store(run, "changing a setting", [&](Json &) {
+    read(context, "changing a setting", [&](Json &) {
         check_store(tarnNvramConfig_set(key.c_str(), value.c_str()),
                     "the setting " + key + " was not stored");
         return 0;
     });
 }
 
-Json all_settings(const Invocation &run)
+Json all_settings(const Context &context)
 {
-    return in_store(run, "listing the settings", [](Json &output) {
+    return read(context, "listing the settings", [](Json &output) {
         output = Json::object();
         const auto add = [](const char *key, const char *value, void *context) {
             (*static_cast<Json *>(context))[key] = value;
@@ -74,9 +68,9 @@ Json all_settings(const Invocation &run)
     });
 }
 
-void save_settings(const Invocation &run)
+void save_settings(const Context &context)
 {
-    in_store(run, "saving the settings", [](Json &) {
+    read(context, "saving the settings", [](Json &) {
         check_store(tarnNvramConfig_save(), "the settings were not saved");
         return 0;
     });

@@ -1,22 +1,22 @@
-// The configuration store itself, for the verbs that are about settings and not about the modem.
+// The configuration store, for the verbs that are about settings and not about the modem.
 #ifndef CMIFCTL_VERBS_SETTINGS_H
 #define CMIFCTL_VERBS_SETTINGS_H
 
-#include "cmifctl/context.h"
+#include "cmifctl/calls.h"
 
 #include <string>
 
 namespace cmifctl
 {
 
-// In a child: fails when the store can't be read, which its getters don't tell from an empty one.
+// In a child: fails when the store can't be read. The library's getters would show it as empty.
 void require_store();
 
-std::string setting(const Invocation &run, const std::string &key);
-void change_setting(const Invocation &run, const std::string &key, const std::string &value);
+std::string setting(const Context &context, const std::string &key);
+void change_setting(const Context &context, const std::string &key, const std::string &value);
 // All keys that are set, with their values.
-Json all_settings(const Invocation &run);
-void save_settings(const Invocation &run);
+Json all_settings(const Context &context);
+void save_settings(const Context &context);
 
 } // namespace cmifctl
 

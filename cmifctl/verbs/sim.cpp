@@ -1,6 +1,7 @@
 #include "cmif/cmif.h"
-#include "cmifctl/output/terminal.h"
-#include "cmifctl/output/text.h"
+#include "cmifctl/calls.h"
+#include "cmifctl/input/questions.h"
+#include "daemons/digits.h"
 #include "pin_attempts.h"
 #include "qmi_readings.h"
 #include "readings.h"
@@ -8,154 +9,167 @@
 
 namespace cmifctl
 {
-
 namespace
 {
 
-std::vector<std::string> secrets(const Invocation &run, const std::vector<Question> &questions)
+bool is_control_key(std::string_view text)
 {
-    return ask_secrets(questions, run.arguments.has("source"));
+    return daemons::is_digits(text, 1, 29);
 }
 
-void check_digits(const std::string &text, const char *secret, std::size_t least, std::size_t most)
+struct SecretForm {
+    const char *name;
+    bool (*valid)(std::string_view);
+    const char *digits;
+    bool twice = false;
+};
+
+constexpr SecretForm pin_form{"PIN", daemons::is_pin, "4 to 8 digits"};
+constexpr SecretForm new_pin_form{"new PIN", daemons::is_pin, "4 to 8 digits", true};
+constexpr SecretForm puk_form{"PUK", daemons::is_puk, "8 digits"};
+constexpr SecretForm control_key_form{"control key", is_control_key, "1 to 29 digits"};
+
+void check_secret(const std::string &text, const SecretForm &form)
 {
-    if (digits(text, least, most))
-        return;
-    const std::string range = least == most ? std::to_string(least)
-                                            : std::to_string(least) + " to " + std::to_string(most);
-    throw Failure(Exit::invalid, std::string("that is no ") + secret + ", nothing was sent",
-                  std::string("A ") + secret + " has " + range + " digits and nothing else.");
+    if (!form.valid(text))
+        throw Failure(Exit::invalid, std::string("not a valid ") + form.name + "; nothing was sent",
+                      std::string("A ") + form.name + " has " + form.digits + " and nothing else.");
 }
 
-void check_pin(const std::string &text, const char *secret = "PIN")
+// Asks for the secrets, then checks their form.
+std::vector<std::string> ask(const Context &context, const std::vector<SecretForm> &forms)
 {
-    check_digits(text, secret, 4, 8);
+    std::vector<Question> questions;
+    questions.reserve(forms.size());
+    for (const SecretForm &form : forms)
+        questions.push_back({form.name, form.twice});
+    std::vector<std::string> answers = ask_secrets(questions, context.arguments.has("source"));
+    for (std::size_t i = 0; i < forms.size(); ++i)
+        check_secret(answers[i], forms[i]);
+    return answers;
 }
 
-void check_control_key(const std::string &text)
-{
-    check_digits(text, "control key", 1, 29);
-}
-
-// A request with secrets in it, whose body needs nothing but the texts.
+// A request with secrets in it, and a function of the library that returns its result alone.
 template <class Function>
 Call secret_call(const Request &request, Function function)
 {
     return {.request = request, .body = [function](Json &) { return function(); }, .secret = true};
 }
 
+void show_pin_mode(Context &context)
+{
+    const Json mode = at_call(
+        context,
+        {.request = at_request("shared_CMIF_get_mobileSimPINMode", CMIF_AT_GET_PIN_MODE),
+         .body = [](Json &output) { return read_text(output, shared_CMIF_get_mobileSimPINMode); }});
+    context.report.field("sim", {"pin_mode", named(enums::on_off, mode)});
+}
+
 } // namespace
 
-void sim_status(Invocation &run)
+void sim_status(Context &context)
 {
-    report_readings(run, {"sim"});
-    report_qmi_views(run, {"state"});
+    report_readings(context, {"sim"});
+    report_qmi_readings(context, {"state"});
 }
 
-void sim_retries(Invocation &run)
+void sim_retries(Context &context)
 {
-    const Json counters = retry_counters(run);
+    const Json counters = retry_counters(context);
     for (const auto &[counter, left] : counters.items())
-        run.report.field("retries", {counter, left});
+        context.report.field("retries", {counter, left});
 }
 
-void sim_enter_pin(Invocation &run)
+void sim_enter_pin(Context &context)
 {
-    const Json before = require_tries(run, "pin1", "PIN");
-    const std::string pin = secrets(run, {{"PIN"}}).front();
-    check_pin(pin);
-    attempt(run, before,
-            {"pin1", "PIN", "the PIN is accepted",
-             secret_call(at_request("shared_CMIF_set_EntermobilePIN", 12, {.first = pin}),
-                         [pin] { return shared_CMIF_set_EntermobilePIN(pin.c_str()); })});
+    const Json before = check_retry_counter(context, "pin1", "PIN");
+    const std::string pin = ask(context, {pin_form}).front();
+    make_attempt(context, before,
+                 {"pin1", "PIN", "the PIN is accepted",
+                  secret_call(at_request("shared_CMIF_set_EntermobilePIN", CMIF_AT_ENTER_PIN,
+                                         {.first = pin}),
+                              [pin] { return shared_CMIF_set_EntermobilePIN(pin.c_str()); })});
 }
 
-void sim_enter_puk(Invocation &run)
+void sim_enter_puk(Context &context)
 {
-    const Json before = require_tries(run, "puk1", "PUK");
-    const auto given = secrets(run, {{"PUK"}, {"new PIN", true}});
+    const Json before = check_retry_counter(context, "puk1", "PUK");
+    const auto given = ask(context, {puk_form, new_pin_form});
     const std::string &puk = given[0];
     const std::string &pin = given[1];
-    check_digits(puk, "PUK", 8, 8);
-    check_pin(pin, "new PIN");
-    attempt(
-        run, before,
-        {"puk1", "PUK", "the SIM is unblocked and has the new PIN",
-         secret_call(
-             at_request("shared_CMIF_set_EntermobilePINPUK", 14, {.first = puk, .second = pin}),
-             [puk, pin] { return shared_CMIF_set_EntermobilePINPUK(puk.c_str(), pin.c_str()); })});
+    make_attempt(context, before,
+                 {"puk1", "PUK", "the SIM is unblocked and has the new PIN",
+                  secret_call(at_request("shared_CMIF_set_EntermobilePINPUK", CMIF_AT_ENTER_PUK,
+                                         {.first = puk, .second = pin}),
+                              [puk, pin] {
+                                  return shared_CMIF_set_EntermobilePINPUK(puk.c_str(),
+                                                                           pin.c_str());
+                              })});
 }
 
-void sim_change_pin(Invocation &run)
+void sim_change_pin(Context &context)
 {
-    const Json before = require_tries(run, "pin1", "PIN");
-    const auto given = secrets(run, {{"PIN"}, {"new PIN", true}});
+    const Json before = check_retry_counter(context, "pin1", "PIN");
+    const auto given = ask(context, {pin_form, new_pin_form});
     const std::string &old_pin = given[0];
     const std::string &new_pin = given[1];
-    check_pin(old_pin);
-    check_pin(new_pin, "new PIN");
-    attempt(run, before,
-            {"pin1", "PIN", "the PIN is changed",
-             secret_call(at_request("shared_CMIF_set_ChangemobileSimPIN", 13,
-                                    {.first = old_pin, .second = new_pin}),
-                         [old_pin, new_pin] {
-                             return shared_CMIF_set_ChangemobileSimPIN(old_pin.c_str(),
-                                                                       new_pin.c_str());
-                         })});
+    make_attempt(context, before,
+                 {"pin1", "PIN", "the PIN is changed",
+                  secret_call(at_request("shared_CMIF_set_ChangemobileSimPIN", CMIF_AT_CHANGE_PIN,
+                                         {.first = old_pin, .second = new_pin}),
+                              [old_pin, new_pin] {
+                                  return shared_CMIF_set_ChangemobileSimPIN(old_pin.c_str(),
+                                                                            new_pin.c_str());
+                              })});
 }
 
-void sim_pin_mode(Invocation &run)
+void sim_pin_mode(Context &context)
 {
-    if (!run.arguments.has("mode")) {
-        const Json mode =
-            ask_at(run, {.request = at_request("shared_CMIF_get_mobileSimPINMode", 8),
-                         .body = [](Json &output) {
-                             return read_text(output, shared_CMIF_get_mobileSimPINMode);
-                         }});
-        run.report.field("sim", {"pin_mode", named(names::on_off, mode)});
-        return;
-    }
-    const Json before = require_tries(run, "pin1", "PIN");
-    const bool on = run.arguments.code("mode", names::on_off) == 1;
+    if (!context.arguments.has("mode"))
+        return show_pin_mode(context);
+    const Json before = check_retry_counter(context, "pin1", "PIN");
+    const bool on = context.arguments.code("mode", enums::on_off) == 1;
     const std::string mode = on ? "1" : "0";
-    const std::string pin = secrets(run, {{"PIN"}}).front();
-    check_pin(pin);
-    attempt(
-        run, before,
+    const std::string pin = ask(context, {pin_form}).front();
+    make_attempt(
+        context, before,
         {"pin1", "PIN", on ? "the SIM asks for its PIN" : "the SIM does not ask for its PIN",
          secret_call(
-             at_request("shared_CMIF_set_mobileSimPINMode", 9, {.first = mode, .second = pin}),
+             at_request("shared_CMIF_set_mobileSimPINMode", CMIF_AT_SET_PIN_MODE,
+                        {.first = mode, .second = pin}),
              [mode, pin] { return shared_CMIF_set_mobileSimPINMode(mode.c_str(), pin.c_str()); })});
 }
 
-void sim_lock_network(Invocation &run)
+void sim_lock_network(Context &context)
 {
-    const std::string facility = run.arguments.given("facility").value_or("PN");
-    const std::string network = run.arguments.text("network");
-    if (!network.empty() && !digits(network, 5, 6))
+    const std::string facility = context.arguments.given("facility").value_or("PN");
+    const std::string network = context.arguments.text("network");
+    if (!network.empty() && !daemons::is_plmn_code(network))
         throw Failure(Exit::usage, "--network takes 5 or 6 digits",
                       "MCC and MNC, for example 00101.");
-    const std::string key = secrets(run, {{"control key"}}).front();
-    check_control_key(key);
-    ask_at(run, secret_call(
-                    at_request("shared_CMIF_set_NetworkPersonalizationLock", 10,
+    const std::string key = ask(context, {control_key_form}).front();
+    at_call(
+        context,
+        secret_call(at_request("shared_CMIF_set_NetworkPersonalizationLock", CMIF_AT_LOCK_NETWORK,
                                {.first = "1", .second = network, .third = key, .value = facility}),
                     [=] {
                         return shared_CMIF_set_NetworkPersonalizationLock(
                             facility.c_str(), "1", network.c_str(), key.c_str());
                     }));
-    run.report.field("sim", {"result", "the modem is locked to " +
-                                           (network.empty() ? "the SIM's own network" : network)});
+    context.report.field("sim",
+                         {"result", "the modem is locked to " +
+                                        (network.empty() ? "the SIM's own network" : network)});
 }
 
-void sim_unlock_network(Invocation &run)
+void sim_unlock_network(Context &context)
 {
-    const std::string key = secrets(run, {{"control key"}}).front();
-    check_control_key(key);
-    ask_at(run, secret_call(
-                    at_request("shared_CMIF_set_NetworkPersonalizationUNLock", 11, {.first = key}),
+    const std::string key = ask(context, {control_key_form}).front();
+    at_call(
+        context,
+        secret_call(at_request("shared_CMIF_set_NetworkPersonalizationUNLock",
+                               CMIF_AT_UNLOCK_NETWORK, {.first = key}),
                     [key] { return shared_CMIF_set_NetworkPersonalizationUNLock(key.c_str()); }));
-    run.report.field("sim", {"result", "the modem works with the SIMs of any network"});
+    context.report.field("sim", {"result", "the modem works with the SIM of any network"});
 }
 
 } // namespace cmifctl

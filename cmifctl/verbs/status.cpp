@@ -5,11 +5,11 @@
 namespace cmifctl
 {
 
-void status(Invocation &run)
+void status(Context &context)
 {
-    report_summary(run);
-    report_readings(run, {"modem", "sim", "network", "last_known", "radio", "data"});
-    report_qmi_views(run, {"device_revision", "state", "packet_service"});
+    report_summary(context);
+    report_readings(context, {"modem", "sim", "network", "last_known", "radio", "data"});
+    report_qmi_readings(context, {"device_revision", "state", "packet_service"});
 }
 
 } // namespace cmifctl

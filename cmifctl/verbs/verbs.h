@@ -1,4 +1,4 @@
-// What the verbs do, one function each; the command table (commands.cpp) names them.
+// The verbs, one function each, as the command table (cli/commands.cpp) names them.
 #ifndef CMIFCTL_VERBS_VERBS_H
 #define CMIFCTL_VERBS_VERBS_H
 
@@ -7,62 +7,66 @@
 namespace cmifctl
 {
 
-void status(Invocation &run);
+// Asked before a request for firmware-download mode.
+constexpr const char *download_warning = "This requests firmware-download mode: the modem stops "
+                                         "working until it is reflashed or power-cycled";
 
-void sim_status(Invocation &run);
-void sim_retries(Invocation &run);
-void sim_enter_pin(Invocation &run);
-void sim_enter_puk(Invocation &run);
-void sim_change_pin(Invocation &run);
-void sim_pin_mode(Invocation &run);
-void sim_lock_network(Invocation &run);
-void sim_unlock_network(Invocation &run);
+void status(Context &context);
 
-void radio_show(Invocation &run);
-void radio_mode(Invocation &run);
-void radio_band(Invocation &run);
-void radio_roaming(Invocation &run);
-void radio_domain(Invocation &run);
-void radio_functionality(Invocation &run);
-void radio_reset(Invocation &run);
-void radio_timezone(Invocation &run);
-void radio_download_mode(Invocation &run);
+void sim_status(Context &context);
+void sim_retries(Context &context);
+void sim_enter_pin(Context &context);
+void sim_enter_puk(Context &context);
+void sim_change_pin(Context &context);
+void sim_pin_mode(Context &context);
+void sim_lock_network(Context &context);
+void sim_unlock_network(Context &context);
 
-void network_show(Invocation &run);
-void network_scan(Invocation &run);
-void network_scan_state(Invocation &run);
-void network_list(Invocation &run);
-void network_select(Invocation &run);
-void network_auto(Invocation &run);
-void network_format(Invocation &run);
+void radio_show(Context &context);
+void radio_mode(Context &context);
+void radio_band(Context &context);
+void radio_roaming(Context &context);
+void radio_domain(Context &context);
+void radio_functionality(Context &context);
+void radio_reset(Context &context);
+void radio_timezone(Context &context);
+void radio_download_mode(Context &context);
 
-void sms_list(Invocation &run);
-void sms_show(Invocation &run);
-void sms_delete(Invocation &run);
+void network_show(Context &context);
+void network_scan(Context &context);
+void network_scan_state(Context &context);
+void network_list(Context &context);
+void network_select(Context &context);
+void network_auto(Context &context);
+void network_format(Context &context);
 
-void data_status(Invocation &run);
-void data_start(Invocation &run);
-void data_stop(Invocation &run);
-void data_uptime(Invocation &run);
-void data_auto_connect(Invocation &run);
-void data_download_mode(Invocation &run);
-void profile_show(Invocation &run);
-void profile_set(Invocation &run);
-void data_profile_sync(Invocation &run);
-void data_at_profile(Invocation &run);
-void data_ota_dm(Invocation &run);
+void sms_list(Context &context);
+void sms_show(Context &context);
+void sms_delete(Context &context);
 
-void log_show(Invocation &run);
-void log_follow(Invocation &run);
-void log_mark(Invocation &run);
-void log_rotate(Invocation &run);
-void log_enable(Invocation &run);
-void log_disable(Invocation &run);
+void data_status(Context &context);
+void data_start(Context &context);
+void data_stop(Context &context);
+void data_uptime(Context &context);
+void data_auto_connect(Context &context);
+void data_download_mode(Context &context);
+void profile_show(Context &context);
+void profile_set(Context &context);
+void data_profile_sync(Context &context);
+void data_at_profile(Context &context);
+void data_ota_dm(Context &context);
 
-void config_get(Invocation &run);
-void config_set(Invocation &run);
-void config_list(Invocation &run);
-void config_save(Invocation &run);
+void log_show(Context &context);
+void log_follow(Context &context);
+void log_mark(Context &context);
+void log_rotate(Context &context);
+void log_enable(Context &context);
+void log_disable(Context &context);
+
+void config_get(Context &context);
+void config_set(Context &context);
+void config_list(Context &context);
+void config_save(Context &context);
 
 } // namespace cmifctl
 

@@ -15,7 +15,7 @@
 namespace
 {
 
-using namespace cmifctl;
+using namespace client;
 
 TEST(Request, LaysOutTheFields)
 {
@@ -57,7 +57,7 @@ protected:
         ASSERT_EQ(msgsnd(queue_, &message, request.payload.size(), IPC_NOWAIT), 0);
     }
 
-    // The first letters of the messages, in order; empties the queue.
+    // Empties the queue. The first letter of each message, in order.
     std::string letters() const
     {
         struct {
@@ -78,7 +78,7 @@ protected:
     int queue_ = -1;
 };
 
-TEST_F(Queue, GivesBackOneOfOurs)
+TEST_F(Queue, WithdrawsOneRequest)
 {
     send(request("a"));
     EXPECT_EQ(withdraw(request("a")), Withdrawal::withdrawn);
@@ -93,7 +93,7 @@ TEST_F(Queue, KeepsTheOthersInTheirOrder)
     EXPECT_EQ(letters(), "acbd");
 }
 
-TEST_F(Queue, TouchesNothingThatIsNotOurs)
+TEST_F(Queue, LeavesOtherRequestsAlone)
 {
     send(request("a"));
     send(request("b", 9));
@@ -102,7 +102,7 @@ TEST_F(Queue, TouchesNothingThatIsNotOurs)
     EXPECT_EQ(letters(), "ba");
 }
 
-TEST_F(Queue, KnowsAFullQueue)
+TEST_F(Queue, ReportsAFullQueue)
 {
     msqid_ds state{};
     ASSERT_EQ(msgctl(queue_, IPC_STAT, &state), 0);
@@ -114,7 +114,7 @@ TEST_F(Queue, KnowsAFullQueue)
     EXPECT_EQ(letters(), "aa");
 }
 
-TEST(NoQueue, IsNotMade)
+TEST(NoQueue, IsNotCreated)
 {
     EXPECT_EQ(withdraw(at_request("call", 12)), Withdrawal::no_queue);
     EXPECT_FALSE(queue_exists(Channel::at));
@@ -122,17 +122,17 @@ TEST(NoQueue, IsNotMade)
 
 // ---- calls in a child ----
 
-Failure failure_of(const Call &wanted, Options options = {})
+Failure failure_of(const Call &failing, const CallOptions &options = {})
 {
     try {
-        call(options, wanted);
+        call(options, failing);
     } catch (const Failure &failure) {
         return failure;
     }
     return {Exit::done, "no failure"};
 }
 
-TEST(CallInChild, HandsOverResultAndOutput)
+TEST(CallInChild, ReturnsResultAndOutput)
 {
     const Answer answer = call({}, {.request = no_request("it"), .body = [](Json &output) {
                                         output = {{"bytes", "a\xff"}, {"pid", getpid()}};
@@ -143,7 +143,7 @@ TEST(CallInChild, HandsOverResultAndOutput)
     EXPECT_NE(answer.output["pid"], getpid());
 }
 
-TEST(CallInChild, HandsOverMoreThanAPipeHolds)
+TEST(CallInChild, ReturnsMoreThanAPipeHolds)
 {
     const Answer answer = call({}, {.request = no_request("it"), .body = [](Json &output) {
                                         output = std::string(1'000'000, 'x');
@@ -161,14 +161,14 @@ TEST(CallInChild, KeepsTheLibrarysLinesApart)
     testing::internal::CaptureStdout();
     testing::internal::CaptureStderr();
     call({}, noisy);
+    std::string lines;
+    call({.trace = [&lines](std::string_view line) { lines.append(line) += '\n'; }}, noisy);
+    EXPECT_EQ(lines, "set_string=1\nline\n");
     EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
-    testing::internal::CaptureStderr();
-    call({.trace = true}, noisy);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "set_string=1\nline\n");
     EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
 }
 
-TEST(CallInChild, PassesAFailureOn)
+TEST(CallInChild, PassesOnAFailure)
 {
     const Failure failure = failure_of({.request = no_request("it"), .body = [](Json &) -> int {
                                             throw Failure(Exit::invalid, "what", "hint");
@@ -178,7 +178,7 @@ TEST(CallInChild, PassesAFailureOn)
     EXPECT_EQ(failure.hint(), "hint");
 }
 
-TEST(CallInChild, TellsHowItDied)
+TEST(CallInChild, ReportsHowItDied)
 {
     const Failure failure = failure_of(
         {.request = no_request("it"), .body = [](Json &) { return std::raise(SIGKILL); }});
@@ -186,7 +186,7 @@ TEST(CallInChild, TellsHowItDied)
     EXPECT_STREQ(failure.what(), "the call it was ended by signal 9");
 }
 
-TEST_F(Queue, ALateCallIsEndedAndItsRequestWithdrawn)
+TEST_F(Queue, ALateCallIsKilledAndItsRequestWithdrawn)
 {
     const Failure failure = failure_of({.request = request("a"),
                                         .body =
@@ -199,12 +199,12 @@ TEST_F(Queue, ALateCallIsEndedAndItsRequestWithdrawn)
                                        {.timeout = 0.3});
     EXPECT_EQ(failure.status(), Exit::no_answer);
     EXPECT_STREQ(failure.what(), "the AT daemon did not answer call (request 12) within 0.3 s; "
-                                 "nobody had taken the request, and it has been withdrawn");
+                                 "the daemon had not picked up the request; it was withdrawn");
     EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": true})"));
     EXPECT_EQ(letters(), "b");
 }
 
-TEST_F(Queue, ATakenRequestIsSaidToBeTaken)
+TEST_F(Queue, ATakenRequestIsReportedAsTaken)
 {
     const Failure failure = failure_of({.request = request("a"),
                                         .body =
@@ -214,7 +214,9 @@ TEST_F(Queue, ATakenRequestIsSaidToBeTaken)
                                             }},
                                        {.timeout = 0.2});
     EXPECT_EQ(failure.status(), Exit::no_answer);
-    EXPECT_NE(std::string(failure.what()).find("had been taken"), std::string::npos);
+    EXPECT_NE(
+        std::string(failure.what()).find("had picked up the request and may still carry it out"),
+        std::string::npos);
     EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false})"));
 }
 
@@ -228,7 +230,7 @@ TEST_F(Queue, AnInterruptWithdrawsToo)
                                pause();
                                return 0;
                            },
-                       .waiting =
+                       .on_wait =
                            [&] {
                                msqid_ds state{};
                                msgctl(queue_, IPC_STAT, &state);
@@ -239,7 +241,7 @@ TEST_F(Queue, AnInterruptWithdrawsToo)
     EXPECT_EQ(letters(), "");
 }
 
-TEST(CallInChild, LeavesNoMarkBehindWhenItIsEnded)
+TEST(CallInChild, LeavesNoMarkerWhenItIsKilled)
 {
     const char *const marker = "/tmp/marker";
     Call marking{.request = no_request("it"),
@@ -260,7 +262,7 @@ TEST(CallInChild, LeavesNoMarkBehindWhenItIsEnded)
     EXPECT_EQ(failure_of(marking).status(), Exit::other);
     EXPECT_NE(access(marker, F_OK), 0);
 
-    File(creat(marker, 0600)); // somebody else's
+    File(creat(marker, 0600)); // another process's
     EXPECT_EQ(failure_of(marking).status(), Exit::other);
     EXPECT_EQ(access(marker, F_OK), 0);
 }

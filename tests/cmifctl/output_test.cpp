@@ -1,9 +1,11 @@
-// What cmifctl shows: text made safe, sections and tables, documents, trace lines.
-#include "client/trace_filter.h"
+// What cmifctl prints: escaped text, sections and tables, documents.
 #include "cmifctl/output/enums.h"
+#include "cmifctl/output/numbers.h"
 #include "cmifctl/output/report.h"
-#include "cmifctl/output/text.h"
+#include "cmifctl/output/terminal.h"
+#include "cmifctl/output/terminal_text.h"
 #include "cmifctl/output/text_report.h"
+#include "cmifctl/output/times.h"
 
 #include <gtest/gtest.h>
 
@@ -12,46 +14,46 @@ namespace
 
 using namespace cmifctl;
 
-TEST(Safe, KeepsTextAndHidesNothing)
+TEST(EscapeControls, KeepsText)
 {
-    EXPECT_EQ(safe("Grüße aus Zürich: 20 €"), "Grüße aus Zürich: 20 €");
-    EXPECT_EQ(safe(""), "");
+    EXPECT_EQ(escape_controls("Grüße aus Zürich: 20 €"), "Grüße aus Zürich: 20 €");
+    EXPECT_EQ(escape_controls(""), "");
 }
 
-TEST(Safe, ShowsWhatATerminalWouldActOn)
+TEST(EscapeControls, EscapesTerminalSequences)
 {
-    EXPECT_EQ(safe("a\033[31mb"), "a\\x1b[31mb");
-    EXPECT_EQ(safe("a\x7f"), "a\\x7f");
-    EXPECT_EQ(safe("a\xc2\x9b"
-                   "b"),
+    EXPECT_EQ(escape_controls("a\033[31mb"), "a\\x1b[31mb");
+    EXPECT_EQ(escape_controls("a\x7f"), "a\\x7f");
+    EXPECT_EQ(escape_controls("a\xc2\x9b"
+                              "b"),
               "a\\u{9b}b"); // C1 control sequence introducer
-    EXPECT_EQ(safe("a\xe2\x80\xae"
-                   "b"),
+    EXPECT_EQ(escape_controls("a\xe2\x80\xae"
+                              "b"),
               "a\\u{202e}b"); // right to left
 }
 
-TEST(Safe, ShowsBytesThatAreNoUtf8)
+TEST(EscapeControls, EscapesInvalidUtf8)
 {
-    EXPECT_EQ(safe("a\xff\xfe"), "a\\xff\\xfe");
-    EXPECT_EQ(safe("\xc3"), "\\xc3");                   // cut off
-    EXPECT_EQ(safe("\xc0\xaf"), "\\xc0\\xaf");          // too long a form
-    EXPECT_EQ(safe("\xed\xa0\x80"), "\\xed\\xa0\\x80"); // surrogate
-    EXPECT_EQ(safe("\xe2\x82z"), "\\xe2\\x82z");
+    EXPECT_EQ(escape_controls("a\xff\xfe"), "a\\xff\\xfe");
+    EXPECT_EQ(escape_controls("\xc3"), "\\xc3");                   // cut off
+    EXPECT_EQ(escape_controls("\xc0\xaf"), "\\xc0\\xaf");          // too long a form
+    EXPECT_EQ(escape_controls("\xed\xa0\x80"), "\\xed\\xa0\\x80"); // surrogate
+    EXPECT_EQ(escape_controls("\xe2\x82z"), "\\xe2\\x82z");
 }
 
-TEST(Safe, JoinsOrKeepsLines)
+TEST(EscapeControls, JoinsOrKeepsLines)
 {
-    EXPECT_EQ(safe("a\nb\tc\r"), "a b c ");
-    EXPECT_EQ(safe("a\nb", Lines::kept), "a\nb");
+    EXPECT_EQ(escape_controls("a\nb\tc\r"), "a b c ");
+    EXPECT_EQ(escape_controls("a\nb", Lines::kept), "a\nb");
 }
 
-TEST(Cut, EndsInDotsWhenTooWide)
+TEST(Truncated, EndsInDotsWhenTooWide)
 {
-    EXPECT_EQ(cut("abcdef", 6), "abcdef");
-    EXPECT_EQ(cut("abcdefg", 6), "abc...");
-    EXPECT_EQ(cut("äöüßabc", 6), "äöü...");
-    EXPECT_EQ(cut("abcdef", 2), "..");
-    EXPECT_EQ(cut("abcdef", 0), "");
+    EXPECT_EQ(truncated("abcdef", 6), "abcdef");
+    EXPECT_EQ(truncated("abcdefg", 6), "abc...");
+    EXPECT_EQ(truncated("äöüßabc", 6), "äöü...");
+    EXPECT_EQ(truncated("abcdef", 2), "..");
+    EXPECT_EQ(truncated("abcdef", 0), "");
     EXPECT_EQ(padded("äö", 4), "äö  ");
 }
 
@@ -68,7 +70,7 @@ TEST(IsoTime, RefusesAnythingElse)
         EXPECT_FALSE(iso_time(stamp)) << stamp;
 }
 
-TEST(Numbers, AreTakenWholeOrNotAtAll)
+TEST(Numbers, AreParsedOnlyIfComplete)
 {
     EXPECT_EQ(whole_number("-71"), -71);
     EXPECT_EQ(whole_number("+7"), 7);
@@ -88,6 +90,14 @@ TEST(Duration, CountsDays)
     EXPECT_EQ(duration(86400 * 3 + 59), "3 d 00:00:59");
 }
 
+TEST(TraceLine, IsEscaped)
+{
+    testing::internal::CaptureStderr();
+    show_trace_line("operator \033]0;title\007");
+    show_trace_line("\xff");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "operator \\x1b]0;title\\x07\n\\xff\n");
+}
+
 // ---- report ----
 
 Report example()
@@ -96,58 +106,66 @@ Report example()
     report.field("last_known", {"operator", "Test"});
     report.field("last_known", {"rssi", -71, "dBm"});
     report.field("last_known", {"imei", nullptr});
-    report.field("sim", {"state", enumeration(names::sim_state, 3)});
+    report.field("sim", {"state", enumeration(enums::sim_state, 3)});
     report.field("sim", {"uptime", 90, "s", "00:01:30"});
     report.field("sim", {"open", false});
-    report.field("sim", {"internal", 1, "", "", true});
+    report.field("sim", {.key = "internal", .value = 1, .hidden = true});
     return report;
 }
 
-TEST(People, AlignsSectionsAndLeavesOutWhatIsEmpty)
+TEST(TextReport, AlignsSectionsWithoutEmptyFields)
 {
-    EXPECT_EQ(people(example(), 0, false), "  ----------------------\n"
-                                           "  Last known | operator: Test\n"
-                                           "             |     rssi: -71 dBm\n"
-                                           "  ----------------------\n"
-                                           "  SIM        |    state: PIN required\n"
-                                           "             |   uptime: 00:01:30\n"
-                                           "             |     open: no\n");
+    EXPECT_EQ(render_text(example(), 0, false), "  ----------------------\n"
+                                                "  Last known | operator: Test\n"
+                                                "             |     rssi: -71 dBm\n"
+                                                "  ----------------------\n"
+                                                "  SIM        |    state: PIN required\n"
+                                                "             |   uptime: 00:01:30\n"
+                                                "             |     open: no\n");
 }
 
-TEST(People, ColoursTitlesOnly)
+TEST(TextReport, ColoursTitlesOnly)
 {
     Report report;
     report.field("sim", {"a", "b"});
-    EXPECT_EQ(people(report, 0, true), "  --------\n  \033[1mSIM\033[0m | a: b\n");
+    EXPECT_EQ(render_text(report, 0, true), "  --------\n  \033[1mSIM\033[0m | a: b\n");
 }
 
-TEST(People, PutsFurtherLinesUnderTheFirst)
+TEST(TextReport, PutsFurtherLinesUnderTheFirst)
 {
     Report report;
     report.field("sms", {"text", "one\ntwo\033"});
-    EXPECT_EQ(people(report, 0, false), "  -----------\n"
-                                        "  SMS | text: one\n"
-                                        "      |       two\\x1b\n");
+    EXPECT_EQ(render_text(report, 0, false), "  -----------\n"
+                                             "  SMS | text: one\n"
+                                             "      |       two\\x1b\n");
 }
 
-TEST(People, FitsTablesToTheTerminal)
+TEST(TextReport, FitsTablesToTheTerminal)
 {
     Report report;
     report.table({"rows",
                   {{"id", "ID"}, {"text", "TEXT"}},
                   Json::array({{{"id", 12}, {"text", "a long\nline of text"}},
                                {{"id", 3}, {"text", nullptr}}})});
-    EXPECT_EQ(people(report, 0, false), "ID  TEXT\n12  a long line of text\n3\n");
-    EXPECT_EQ(people(report, 12, false), "ID  TEXT\n12  a lon...\n3\n");
+    EXPECT_EQ(render_text(report, 0, false), "ID  TEXT\n12  a long line of text\n3\n");
+    EXPECT_EQ(render_text(report, 12, false), "ID  TEXT\n12  a lon...\n3\n");
 }
 
-TEST(People, KeepsSomeOfTheLastColumnOnANarrowTerminal)
+TEST(TextReport, KeepsSomeOfTheLastColumnOnANarrowTerminal)
 {
     Report report;
     report.table({"rows",
                   {{"from", "FROM"}, {"text", "TEXT"}},
-                  Json::array({{{"from", "somebody with a name"}, {"text", "a line of text"}}})});
-    EXPECT_EQ(people(report, 20, false), "FROM        TEXT\nsomebod...  a lin...\n");
+                  Json::array({{{"from", "a sender with a name"}, {"text", "a line of text"}}})});
+    EXPECT_EQ(render_text(report, 20, false), "FROM        TEXT\na sende...  a lin...\n");
+}
+
+TEST(TextReport, ShowsALabelInsteadOfTheKey)
+{
+    Report report;
+    report.field("daemons", {.key = "qmi_answers", .value = true, .text = "yes!", .label = "QMI"});
+    EXPECT_EQ(render_text(report, 0, false), "  -------------\n  Daemons | QMI: yes!\n");
+    EXPECT_EQ(report.document(), Json::parse(R"({"daemons": {"qmi_answers": true}})"));
 }
 
 TEST(Document, IsTyped)
@@ -160,51 +178,18 @@ TEST(Document, IsTyped)
 
 TEST(Document, IsValidWhateverTheBytes)
 {
-    const std::string text = printed({{"text", "a\xff\xfe\n"}});
+    const std::string text = render_json({{"text", "a\xff\xfe\n"}});
     EXPECT_EQ(Json::parse(text)["text"], "a\xef\xbf\xbd\xef\xbf\xbd\n");
 }
 
 TEST(Enumeration, KnowsNamesAndNumbers)
 {
-    EXPECT_EQ(enumeration(names::sim_state, 9), Json::parse(R"({"code": 9, "name": null})"));
-    EXPECT_EQ(named(names::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
-    EXPECT_EQ(named(names::on_off, "x"), Json::parse(R"({"code": null, "name": "x"})"));
-    EXPECT_EQ(code_of(names::functionality, "offline"), 4);
-    EXPECT_EQ(code_of(names::functionality, "4"), 4);
-    EXPECT_FALSE(code_of(names::functionality, "2"));
-}
-
-// ---- trace lines ----
-
-TEST(Trace, MasksSecretsOnly)
-{
-    EXPECT_EQ(masked_line("set_string=1234", true), "set_string=****");
-    EXPECT_EQ(masked_line("set_string2=12345678", true), "set_string2=****");
-    EXPECT_EQ(masked_line("set_string=1234", false), "set_string=1234");
-    EXPECT_EQ(masked_line("type mod_id=12", true), "type mod_id=12");
-    EXPECT_EQ(masked_line("[CMIF-QMI] - f password = geheim", false),
-              "[CMIF-QMI] - f password = ****");
-}
-
-TEST(Trace, ShowsWhatATerminalWouldActOn)
-{
-    testing::internal::CaptureStderr();
-    TraceFilter filter(false);
-    filter.feed("operator \033]0;title\007\n\xff");
-    filter.finish();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(), "operator \\x1b]0;title\\x07\n\\xff\n");
-}
-
-TEST(Trace, MasksLinesThatArriveInPieces)
-{
-    testing::internal::CaptureStderr();
-    TraceFilter filter(true);
-    filter.feed("set_str");
-    filter.feed("ing=12");
-    filter.feed("34\nkey msqid=5\nset_string2=9");
-    filter.finish();
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "set_string=****\nkey msqid=5\nset_string2=****\n");
+    EXPECT_EQ(enumeration(enums::sim_state, 9), Json::parse(R"({"code": 9, "name": null})"));
+    EXPECT_EQ(named(enums::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
+    EXPECT_EQ(named(enums::on_off, "x"), Json::parse(R"({"code": null, "name": "x"})"));
+    EXPECT_EQ(code_of(enums::functionality, "offline"), 4);
+    EXPECT_EQ(code_of(enums::functionality, "4"), 4);
+    EXPECT_FALSE(code_of(enums::functionality, "2"));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
-// What cmifctl asks of a person: secrets, and whether they are sure.
-#include "cmifctl/output/terminal.h"
+// What cmifctl asks the user: secrets, and confirmation.
+#include "cmifctl/input/questions.h"
 
 #include <cerrno>
 #include <csignal>
@@ -25,8 +25,8 @@ bool read_until(int terminal, const std::string &text)
     return all.ends_with(text);
 }
 
-// As a shell does: a process group of its own in the foreground of the terminal; 0 when it is
-// stopped with the echo on, and then answers well.
+// Asks in a process group in the foreground of the terminal, as a shell arranges it. 0 when it is
+// stopped with echo on and gets the answer after it is continued.
 int stopped_with_echo()
 {
     std::signal(SIGTTOU, SIG_IGN);
@@ -46,7 +46,7 @@ int stopped_with_echo()
     return status == 0 ? 0 : 2;
 }
 
-TEST(Questions, AnInterruptSpeaksOfNoRequest)
+TEST(Questions, AnInterruptDoesNotMentionARequest)
 {
     int terminal = -1;
     const pid_t asking = forkpty(&terminal, nullptr, nullptr, nullptr);
@@ -55,7 +55,7 @@ TEST(Questions, AnInterruptSpeaksOfNoRequest)
     if (asking == 0) {
         try {
             ask_secrets({{"PIN"}}, false);
-        } catch (const Interrupted &interrupted) {
+        } catch (const client::Interrupted &interrupted) {
             _exit(std::string_view(interrupted.consequence).find("request") ==
                           std::string_view::npos
                       ? 0
@@ -87,7 +87,7 @@ TEST(Questions, AreNotStoppedWithoutEcho)
     EXPECT_EQ(status, 0);
 }
 
-TEST(Questions, NeedSomebodyToAnswer)
+TEST(Questions, NeedATerminal)
 {
     ASSERT_NE(setsid(), -1); // no terminal
     EXPECT_THROW(ask_secrets({{"PIN"}}, false), Failure);
@@ -97,12 +97,12 @@ TEST(Questions, NeedSomebodyToAnswer)
     } catch (const Failure &failure) {
         EXPECT_EQ(failure.status(), Exit::usage);
     }
-    Invocation agreed;
+    Context agreed;
     agreed.arguments.set("yes", "");
     EXPECT_NO_THROW(confirm(agreed, "This deletes everything"));
 }
 
-TEST(Questions, ReadALineOfInputEach)
+TEST(Questions, ReadOneLineOfInputEach)
 {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);

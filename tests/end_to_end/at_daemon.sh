@@ -5,19 +5,19 @@
 
 export CMIF_STORE="$work/store"
 
-# Nobody takes the request: it is withdrawn, so that no later daemon carries it out.
+# The request is not picked up: it is withdrawn, so that no later daemon carries it out.
 start_router --pace 0.1
 kill_router 9
 exits 3 cmifctl --timeout 1 sim retries
 complains 'the AT daemon did not answer shared_CMIF_get_mobilePINPUKC (request 4) within 1 s'
-complains 'it has been withdrawn'
+complains 'it was withdrawn'
 writes_nothing
 [ "$(queued 899)" = 0 ] || fail 'the request is still queued'
 exits 3 cmifctl --json --timeout 1 network scan
 holds error.code=3 'error.name="no-answer"' error.withdrawn=true
 [ "$(queued 899)" = 0 ] || fail 'the request is still queued'
 
-# The daemon takes a search that lasts, and dies over it.
+# The daemon picks up a long search, and is killed during it.
 start_router --pace 1
 unlock
 unanswered_search() {
@@ -31,7 +31,7 @@ within 3 searching
 kill_router 9
 wait "$scan"
 
-# A fresh one serves again: a search, its own answer, and nothing of what was.
+# A new daemon serves again: a search gets its own answer, and nothing is left of the old one.
 start_router --pace 0.1
 unlock
 exits 0 cmifctl network scan

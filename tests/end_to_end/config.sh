@@ -23,7 +23,7 @@ prints 'example.second=from input'
 exits 0 cmifctl config list
 prints 'lte_sim_status=SIM PIN'
 
-# No password on the command line, where everybody could read it, and none in what is shown.
+# No password on the command line, where every user could read it, and none in the output.
 exits 2 cmifctl config set example.password secret
 echo secret | exits 0 cmifctl config set example.password -
 exits 0 cmifctl config list
@@ -40,13 +40,13 @@ start_router --pace 0.1
 exits 0 cmifctl config get example.key
 prints 'a value, with "quotes" and 100%'
 
-# Killed, it loses no more than when it ends well.
+# A kill loses no more than an orderly end.
 kill_router 9
 start_router --pace 0.1
 exits 0 cmifctl config get example.second
 prints 'from input'
 
-# A store that can't be opened is told of, with its name.
+# A store that can't be opened is reported with its name.
 : >"$work/file"
 exits 1 env CMIF_STORE="$work/file" cmifctl config save
 complains "$work/file"

@@ -1,5 +1,5 @@
 #!/bin/sh
-# The profile changes while the connection is on its way, and while a start waits.
+# The profile changes while the connection comes up, and while a start waits.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -14,16 +14,16 @@ wait "$start"
 exits 0 cmifctl --json data status
 holds 'data.state.name="connected"' 'data.apn="second.example"'
 
-# A change of a connection that is up makes it anew.
+# A change while connected reconnects.
 before=$(value data.ipv4)
 exits 0 cmifctl data profile set --apn third.example
 within 10 data_is connected
 exits 0 cmifctl --json data status
 holds 'data.apn="third.example"'
-[ "$(value data.ipv4)" != "$before" ] || fail 'still the connection that was'
+[ "$(value data.ipv4)" != "$before" ] || fail 'still the old connection'
 exits 0 cmifctl data stop
 
-# A start waits for the end of a change that somebody else makes.
+# A start waits for the end of a change that another process makes.
 touch /tmp/modify_profile_in_progress
 (sleep 1; rm /tmp/modify_profile_in_progress) &
 exits 0 cmifctl data start

@@ -1,9 +1,9 @@
 #!/bin/sh
-# The data connection comes up, shows its addresses and its age, and goes down.
+# The data connection comes up, shows its addresses and its uptime, and goes down.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
-# Why not is said: no access point name, a locked SIM, no network.
+# The reason for a failure is given: no access point name, a locked SIM, no network.
 exits 5 cmifctl data start
 complains 'no access point name (APN) is set'
 exits 0 cmifctl data profile set --apn internet.example --pdp ipv4v6
@@ -31,7 +31,7 @@ exits 0 cmifctl --json data status
 holds data.state.code=3 'data.state.name="connected"' 'data.ipv4="192.0.2.10"' \
     'data.ipv6="2001:db8:0:1::1"' 'data.packet_service="attached"'
 
-# It stays up, and grows older.
+# It stays up, and its uptime grows.
 exits 0 cmifctl data start
 exits 0 cmifctl --json data uptime
 age=$(value data.uptime_s)
@@ -46,7 +46,7 @@ exits 0 cmifctl --json data status
 holds data.state.code=1 data.uptime_s=0 data.ipv4=null data.ipv6=null
 exits 0 cmifctl data stop
 
-# The network's loss ends it.
+# Losing the network ends it.
 exits 0 cmifctl data start
 exits 0 cmifctl radio functionality offline
 within 10 data_is disconnected

@@ -1,5 +1,5 @@
 #!/bin/sh
-# What is saved of the data connection is there after a restart, and it can start itself.
+# Saved settings of the data connection survive a restart, and it can connect at start.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 

@@ -23,17 +23,17 @@ holds 'profile.password="pass word"'
 exits 0 cmifctl --json --trace data profile show
 hides 'pass word'
 
-# 40 and 128 bytes fit, one more isn't even sent.
+# 40 and 128 bytes fit; one more is not sent.
 forty=1234567890123456789012345678901234567890
 exits 0 cmifctl data profile set --apn "$forty" --user "$forty$forty${forty}12345678"
 exits 5 cmifctl data profile set --apn "${forty}x"
-complains 'the apn has 41 bytes, nothing was sent'
+complains 'the apn has 41 bytes; nothing was sent'
 exits 5 cmifctl --json data profile set --user "$forty$forty${forty}123456789"
 holds error.code=5 'error.name="invalid"'
 exits 0 cmifctl --json data profile show
 holds "profile.apn=\"$forty\"" "profile.user=\"$forty$forty${forty}12345678\""
 
-# The modem's own third profile is another matter, set through the AT daemon.
+# The modem's third profile is a different one, set through the AT daemon.
 exits 0 cmifctl data at-profile 3 IPV4V6 other.example
 exits 0 cmifctl data profile-sync
 exits 0 cmifctl data status

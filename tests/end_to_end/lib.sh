@@ -97,7 +97,7 @@ queued() {
 
 # For tests that start and stop the router themselves.
 at_answers() { cmifctl sim retries; }
-qmi_answers() { cmifctl sim status | grep -q 'qmi answers: yes'; }
+qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: responding'; }
 
 start_router() {
     cmif-sim serve "$@" &

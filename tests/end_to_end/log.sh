@@ -7,7 +7,7 @@ exits 6 cmifctl log show
 complains 'there is no log /data/debug_lte.txt'
 exits 5 cmifctl log mark early
 
-# Followed before there is one, it is shown from its start.
+# A follower that starts before the log exists shows it from its start.
 cmifctl log follow >"$work/followed" 2>"$work/waits" &
 follower=$!
 waits() { grep -qF 'there is no log /data/debug_lte.txt yet' "$work/waits"; }
@@ -37,7 +37,7 @@ full() { "$@" >/dev/full; }
 exits 1 full cmifctl log follow
 complains "standard output can't be written"
 
-# Rotated, what was is one generation older; the third rotation drops it.
+# A rotation makes each log one generation older; the third one drops it.
 exits 0 cmifctl log rotate
 exits 0 cmifctl log show
 hides 'a line of our own'
@@ -50,7 +50,7 @@ exits 0 cmifctl log rotate
 exits 0 cmifctl log show --generation 2
 hides 'a line of our own'
 
-# Off, nothing is added. No password is ever in it.
+# Switched off, nothing is added. No password is ever in it.
 echo 'pass word' | exits 0 cmifctl data profile set --password -
 exits 0 cmifctl data stop
 ! grep -rqF 'pass word' /data || fail 'a password is in the log'
@@ -59,3 +59,4 @@ lines=$(wc -l </data/debug_lte.txt)
 exits 0 cmifctl data start
 [ "$(wc -l </data/debug_lte.txt)" -eq "$lines" ] || fail 'the log grew'
 exits 2 cmifctl --json log follow
+holds 'error.message="'"'log follow' cannot produce JSON: its output has no end\""

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Operators: a search, a choice by hand, and back to the automatic one.
+# Operators: a search, a manual selection, and automatic selection again.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -30,11 +30,11 @@ exits 0 cmifctl --json network show
 holds network.selection.code=2 'network.selection.name="manual"' \
     'network.operator="Second Test Network"' 'network.operator_code="00102"' 'network.lac="2B01"'
 
-# What is forbidden, out of reach or no code is refused, and changes nothing.
+# A forbidden, unavailable or invalid operator is refused, and nothing changes.
 exits 4 cmifctl network select 00103
 complains 'network not allowed, emergency calls only (32)'
 exits 4 cmifctl --json network select 31026
-holds error.daemon.code=30 'error.daemon.name="no network service"'
+holds error.daemon.code=30 'error.daemon.name="no_network_service"'
 exits 2 cmifctl network select Test
 exits 0 cmifctl --json network show
 holds 'network.operator_code="00102"' 'network.registration.name="registered"'

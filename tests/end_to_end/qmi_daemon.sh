@@ -5,7 +5,7 @@
 
 export CMIF_STORE="$work/store"
 
-# Only the AT daemon runs: what needs the other one ends with 8, the rest works.
+# Only the AT daemon runs: what needs the QMI daemon ends with 8, the rest works.
 start_router --pace 0.1 --no-qmi
 exits 8 cmifctl data profile set --apn internet.example
 complains 'the QMI daemon is not ready'
@@ -16,35 +16,35 @@ exits 0 cmifctl --json sim status
 holds 'sim.status="SIM PIN"' sim.state=null daemons.qmi_answers=false
 kill_router 15
 
-# An end in order takes the readiness back.
+# An orderly end removes the readiness marker.
 start_router --pace 0.1
 within 10 qmi_answers
 exits 0 cmifctl data profile set --apn internet.example
 kill_router 15
 exits 8 cmifctl data start
 
-# Killed, the daemon can't: a request waits for its time, and is withdrawn.
+# A killed daemon leaves it: a request times out and is withdrawn.
 start_router --pace 0.1
 within 10 qmi_answers
 exits 0 cmifctl data profile set --apn internet.example
 kill_router 9
 exits 3 cmifctl --timeout 1 data start
 complains 'the QMI daemon did not answer shared_CMIF_start_network_interface (request 4) within 1 s'
-complains 'it has been withdrawn'
+complains 'it was withdrawn'
 [ "$(queued 1158)" = 0 ] || fail 'the request is still queued'
 exits 3 cmifctl --json --timeout 1 data profile set --apn never.example
 holds error.code=3 error.withdrawn=true
 [ "$(queued 1158)" = 0 ] || fail 'the request is still queued'
-[ ! -e /tmp/modify_profile_in_progress ] || fail 'the change that was given up is still marked'
+[ ! -e /tmp/modify_profile_in_progress ] || fail 'the marker of the abandoned change is left'
 exits 0 cmifctl data status
 
-# A marker of somebody else is left alone.
+# A marker of another process is not touched.
 touch /tmp/modify_profile_in_progress
 exits 3 cmifctl --timeout 1 data profile set --apn never.example
-[ -e /tmp/modify_profile_in_progress ] || fail "somebody else's marker is gone"
+[ -e /tmp/modify_profile_in_progress ] || fail "another process's marker is gone"
 rm /tmp/modify_profile_in_progress
 
-# Killed while a connection comes up: what it published last stands, and a start is not answered.
+# Killed while a connection comes up: its last values stay published, and a start is not answered.
 start_router --pace 1
 within 10 qmi_answers
 exits 0 cmifctl data profile set --apn internet.example

@@ -1,5 +1,5 @@
 #!/bin/sh
-# What can be set on the radio, and what the modem makes of it.
+# The settings of the radio and their effect.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -44,7 +44,7 @@ exits 0 cmifctl radio domain on
 exits 0 cmifctl --json radio domain
 holds radio.domain.code=1
 
-# Offline there is no network; the last known one is remembered.
+# Offline there is no network; the last known one is kept.
 exits 0 cmifctl radio functionality offline
 within 20 network_is 'not registered'
 exits 0 cmifctl --json network show
@@ -55,7 +55,7 @@ exits 0 cmifctl radio functionality full
 within 20 network_is registered
 exits 0 cmifctl radio timezone
 
-# A reset has to be meant. Afterwards the defaults hold, and the SIM asks for its PIN.
+# A reset needs confirmation. Afterwards the defaults apply, and the SIM asks for its PIN.
 exits 0 cmifctl radio mode 3g
 exits 2 cmifctl radio reset </dev/null
 complains 'Give --yes'
@@ -66,7 +66,7 @@ exits 0 cmifctl --json status
 holds 'sim.status="SIM PIN"' radio.search_mode.code=0 network.operator=null
 exits 6 cmifctl network list
 
-# The download mode is asked for and never answered.
+# A request for download mode is never answered.
 exits 2 cmifctl radio download-mode </dev/null
 exits 0 cmifctl --timeout 5 radio download-mode --yes
 exits 0 cmifctl sim retries

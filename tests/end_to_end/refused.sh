@@ -1,5 +1,5 @@
 #!/bin/sh
-# Trouble with a request: exit 4 when the daemon refuses, 7 while a profile changes.
+# Exit status 4 when the daemon refuses, 7 while a profile is being changed.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -9,7 +9,7 @@ complains "Enter it with 'cmifctl sim enter-pin'."
 exits 4 cmifctl --json network select 00199
 holds error.code=4 'error.name="refused"'
 exits 4 cmifctl --json data ota-dm
-holds error.daemon.code=11 'error.daemon.name="SIM PIN required"'
+holds error.daemon.code=11 'error.daemon.name="sim_pin_required"'
 
 touch /tmp/modify_profile_in_progress
 exits 7 cmifctl data status

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Ten wrong PUKs make the SIM useless; the tool keeps the last try back.
+# Ten wrong PUKs block the SIM permanently; the tool refuses the last attempt.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -8,13 +8,13 @@ for left in 9 8 7 6 5 4 3 2 1; do
     holds "error.tries.after=$left"
 done
 printf '00000000\n4321\n' | exits 5 cmifctl sim enter-puk -
-complains 'one try is left for the PUK'
+complains 'only one attempt left for the PUK'
 exits 0 cmifctl --json sim retries
 holds retries.puk1=1
 
 printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk - --force
 holds error.tries.before=1 error.tries.after=0
 exits 0 cmifctl --json sim status
-holds 'sim.status="SIM FAILURE"' sim.state.code=6 'sim.state.name="bad"'
+holds 'sim.status="SIM FAILURE"' sim.state.code=6 'sim.state.name="permanently blocked"'
 printf '12345678\n4321\n' | exits 5 cmifctl sim enter-puk - --force
-complains 'no try is left for the PUK'
+complains 'no attempts left for the PUK'

@@ -3,9 +3,9 @@
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
-# Malformed secrets never travel, so they cost no try. Neither do questions that nobody answers.
+# Malformed secrets are not sent, so they use up no attempt. Nor do unanswered questions.
 echo 12a4 | exits 5 cmifctl sim enter-pin -
-complains 'that is no PIN, nothing was sent'
+complains 'not a valid PIN; nothing was sent'
 printf '1234\n' | exits 2 cmifctl sim change-pin -
 complains 'standard input ends before the new PIN'
 exits 2 setsid cmifctl sim enter-pin
@@ -15,10 +15,10 @@ exits 0 cmifctl --json sim retries
 holds retries.pin1=3
 
 printf '1234\n98765\n' | exits 4 cmifctl sim change-pin -
-complains 'the PIN was not judged: SIM PIN required (11); tries left: 3, before: 3'
+complains 'the PIN was not checked: SIM PIN required (11); attempts left: 3, before: 3'
 unlock
 printf '0000\n98765\n' | exits 4 cmifctl sim change-pin -
-complains 'wrong PIN: incorrect password (16); tries left: 2, before: 3'
+complains 'wrong PIN: incorrect password (16); attempts left: 2, before: 3'
 printf '1234\n98765\n' | exits 0 cmifctl --json sim change-pin -
 holds 'sim.result="the PIN is changed"' sim.tries_before=2 sim.tries_after=3
 
@@ -31,12 +31,12 @@ shows 'result: the SIM does not ask for its PIN'
 exits 0 cmifctl --json sim pin-mode
 holds sim.pin_mode.code=0 'sim.pin_mode.name="off"'
 echo 98765 | exits 4 cmifctl sim pin-mode off -
-complains 'the PIN was not judged: operation not allowed (203)'
+complains 'the PIN was not checked: operation not allowed (203)'
 echo 98765 | exits 0 cmifctl sim pin-mode on -
 exits 0 cmifctl sim pin-mode
 shows 'pin mode: on'
 
-# Locked to its own network the SIM works on, locked to another one it doesn't.
+# Locked to its own network the SIM still works; locked to another one it doesn't.
 within 20 network_is registered
 echo 11223344 | exits 0 cmifctl sim lock-network -
 exits 0 cmifctl sim status

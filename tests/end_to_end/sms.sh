@@ -1,5 +1,5 @@
 #!/bin/sh
-# Messages: listed, shown whole, deleted one by one and all at once.
+# Messages: listed, shown in full, deleted one by one and all at once.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -11,7 +11,7 @@ holds messages.0.id=1 messages.0.unread=false 'messages.0.from="Test Network"' \
 [ "$(value messages.1.text | wc -m)" -eq 163 ] || fail 'not 160 characters, two quotes and a line end'
 [ "$(value messages.4.text | wc -c)" -ge 1000 ] || fail 'the long message is short'
 
-# Listed once, they count as read.
+# Once listed, they count as read.
 exits 0 cmifctl sms list
 prints 'ID  STATE  FROM          TIME              TEXT'
 prints '1   read   Test Network  2024-03-01 08:00  Welcome to Test Network. Your number is +12025550100.'
@@ -24,7 +24,7 @@ exits 0 env COLUMNS=40 cmifctl sms list
 [ "$(LC_ALL=C.UTF-8 wc -L <"$work/out")" -le 40 ] || fail 'too wide for a narrow terminal'
 grep -q '  Welco\.\.\.$' "$work/out" || fail 'no text on a narrow terminal'
 
-# Text from strangers is shown as it is: percent signs, UTF-8, what printf would take for more.
+# Text from outside is shown unchanged: percent signs, UTF-8, printf formats.
 exits 0 cmifctl sms show 3
 shows 'text: Battery is 100% full, signal at 5%%.'
 exits 0 cmifctl sms show 5

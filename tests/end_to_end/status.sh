@@ -21,7 +21,7 @@ for row in 'hardware: CMIF-SIM LTE R1' 'firmware: SIMFW_01.02.03' 'imei: 0010100
     'technology: E-UTRAN' 'mcc: 001' 'mnc: 01' 'lac: 1A2B' 'cell id: 01A2D003' \
     'search mode: auto' 'roaming: auto' 'mode: FDD LTE' 'band: LTE BAND 3' 'channel: 1300' \
     'state: disconnected' 'auto connect: no' 'packet service: attached' 'generation: 4G' \
-    'qmi answers: yes'; do
+    'QMI daemon: responding'; do
     shows "$row"
 done
 

@@ -1,5 +1,5 @@
 #!/bin/sh
-# Without any daemon the status is still shown, at once; what was published stays.
+# Without any daemon the status is still shown, at once; published values stay.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
@@ -10,14 +10,14 @@ exits 0 cmifctl --json status
 holds modem.imei=null sim.status=null sim.state=null network.operator=null radio.channel=null \
     data.ipv4=null summary.identity=null daemons.qmi_answers=false
 exits 0 cmifctl status
-shows 'qmi answers: no'
+shows 'QMI daemon: not responding'
 exits 0 cmifctl radio show
 exits 0 cmifctl network show
 exits 0 cmifctl data status
 exits 6 cmifctl network list
 complains 'there is no provider list'
 
-# Who needs a daemon is told at once that there is none, and makes no queue for one to come.
+# A request without a daemon fails at once, and creates no queue.
 exits 8 cmifctl --json sim retries
 holds error.code=8 'error.name="not-ready"'
 [ -z "$(queued 899)" ] || fail 'the tool made a queue'

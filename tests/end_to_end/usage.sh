@@ -1,11 +1,11 @@
 #!/bin/sh
-# A command line that is wrong ends with status 2 and sends nothing.
+# An invalid command line ends with status 2 and sends nothing.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
 for words in '' 'nonsense' 'sim' 'sim nonsense' 'status more' '--nonsense status' '--timeout x status' \
     '--timeout -1 status' 'radio mode 5g' 'radio functionality' 'network select 12' 'sms delete' \
-    'sms delete 1 --all' 'sms show many' 'data profile set' 'data profile set --auth secret' \
+    'sms delete 1 --all' 'sms show many' 'status --timeout --trace' 'data profile set' 'data profile set --auth secret' \
     'sim lock-network --network 1 -'; do
     # shellcheck disable=SC2086 # words
     exits 2 cmifctl $words </dev/null
@@ -15,7 +15,7 @@ for words in '' 'nonsense' 'sim' 'sim nonsense' 'status more' '--nonsense status
     holds error.code=2 'error.name="usage"'
 done
 
-# A flag with a value and an empty value are wrong too, and the error comes as asked for.
+# A flag with a value and an empty value are invalid too, and the error has the format asked for.
 exits 2 cmifctl --json=true status
 holds error.code=2 'error.message="--json takes no value"'
 exits 2 cmifctl --timeout '' status
@@ -25,7 +25,7 @@ complains '--timeout= has no value'
 exits 2 cmifctl --json status --timeout=
 holds error.code=2
 
-# Secrets typed where they don't belong are never repeated.
+# Secrets in the wrong place are never repeated.
 for words in 'sim enter-pin 987654' 'sim change-pin 987654 987655' 'sim enter-pin --987654' \
     'sim enter-pin --force=987654' 'sim pin-mode 987654' 'data profile set --password=987654' \
     'data profile set --password 987654' 'data profile set --passwd=987654' \
@@ -43,7 +43,7 @@ complains 'secrets are not taken from the command line'
 exits 2 cmifctl status more
 hides ecret
 
-# What is wanted is said.
+# The message names what is expected.
 exits 2 cmifctl log show --lines -3
 complains "--lines takes a whole number from 1 to 1000000, not '-3'"
 exits 2 cmifctl log show --generation 7
@@ -53,7 +53,7 @@ complains "ID takes a whole number from 0 to 2147483647, not 'abc'"
 exits 2 cmifctl sms delete 1 --all
 complains 'an ID and --all exclude each other'
 
-# An output that takes nothing is no success.
+# Output that can't be written is a failure.
 full() { "$@" >/dev/full; }
 closed() { "$@" >&-; }
 for words in 'status' '--json status' 'manual' '--help' '--version' '--json nonsense'; do

@@ -1,0 +1,128 @@
+// The arguments of each command, as rows of the command table refer to them.
+#ifndef CMIFCTL_CLI_ARGUMENT_ROWS_H
+#define CMIFCTL_CLI_ARGUMENT_ROWS_H
+
+#include "commands.h"
+
+namespace cmifctl
+{
+namespace arguments
+{
+
+using enum Argument::Kind;
+
+// clang-format off
+
+// Shared by several commands.
+//                                kind      name            value     help                                               choices
+constexpr Argument secret_input  {optional, "source",       "-",      "read the secrets from standard input, one line each, instead of asking",
+                                                                                                                         enums::from_input, true};
+constexpr Argument force         {flag,     "force",        "",       "try even if only one attempt is left"};
+constexpr Argument yes           {flag,     "yes",          "",       "don't ask for confirmation"};
+constexpr Argument show_secrets  {flag,     "show-secrets", "",       "show passwords in clear"};
+constexpr Argument message_id    {required, "id",           "ID",     "its index in the list"};
+constexpr Argument key           {required, "key",          "KEY",    "its name"};
+
+constexpr Argument global[] = {
+    {flag,   "json",    "",        "one JSON document on standard output, also for errors"},
+    {option, "timeout", "SECONDS", "how long to wait for an answer (default 30; 0 = no limit)"},
+    {flag,   "trace",   "",        "show the library's trace lines on standard error"},
+    {flag,   "help",    "",        "show help",        {}, false, 'h'},
+    {flag,   "version", "",        "show the version", {}, false, 'V'},
+};
+
+constexpr Argument secret[]        = {secret_input};
+constexpr Argument attempt[]       = {secret_input, force};
+constexpr Argument confirmed[]     = {yes};
+constexpr Argument shown_secrets[] = {show_secrets};
+
+constexpr Argument pin_mode[] = {
+    {optional, "mode",       "MODE",       "ask for the PIN or not",                           enums::on_off},
+    secret_input,
+    force,
+};
+constexpr Argument lock_network[] = {
+    {option,   "network",    "CODE",       "MCC and MNC; default: the SIM's own network"},
+    {option,   "facility",   "NAME",       "which lock (default PN)"},
+    secret_input,
+};
+
+constexpr Argument search_mode[] = {
+    {optional, "mode",       "MODE",       "which generations to search for",                  enums::settable_search_mode},
+};
+constexpr Argument band_region[] = {
+    {optional, "region",     "REGION",     "which region",                                     enums::settable_band_region},
+};
+constexpr Argument roaming[] = {
+    {optional, "roaming",    "ROAMING",    "whether to roam",                                  enums::roaming},
+};
+constexpr Argument domain[] = {
+    {optional, "domain",     "STATE",      "attached or not",                                  enums::on_off},
+};
+constexpr Argument functionality[] = {
+    {required, "level",      "LEVEL",      "functionality level (AT+CFUN)",                    enums::functionality},
+};
+
+constexpr Argument select_operator[] = {
+    {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits"},
+    {option,   "technology", "GENERATION", "access technology (default: any)",                 enums::generation},
+};
+constexpr Argument name_format[] = {
+    {required, "format",     "FORMAT",     "how the name is written",                          enums::name_format},
+};
+
+constexpr Argument one_message[] = {message_id};
+constexpr Argument delete_messages[] = {
+    {optional, "id",         "ID",         "its index in the list"},
+    {flag,     "all",        "",           "delete every message"},
+    yes,
+};
+
+constexpr Argument auto_connect[] = {
+    {optional, "state",      "STATE",      "whether to connect",                               enums::on_off},
+};
+constexpr Argument set_profile[] = {
+    {option,   "apn",        "NAME",       "access point name, at most 40 bytes"},
+    {option,   "user",       "NAME",       "user name, at most 128 bytes"},
+    {option,   "password",   "SOURCE",     "ask for it, or read it from standard input",       enums::password_source, true},
+    {option,   "auth",       "TYPE",       "authentication",                                   enums::authentication},
+    {option,   "pdp",        "TYPE",       "PDP type",                                         enums::profile_pdp},
+    {option,   "family",     "FAMILY",     "IP family",                                        enums::ip_family},
+    {flag,     "auto-apn",   "",           "send it as automatic APN selection, which the daemon may ignore"},
+    show_secrets,
+};
+constexpr Argument at_profile[] = {
+    {required, "id",         "NUMBER",     "profile number, 1 to 16"},
+    {required, "type",       "TYPE",       "PDP type",                                         enums::pdp_type},
+    {required, "apn",        "NAME",       "access point name, at most 29 bytes"},
+};
+
+constexpr Argument log_part[] = {
+    {option,   "generation", "N",          "0 for the current log, 1 and 2 for the older ones"},
+    {option,   "lines",      "N",          "the last lines only"},
+};
+constexpr Argument log_text[] = {
+    {required, "text",       "TEXT",       "at most 100 bytes, printable characters only"},
+};
+
+constexpr Argument one_setting[] = {key, show_secrets};
+constexpr Argument change_setting[] = {
+    key,
+    {optional, "value",      "VALUE",      "its value; - reads it from standard input",        {}, true},
+    show_secrets,
+};
+constexpr Argument list_settings[] = {
+    {optional, "prefix",     "PREFIX",     "only the settings whose names begin with it"},
+    show_secrets,
+};
+
+constexpr Argument shell[] = {
+    {required, "shell",      "SHELL",      "for which shell",                                  enums::shells},
+};
+
+// clang-format on
+
+} // namespace arguments
+} // namespace cmifctl
+
+#endif

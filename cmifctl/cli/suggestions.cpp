@@ -1,0 +1,41 @@
+#include "suggestions.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace cmifctl
+{
+namespace
+{
+
+// The Levenshtein distance, row by row.
+std::size_t distance(std::string_view a, std::string_view b)
+{
+    std::vector<std::size_t> row(b.size() + 1);
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 1; i <= a.size(); ++i) {
+        std::size_t diagonal = row[0];
+        row[0] = i;
+        for (std::size_t j = 1; j <= b.size(); ++j) {
+            const std::size_t replaced = diagonal + (a[i - 1] == b[j - 1] ? 0 : 1);
+            diagonal = row[j];
+            row[j] = std::min({row[j] + 1, row[j - 1] + 1, replaced});
+        }
+    }
+    return row[b.size()];
+}
+
+} // namespace
+
+std::vector<std::string> suggestions(std::string_view word,
+                                     const std::vector<std::string> &candidates)
+{
+    std::vector<std::string> similar;
+    for (const std::string &candidate : candidates)
+        if ((word.size() > 1 && candidate.find(word) != std::string::npos) ||
+            distance(word, candidate) <= 2)
+            similar.push_back(candidate);
+    return similar;
+}
+
+} // namespace cmifctl

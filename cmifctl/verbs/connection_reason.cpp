@@ -1,0 +1,34 @@
+#include "connection_reason.h"
+
+#include "cmif/cmif.h"
+#include "qmi_readings.h"
+#include "settings.h"
+
+namespace cmifctl
+{
+
+std::string last_error(const Context &context)
+{
+    return setting(context, "lte_qmi_last_error");
+}
+
+Reason connection_reason(const Context &context)
+{
+    constexpr int ready = 2;
+    const Json sim = qmi_call(context, sim_state_call());
+    if (sim["code"] != ready)
+        return {"the SIM's state is: " +
+                    (sim["name"].is_null() ? sim["code"].dump() : sim["name"].get<std::string>()),
+                "'cmifctl sim status' shows the SIM; 'cmifctl sim enter-pin' unlocks it."};
+    constexpr int registered = 0;
+    if (read(context, "shared_CMIF_get_mobileNetworkStatus",
+             reads(shared_CMIF_get_mobileNetworkStatus)) != registered)
+        return {"the modem is not registered with a network",
+                "'cmifctl network show' shows the registration, 'cmifctl radio functionality full' "
+                "switches the radio on."};
+    const std::string error = last_error(context);
+    return {error.empty() ? "the daemon gives no reason" : "the daemon reports: " + error,
+            "'cmifctl log show' may show more."};
+}
+
+} // namespace cmifctl

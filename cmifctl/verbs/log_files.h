@@ -1,0 +1,39 @@
+// The debug log's files.
+#ifndef CMIFCTL_VERBS_LOG_FILES_H
+#define CMIFCTL_VERBS_LOG_FILES_H
+
+#include "cmif/cmif.h"
+
+#include <cstddef>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+namespace cmifctl
+{
+
+// The current log and the two older ones.
+constexpr const char *log_generations[]{CMIF_LOG_FILE, CMIF_LOG_FILE_1, CMIF_LOG_FILE_2};
+
+// Fails with exit 6 when there is no such log.
+std::vector<std::string> log_lines(const char *path);
+
+// Prints the current log as it grows. A rotation makes it another file.
+class LogFollower
+{
+public:
+    // Prints the last `count` lines.
+    void print_last(std::size_t count);
+    // Prints the lines added since the last call.
+    void print_new();
+
+private:
+    bool find_file();
+
+    ino_t inode_ = 0;
+    off_t position_ = 0;
+};
+
+} // namespace cmifctl
+
+#endif

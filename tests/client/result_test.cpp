@@ -1,0 +1,69 @@
+// What a result code means.
+#include "client/result.h"
+#include "daemons/cme_error.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace client;
+
+Exit status_of(void (*check)(const char *, int), int result)
+{
+    try {
+        check("call", result);
+    } catch (const Failure &failure) {
+        return failure.status();
+    }
+    return Exit::done;
+}
+
+TEST(Result, AtCodesHaveTheirExitStatus)
+{
+    EXPECT_EQ(status_of(check_at, 0), Exit::done);
+    EXPECT_EQ(status_of(check_at, 2), Exit::not_ready);
+    EXPECT_EQ(status_of(check_at, -1), Exit::not_ready);
+    EXPECT_EQ(status_of(check_at, 3), Exit::other);
+    for (const int daemon_code : {1, 4, 5, 7, 16, 999, -2})
+        EXPECT_EQ(status_of(check_at, daemon_code), Exit::refused) << daemon_code;
+}
+
+TEST(Result, QmiCodesHaveTheirExitStatus)
+{
+    const Exit expected[]{Exit::done,  Exit::not_ready, Exit::not_ready, Exit::other,
+                          Exit::other, Exit::invalid,   Exit::no_file,   Exit::profile_busy};
+    for (int result = 0; result < 8; ++result)
+        EXPECT_EQ(status_of(check_qmi, result), expected[result]) << result;
+}
+
+TEST(Result, ARefusalNamesTheCode)
+{
+    try {
+        check_at("call", 16);
+        FAIL();
+    } catch (const Failure &failure) {
+        EXPECT_STREQ(failure.what(), "call: the AT daemon refused: incorrect password (16)");
+        EXPECT_EQ(failure.hint(), "See the attempts left with 'cmifctl sim retries'.");
+        EXPECT_EQ(failure.details(),
+                  Json::parse(R"({"daemon": {"code": 16, "name": "incorrect_password"}})"));
+    }
+}
+
+TEST(Result, AnUnknownCodeIsShownAsANumber)
+{
+    EXPECT_EQ(daemon_error_text(777), "code 777");
+    EXPECT_EQ(daemon_error_hint(777), "");
+    EXPECT_EQ(daemon_error(777), Json::parse(R"({"code": 777, "name": null})"));
+}
+
+TEST(Result, EveryErrorOfADaemonHasNameAndText)
+{
+    for (const daemons::CmeErrorText &row : daemons::cme_errors) {
+        const int code = static_cast<int>(row.error);
+        EXPECT_EQ(daemon_error(code)["name"], row.name);
+        EXPECT_EQ(daemon_error_text(code), row.text + (" (" + std::to_string(code) + ")"));
+    }
+}
+
+} // namespace
