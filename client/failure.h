@@ -5,7 +5,6 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
-#include <utility>
 
 namespace client
 {
@@ -35,12 +34,10 @@ constexpr const char *name_of(Exit status)
 class Failure : public std::runtime_error
 {
 public:
-    Failure(Exit status, const std::string &message, std::string hint = {},
-            Json details = Json::object())
-        : std::runtime_error(message), status_(status), hint_(std::move(hint)),
-          details_(std::move(details))
-    {
-    }
+    Failure(Exit status, const std::string &message, std::string hint = {});
+    Failure(Exit status, const std::string &message, std::string hint, Json details);
+    Failure(const Failure &);
+    ~Failure() override;
 
     Exit status() const { return status_; }
     const std::string &hint() const { return hint_; }

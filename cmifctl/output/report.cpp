@@ -3,6 +3,7 @@
 #include "terminal_text.h"
 
 #include <cctype>
+#include <utility>
 
 namespace cmifctl
 {
@@ -30,6 +31,16 @@ Section &Report::section(const std::string &key)
 void Report::field(const std::string &section_key, Field field)
 {
     section(section_key).fields.push_back(std::move(field));
+}
+
+void Report::table(Table table)
+{
+    tables_.push_back(std::move(table));
+}
+
+void Report::data(const std::string &key, Json value)
+{
+    data_[key] = std::move(value);
 }
 
 void Report::line(const std::string &text)

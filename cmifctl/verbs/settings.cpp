@@ -60,8 +60,8 @@ Json all_settings(const Context &context)
 {
     return read(context, "listing the settings", [](Json &output) {
         output = Json::object();
-        const auto add = [](const char *key, const char *value, void *context) {
-            (*static_cast<Json *>(context))[key] = value;
+        const auto add = [](const char *key, const char *value, void *settings) {
+            (*static_cast<Json *>(settings))[key] = value;
         };
         check_store(host_store_list(add, &output), "the settings can't be listed");
         return 0;

@@ -164,7 +164,7 @@ TEST(TextReport, ShowsALabelInsteadOfTheKey)
 {
     Report report;
     report.field("daemons", {.key = "qmi_answers", .value = true, .text = "yes!", .label = "QMI"});
-    EXPECT_EQ(render_text(report, 0, false), "  -------------\n  Daemons | QMI: yes!\n");
+    EXPECT_EQ(render_text(report, 0, false), "  --------------\n  Daemons | QMI: yes!\n");
     EXPECT_EQ(report.document(), Json::parse(R"({"daemons": {"qmi_answers": true}})"));
 }
 
