@@ -70,7 +70,7 @@ TEST(Serve, ReportsThatNoProcessAwaitsItsReadiness)
         close(ready[0]);
         if (freopen("/tmp/errors", "w", stderr) == nullptr)
             std::_Exit(3);
-        std::exit(sim::serve({}, ready[1]));
+        std::exit(cmif_sim::serve({}, ready[1]));
     }
     close(ready[0]);
     close(ready[1]);

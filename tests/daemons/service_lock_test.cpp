@@ -9,7 +9,7 @@
 namespace
 {
 
-using sim::ServiceLock;
+using daemons::ServiceLock;
 
 constexpr const char *path = "/tmp/service.lock";
 
