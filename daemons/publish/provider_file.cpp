@@ -36,6 +36,7 @@ std::string entry(const Operator &found)
 std::string provider_list(const std::vector<Operator> &operators)
 {
     std::vector<std::string> entries;
+    entries.reserve(operators.size());
     for (const Operator &found : operators)
         entries.push_back(entry(found));
     std::stable_sort(entries.begin(), entries.end(),

@@ -14,7 +14,8 @@ namespace simulated
 class ModemClock
 {
 public:
-    static Clock::time_point now() { return Clock::now(); }
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): each modem asks its own clock
+    Clock::time_point now() const { return Clock::now(); }
 
     // Waits for wake(), until `deadline` at the latest; may return early.
     void wait(std::unique_lock<std::mutex> &lock, std::optional<Clock::time_point> deadline)

@@ -22,7 +22,7 @@ TEST_F(QmiDaemon, ConnectsAndDisconnects)
     EXPECT_EQ(shared_CMIF_start_network_interface(), 5); // no access point name is set
     qmi_profile profile{"internet.example", "me", "secret", 2, 3, 1};
     EXPECT_EQ(shared_CMIF_modify_profile_settings(profile, 0), 0);
-    open();
+    unlock_and_register();
     EXPECT_EQ(shared_CMIF_start_network_interface(), 0);
     ASSERT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     EXPECT_EQ(state(), 3);
@@ -83,7 +83,7 @@ TEST_F(QmiDaemon, RefusesAStartThatCanNotSucceed)
         EXPECT_EQ(get("lte_qmi_connection_status"), "1");
     };
     refused(answer::sim_pin_required, "sim_pin_required");
-    open();
+    unlock_and_register();
     EXPECT_EQ(set_functionality(4), answer::ok);
     refused(answer::not_allowed, "not_allowed");
     EXPECT_EQ(set_functionality(1), answer::ok);
@@ -137,7 +137,7 @@ TEST_F(QmiDaemon, ConnectsAutomaticallyWhenConfigured)
     start();
     set_profile("own.example");
     EXPECT_EQ(shared_CMIF_set_auto_connect_when_start_up(1), 0); // saves
-    open();
+    unlock_and_register();
     EXPECT_EQ(get("lte_qmi_connection_status"), "1"); // a matter of the start
     restart();
     EXPECT_EQ(get("lte_qmi_connection_status"), "1");
@@ -145,7 +145,7 @@ TEST_F(QmiDaemon, ConnectsAutomaticallyWhenConfigured)
     EXPECT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     EXPECT_EQ(shared_CMIF_set_auto_connect_when_start_up(0), 0);
     restart();
-    open();
+    unlock_and_register();
     std::this_thread::sleep_for(50ms);
     EXPECT_EQ(get("lte_qmi_connection_status"), "1");
 }

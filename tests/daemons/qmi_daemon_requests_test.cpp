@@ -56,7 +56,7 @@ TEST_F(QmiDaemon, ReportsRevisionServiceAndSim)
     int status = -1;
     EXPECT_EQ(shared_CMIF_get_sim_status(&status), 0);
     EXPECT_EQ(status, 3);
-    open();
+    unlock_and_register();
     EXPECT_EQ(shared_CMIF_get_ps_service(service), 0);
     EXPECT_STREQ(service, "attached");
     EXPECT_EQ(ask(7, {"", "", "", "0"}), answer::ok);

@@ -165,7 +165,7 @@ TEST_F(QmiDaemon, KeepsASavedProfile)
 {
     start();
     ASSERT_EQ(ask_qmi(3, wire_profile("own.example", "me", "secret", "231")), answer::ok);
-    open();
+    unlock_and_register();
     ASSERT_EQ(ask_qmi(4), answer::ok);
     ASSERT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     ASSERT_EQ(tarnNvramConfig_save(), 0);
@@ -179,7 +179,7 @@ TEST_F(QmiDaemon, KeepsASavedProfile)
     EXPECT_EQ(get("lte_qmi_cur_ip_family"), "1");
     EXPECT_EQ(get("lte_qmi_connection_status"), "1"); // was saved as "3"
     EXPECT_EQ(get("lte_ipv4_address"), "");
-    open();
+    unlock_and_register();
     EXPECT_EQ(ask_qmi(4), answer::ok);
     EXPECT_TRUE(eventually_equals("lte_pdp_apn", "own.example"));
 }

@@ -74,8 +74,8 @@ protected:
         ASSERT_EQ(ask_qmi(3, wire_profile(apn)), answer::ok);
     }
 
-    // Unlocks, and waits until it is registered.
-    static void open()
+    // Waits until it is registered, too.
+    static void unlock_and_register()
     {
         unlock();
         ASSERT_TRUE(eventually_equals("lte_network_reg_status_state", "1"));
@@ -83,7 +83,7 @@ protected:
     static void connect()
     {
         set_profile("internet.example");
-        open();
+        unlock_and_register();
         ASSERT_EQ(ask_qmi(4), answer::ok);
         ASSERT_TRUE(eventually_equals("lte_qmi_connection_status", "3"));
     }
