@@ -237,6 +237,7 @@ TEST_F(HostStoreDirectory, ThatCanNotBeReadIsUnusable)
     if (!as_plain_user([] { expect_nothing_works(); }))
         GTEST_SKIP() << "there is only one user here";
     expect_error(store().string() + ": Permission denied" + store_hint);
+    fs::permissions(store(), fs::perms::owner_all); // so that it can be removed
 }
 
 TEST_F(HostStoreDirectory, ThatCanNotBeEnteredOrWrittenIsUnusable)
