@@ -3,11 +3,14 @@
 
 #include <cerrno>
 #include <cstring>
+#include <poll.h>
 #include <pty.h>
 #include <unistd.h>
 
 namespace
 {
+
+constexpr int time_limit_ms = 10'000;
 
 class Terminal : public testing::Test
 {
@@ -33,14 +36,16 @@ protected:
     {
         EXPECT_EQ(::write(terminal_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
     }
-    // Reads until `awaited` has come, or the session has ended.
+    // Reads until `awaited` has come, the session has ended, or nothing comes any more.
     void expect(const std::string &awaited)
     {
         std::string text;
         char byte = 0;
-        while (!contains(text, awaited) && ::read(terminal_, &byte, 1) == 1)
+        struct pollfd readable = {terminal_, POLLIN, 0};
+        while (!contains(text, awaited) && poll(&readable, 1, time_limit_ms) == 1 &&
+               ::read(terminal_, &byte, 1) == 1)
             text += byte;
-        EXPECT_TRUE(contains(text, awaited)) << awaited << " not in: " << text;
+        ASSERT_TRUE(contains(text, awaited)) << awaited << " not in: " << text;
     }
     int exit_status()
     {
@@ -74,7 +79,7 @@ TEST_F(Terminal, IsTheShellsUntilItEndsAndThenTheCallersAgain)
     expect("cmif-sim: this shell runs beside a simulated router; try `cmifctl status`. It has its "
            "own /tmp and /data. `exit` ends both.\r\n");
     // The terminal echoes what is typed: only what the shell has computed shows that it ran.
-    type("sh -c 'echo is $((1 + 1)); sleep 100'\n");
+    type("sh -c 'trap exit INT; echo is $((1 + 1)); while :; do sleep 0.1; done'\n");
     expect("is 2\r\n");
     type("\x03");
     type("echo still $((1 + 2)); exit 5\n");
