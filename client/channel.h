@@ -1,0 +1,50 @@
+// The two channels to the daemons, and a place in shared tables for each of their request codes.
+#ifndef CLIENT_CHANNEL_H
+#define CLIENT_CHANNEL_H
+
+#include "cmif/cmif.h"
+
+#include <optional>
+#include <sys/types.h>
+
+namespace client
+{
+
+enum class Channel { none, at, qmi };
+
+struct RequestCode {
+    Channel channel = Channel::none;
+    long code = 0;
+};
+
+constexpr key_t request_key(Channel channel)
+{
+    return channel == Channel::at ? CMIF_AT_REQUEST_KEY : CMIF_QMI_REQUEST_KEY;
+}
+
+constexpr key_t reply_key(Channel channel)
+{
+    return channel == Channel::at ? CMIF_AT_REPLY_KEY : CMIF_QMI_REPLY_KEY;
+}
+
+constexpr const char *daemon_name(Channel channel)
+{
+    return channel == Channel::at ? "the AT daemon" : "the QMI daemon";
+}
+
+// All programs of one system agree on these numbers: they index the semaphores and the table of
+// unanswered requests. Codes that the interface doesn't have get no place.
+constexpr int max_places = 64;
+
+constexpr std::optional<int> place_of(RequestCode request)
+{
+    constexpr int places_of_channel = max_places / 2;
+    if (request.channel == Channel::none || request.code < 1 || request.code >= places_of_channel)
+        return std::nullopt;
+    const int first = request.channel == Channel::at ? 0 : places_of_channel;
+    return first + static_cast<int>(request.code);
+}
+
+} // namespace client
+
+#endif

@@ -1,0 +1,115 @@
+#include "code_lock.h"
+
+#include "failure.h"
+#include "process.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstring>
+#include <ctime>
+#include <sys/ipc.h>
+#include <sys/sem.h>
+
+namespace client
+{
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+constexpr key_t lock_key = 0x434d4946; // "CMIF"
+constexpr int slice_ms = 50;
+
+int semaphores()
+{
+    return semget(lock_key, max_places, IPC_CREAT | 0666);
+}
+
+std::string holder_of(int set, int place)
+{
+    if (semctl(set, place, GETVAL) <= 0)
+        return "";
+    return process_name(semctl(set, place, GETPID));
+}
+
+} // namespace
+
+CodeLock::CodeLock(const std::vector<RequestCode> &codes, double seconds,
+                   const std::function<void()> &pause)
+    : set_(semaphores())
+{
+    for (const RequestCode &request : codes)
+        if (const auto place = place_of(request))
+            places_.push_back(*place);
+    if (places_.empty())
+        return;
+    const auto end = Clock::now() + std::chrono::duration<double>(seconds);
+    while (!try_lock(slice_ms)) {
+        pause();
+        if (seconds > 0 && Clock::now() >= end)
+            fail(seconds);
+    }
+}
+
+CodeLock::~CodeLock()
+{
+    std::vector<sembuf> steps;
+    for (const int place : places_)
+        steps.push_back({static_cast<unsigned short>(place), -1, IPC_NOWAIT | SEM_UNDO});
+    if (!steps.empty())
+        semop(set_, steps.data(), steps.size());
+}
+
+bool CodeLock::holds(RequestCode request) const
+{
+    const auto place = place_of(request);
+    return place && std::find(places_.begin(), places_.end(), *place) != places_.end();
+}
+
+// A fresh semaphore is 0, which means free: creating the set needs no second step that could be
+// missed. All are taken in one operation, so that callers can't block each other in turn.
+bool CodeLock::try_lock(int milliseconds)
+{
+    std::vector<sembuf> steps;
+    for (const int place : places_) {
+        const auto number = static_cast<unsigned short>(place);
+        steps.push_back({number, 0, 0});
+        steps.push_back({number, 1, SEM_UNDO});
+    }
+    const timespec limit{0, milliseconds * 1'000'000L};
+    if (semtimedop(set_, steps.data(), steps.size(), &limit) == 0)
+        return true;
+    if (errno == EAGAIN || errno == EINTR)
+        return false;
+    const int reason = errno;
+    set_ = semaphores(); // removed by someone with the rights to do so: make it again
+    if (set_ == -1 || (reason != EIDRM && reason != EINVAL))
+        throw Failure(Exit::other,
+                      std::string("the lock among callers can't be used: ") +
+                          std::strerror(set_ == -1 ? errno : reason),
+                      "'ipcs -s' shows the system's semaphores and who owns them.");
+    return false;
+}
+
+void CodeLock::fail(double seconds) const
+{
+    std::string holder;
+    for (const int place : places_)
+        if (holder.empty())
+            holder = holder_of(set_, place);
+    throw Failure(Exit::no_answer,
+                  "another call of the same request did not end within " + seconds_text(seconds) +
+                      "; nothing was sent",
+                  holder.empty() ? "Try again." : "It is made by " + holder + ".",
+                  {{"holder", holder.empty() ? Json() : Json(holder)}});
+}
+
+std::string lock_holder(RequestCode request)
+{
+    const int set = semget(lock_key, 0, 0);
+    const auto place = place_of(request);
+    return set == -1 || !place ? "" : holder_of(set, *place);
+}
+
+} // namespace client

@@ -1,0 +1,45 @@
+// One caller at a time for each request code, among the programs that use this library.
+//
+// A reply carries its request code and nothing else, so two callers that wait for one code take
+// each other's replies. The lock is a semaphore for each code, in the queues' own IPC namespace.
+// The kernel releases it when its holder ends, however that happens.
+#ifndef CLIENT_CODE_LOCK_H
+#define CLIENT_CODE_LOCK_H
+
+#include "channel.h"
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace client
+{
+
+class CodeLock
+{
+public:
+    // Takes the locks of all these codes together, waiting up to `seconds` (0: no limit). Throws a
+    // Failure that names the holder when time is up. `pause` runs about every 50 ms meanwhile and
+    // may throw.
+    CodeLock(const std::vector<RequestCode> &codes, double seconds,
+             const std::function<void()> &pause);
+    ~CodeLock();
+    CodeLock(const CodeLock &) = delete;
+    CodeLock &operator=(const CodeLock &) = delete;
+
+    bool holds(RequestCode request) const;
+
+private:
+    bool try_lock(int milliseconds);
+    [[noreturn]] void fail(double seconds) const;
+
+    int set_ = -1;
+    std::vector<int> places_;
+};
+
+// "process 123 (cmifctl)" for the process that holds the lock of a code; "" when it is free.
+std::string lock_holder(RequestCode request);
+
+} // namespace client
+
+#endif
