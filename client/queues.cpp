@@ -1,0 +1,107 @@
+#include "queues.h"
+
+#include <cerrno>
+#include <string_view>
+#include <sys/ipc.h>
+#include <sys/msg.h>
+#include <vector>
+
+namespace client
+{
+namespace
+{
+
+constexpr std::size_t max_message = 64 * 1024; // the kernel's default limit is 8 KiB
+
+struct Message {
+    long type;
+    char payload[max_message];
+};
+
+std::vector<char> message_room()
+{
+    return std::vector<char>(sizeof(Message));
+}
+
+std::string_view bytes_of(const SentRecord &sent)
+{
+    return {sent.payload(), sent.size()};
+}
+
+struct Oldest {
+    bool known = false;
+    bool found = false;
+    bool is_ours = false;
+};
+
+// The oldest record of the request's code.
+Oldest oldest_of(RequestCode request, const SentRecord &sent)
+{
+    Oldest oldest;
+    oldest.known = peek(sent.queue(), [&](long type, std::string_view payload) {
+        if (type != request.code || oldest.found)
+            return;
+        oldest.found = true;
+        oldest.is_ours = payload == bytes_of(sent);
+    });
+    return oldest;
+}
+
+} // namespace
+
+bool queue_exists(Channel channel)
+{
+    return msgget(request_key(channel), 0) != -1;
+}
+
+bool peek(int queue, const std::function<void(long type, std::string_view payload)> &each)
+{
+    std::vector<char> room = message_room();
+    auto *message = reinterpret_cast<Message *>(room.data());
+    for (long index = 0;; ++index) {
+        const ssize_t size = msgrcv(queue, message, max_message, index, MSG_COPY | IPC_NOWAIT);
+        if (size == -1)
+            return errno == ENOMSG;
+        each(message->type, {message->payload, static_cast<std::size_t>(size)});
+    }
+}
+
+int clear_replies(RequestCode request)
+{
+    const int queue = msgget(reply_key(request.channel), 0);
+    long type = 0; // and no room for a payload, which is cut off
+    int count = 0;
+    while (msgrcv(queue, &type, 0, request.code, IPC_NOWAIT | MSG_NOERROR) == 0)
+        ++count;
+    return count;
+}
+
+Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &unanswered)
+{
+    if (sent.state() == SentRecord::State::not_sent)
+        return Withdrawal::nothing_sent;
+    msqid_ds state{};
+    if (msgctl(sent.queue(), IPC_STAT, &state) != 0)
+        return Withdrawal::queue_gone;
+    const Oldest oldest = oldest_of(request, sent);
+    if (!oldest.known)
+        return Withdrawal::unknown;
+    if (!oldest.found || !oldest.is_ours)
+        return Withdrawal::taken;
+    unanswered.note_withdrawal(request.channel);
+    std::vector<char> room = message_room();
+    auto *message = reinterpret_cast<Message *>(room.data());
+    const ssize_t size =
+        msgrcv(sent.queue(), message, max_message, request.code, IPC_NOWAIT | MSG_NOERROR);
+    if (size == -1)
+        return Withdrawal::taken; // the daemon was quicker
+    if (std::string_view(message->payload, static_cast<std::size_t>(size)) != bytes_of(sent)) {
+        // The daemon was quicker, and this is another program's next request of the same code.
+        msgsnd(sent.queue(), message, static_cast<std::size_t>(size), IPC_NOWAIT);
+        return Withdrawal::taken;
+    }
+    unanswered.remove(request);
+    return Withdrawal::withdrawn;
+}
+
+} // namespace client

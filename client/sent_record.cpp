@@ -1,0 +1,129 @@
+#include "sent_record.h"
+
+#include "failure.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <ctime>
+#include <dlfcn.h>
+#include <sys/mman.h>
+#include <sys/msg.h>
+
+namespace client
+{
+namespace
+{
+
+// Of the child that runs a call; a process runs one at a time.
+SentRecord *watched = nullptr;
+RequestCode watched_request;
+Unanswered *replies_due = nullptr;
+
+template <class Function>
+Function next(const char *name)
+{
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+} // namespace
+
+SentRecord::SentRecord()
+{
+    void *memory =
+        mmap(nullptr, sizeof(Shared), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    if (memory == MAP_FAILED)
+        throw Failure(Exit::other, "no memory for the call", "Close some programs.");
+    madvise(memory, sizeof(Shared), MADV_DONTDUMP); // it may hold a PIN
+    shared_ = static_cast<Shared *>(memory);
+    shared_->state = State::not_sent;
+}
+
+SentRecord::~SentRecord()
+{
+    munmap(shared_, sizeof(Shared));
+}
+
+void SentRecord::watch(RequestCode request, Unanswered *unanswered)
+{
+    watched = this;
+    watched_request = request;
+    replies_due = unanswered;
+}
+
+struct Hooks {
+    using State = SentRecord::State;
+    using Send = int (*)(int, const void *, std::size_t, int);
+    using Receive = ssize_t (*)(int, void *, std::size_t, long, int);
+
+    // While the queue is full the record is tried again and again rather than waiting in the
+    // kernel: a caller that is killed there leaves no count of a reply that will never come.
+    static int send(int queue, const void *record, std::size_t size, int flags)
+    {
+        static const auto real = next<Send>("msgsnd");
+        long type = 0;
+        std::memcpy(&type, record, sizeof type);
+        if (!watched || type != watched_request.code)
+            return real(queue, record, size, flags);
+        note(queue, static_cast<const char *>(record) + sizeof type, size);
+        constexpr timespec pause{0, 5'000'000};
+        for (;;) {
+            if (send_once(queue, record, size, real) == 0)
+                return 0;
+            if (errno != EAGAIN || (flags & IPC_NOWAIT) != 0)
+                return -1;
+            nanosleep(&pause, nullptr);
+        }
+    }
+
+    static ssize_t receive(int queue, void *record, std::size_t size, long type, int flags)
+    {
+        static const auto real = next<Receive>("msgrcv");
+        const ssize_t received = real(queue, record, size, type, flags);
+        if (watched && type == watched_request.code && received >= 0) {
+            if (replies_due)
+                replies_due->remove(watched_request);
+            watched->shared_->state = State::answered;
+        }
+        return received;
+    }
+
+private:
+    static void note(int queue, const char *payload, std::size_t size)
+    {
+        SentRecord::Shared &shared = *watched->shared_;
+        shared.queue = queue;
+        shared.size = std::min(size, sizeof shared.payload);
+        std::memcpy(shared.payload, payload, shared.size);
+    }
+
+    static int send_once(int queue, const void *record, std::size_t size, Send real)
+    {
+        SentRecord::Shared &shared = *watched->shared_;
+        if (replies_due)
+            replies_due->add(watched_request);
+        shared.state = State::sending;
+        std::atomic_signal_fence(std::memory_order_seq_cst);
+        const int result = real(queue, record, size, IPC_NOWAIT);
+        const int error = errno;
+        std::atomic_signal_fence(std::memory_order_seq_cst);
+        shared.state = result == 0 ? State::sent : State::not_sent;
+        if (result != 0 && replies_due)
+            replies_due->remove(watched_request);
+        errno = error;
+        return result;
+    }
+};
+
+} // namespace client
+
+extern "C" int msgsnd(int queue, const void *record, std::size_t size, int flags)
+{
+    return client::Hooks::send(queue, record, size, flags);
+}
+
+extern "C" ssize_t msgrcv(int queue, void *record, std::size_t size, long type, int flags)
+{
+    return client::Hooks::receive(queue, record, size, type, flags);
+}

@@ -1,0 +1,123 @@
+#include "unanswered.h"
+
+#include "failure.h"
+#include "process.h"
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <sys/ipc.h>
+#include <sys/msg.h>
+#include <sys/shm.h>
+#include <unistd.h>
+
+namespace client
+{
+namespace
+{
+
+constexpr key_t table_key = 0x434d4946; // "CMIF"
+
+struct Entry {
+    int count;
+    int queue;    // of the oldest of them
+    double since; // when it was sent
+};
+
+struct Withdrawer {
+    pid_t client; // the last process of ours that took something off the request queue
+    pid_t daemon; // who had looked at the queue before
+};
+
+} // namespace
+
+// Zeros mean nothing at all: a fresh segment needs no second step.
+struct Unanswered::Table {
+    std::array<Entry, max_places> entries;
+    std::array<Withdrawer, 3> withdrawers; // by channel
+};
+
+Unanswered::Unanswered()
+{
+    const int segment = shmget(table_key, sizeof(Table), IPC_CREAT | 0666);
+    void *memory = segment == -1 ? reinterpret_cast<void *>(-1) : shmat(segment, nullptr, 0);
+    if (memory == reinterpret_cast<void *>(-1))
+        throw Failure(Exit::other,
+                      std::string("the table of unanswered requests can't be used: ") +
+                          std::strerror(errno),
+                      "'ipcs -m' shows the system's shared memory and its owners.");
+    table_ = static_cast<Table *>(memory);
+}
+
+Unanswered::~Unanswered()
+{
+    shmdt(table_);
+}
+
+int Unanswered::count(RequestCode request) const
+{
+    const auto place = place_of(request);
+    return place ? table_->entries.at(static_cast<std::size_t>(*place)).count : 0;
+}
+
+double Unanswered::age(RequestCode request) const
+{
+    const auto place = place_of(request);
+    return place ? boot_time_now() - table_->entries.at(static_cast<std::size_t>(*place)).since : 0;
+}
+
+void Unanswered::add(RequestCode request)
+{
+    const auto place = place_of(request);
+    if (!place)
+        return;
+    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    if (entry.count == 0) {
+        entry.queue = msgget(request_key(request.channel), 0);
+        entry.since = boot_time_now();
+    }
+    ++entry.count;
+}
+
+void Unanswered::remove(RequestCode request, int replies)
+{
+    const auto place = place_of(request);
+    if (!place)
+        return;
+    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    entry.count = std::max(0, entry.count - replies);
+}
+
+void Unanswered::forget_lost(RequestCode request)
+{
+    const auto place = place_of(request);
+    if (!place)
+        return;
+    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    const pid_t daemon = daemon_of(request.channel);
+    const bool queue_remade = entry.queue != msgget(request_key(request.channel), 0);
+    const bool daemon_ended = daemon > 0 && !process_exists(daemon);
+    const bool daemon_restarted = daemon > 0 && start_time(daemon) > entry.since;
+    const bool too_old = boot_time_now() - entry.since > max_wait;
+    if (queue_remade || daemon_ended || daemon_restarted || too_old)
+        entry.count = 0;
+}
+
+void Unanswered::note_withdrawal(Channel channel)
+{
+    const pid_t daemon = daemon_of(channel);
+    table_->withdrawers.at(static_cast<std::size_t>(channel)) = {getpid(), daemon};
+}
+
+// The last receiver of the request queue, unless that was one of our own callers.
+pid_t Unanswered::daemon_of(Channel channel) const
+{
+    msqid_ds state{};
+    if (msgctl(msgget(request_key(channel), 0), IPC_STAT, &state) != 0)
+        return 0;
+    const Withdrawer &last = table_->withdrawers.at(static_cast<std::size_t>(channel));
+    return state.msg_lrpid == last.client ? last.daemon : state.msg_lrpid;
+}
+
+} // namespace client

@@ -1,0 +1,237 @@
+// The replies that are still to come, and how they are forgotten.
+#include "client/queues.h"
+#include "client/unanswered.h"
+#include "tests/support/child.h"
+
+#include <csignal>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <sys/msg.h>
+#include <unistd.h>
+
+namespace
+{
+
+using client::Channel;
+using client::RequestCode;
+using client::SentRecord;
+using client::Unanswered;
+using client::Withdrawal;
+
+constexpr RequestCode enter_pin{Channel::at, 12};
+
+struct Message {
+    long type;
+    char payload[1024];
+};
+
+int request_queue()
+{
+    return msgget(CMIF_AT_REQUEST_KEY, IPC_CREAT | 0666);
+}
+int reply_queue()
+{
+    return msgget(CMIF_AT_REPLY_KEY, IPC_CREAT | 0666);
+}
+
+void put(int queue, long type, const char *text, std::size_t size = CMIF_AT_PAYLOAD)
+{
+    Message message{type, {}};
+    std::strcpy(message.payload, text);
+    ASSERT_EQ(msgsnd(queue, &message, size, IPC_NOWAIT), 0);
+}
+
+std::string letters(int queue)
+{
+    std::string all;
+    EXPECT_TRUE(
+        client::peek(queue, [&](long, std::string_view payload) { all += payload.front(); }));
+    return all;
+}
+
+// Takes one request, as a daemon does.
+void take_one()
+{
+    Message message{};
+    EXPECT_NE(msgrcv(request_queue(), &message, sizeof message.payload, 0, 0), -1);
+}
+
+TEST(Unanswered, AreCountedForAllProcesses)
+{
+    Unanswered mine;
+    EXPECT_EQ(mine.count(enter_pin), 0);
+    Child([] { Unanswered().add(enter_pin); }).wait();
+    EXPECT_EQ(mine.count(enter_pin), 1);
+    EXPECT_LT(mine.age(enter_pin), 60);
+    EXPECT_EQ(mine.count({Channel::qmi, 12}), 0);
+    mine.remove(enter_pin, 5);
+    EXPECT_EQ(mine.count(enter_pin), 0);
+}
+
+TEST(Unanswered, AreKeptWhileTheDaemonLives)
+{
+    put(request_queue(), 12, "a");
+    Child daemon([] {
+        take_one();
+        pause();
+    });
+    while (client::peek(request_queue(), [](long, std::string_view) {}) &&
+           !letters(request_queue()).empty())
+        usleep(1000);
+    Unanswered replies;
+    replies.add(enter_pin);
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 1);
+    daemon.signal(SIGKILL);
+    daemon.wait();
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+TEST(Unanswered, AreForgottenWithTheirQueue)
+{
+    request_queue();
+    Unanswered replies;
+    replies.add(enter_pin);
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 1);
+    msgctl(request_queue(), IPC_RMID, nullptr);
+    request_queue();
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+// A withdrawal makes its caller the queue's last receiver, and callers end soon.
+TEST(Unanswered, AreNotForgottenAfterAWithdrawal)
+{
+    request_queue();
+    Unanswered replies;
+    Child([] {
+        Unanswered().note_withdrawal(Channel::at);
+        put(request_queue(), 12, "a");
+        take_one();
+    }).wait();
+    replies.add(enter_pin);
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 1);
+}
+
+TEST(Queues, AreLookedAtWithoutTakingAnything)
+{
+    put(request_queue(), 12, "a");
+    put(request_queue(), 9, "b", 1000);
+    EXPECT_EQ(letters(request_queue()), "ab");
+    EXPECT_EQ(letters(request_queue()), "ab");
+}
+
+TEST(Queues, LoseTheStaleRepliesOfOneCodeOfAnySize)
+{
+    put(reply_queue(), 12, "a");
+    put(reply_queue(), 12, "b", 1000);
+    put(reply_queue(), 12, "c", 1);
+    put(reply_queue(), 9, "d");
+    EXPECT_EQ(client::clear_replies(enter_pin), 3);
+    EXPECT_EQ(letters(reply_queue()), "d");
+}
+
+TEST(Queues, AreNotCreatedByALook)
+{
+    EXPECT_FALSE(client::queue_exists(Channel::at));
+    EXPECT_EQ(client::clear_replies(enter_pin), 0);
+    EXPECT_EQ(msgget(CMIF_AT_REPLY_KEY, 0), -1);
+}
+
+// Sends as a call does, in a child that is watched.
+class Sent : public testing::Test
+{
+protected:
+    void send(const char *text)
+    {
+        Child([&] {
+            record.watch(enter_pin, &replies);
+            put(request_queue(), 12, text);
+        }).wait();
+    }
+
+    SentRecord record;
+    Unanswered replies;
+};
+
+TEST_F(Sent, IsWhatTheLibrarySent)
+{
+    send("1234");
+    EXPECT_EQ(record.state(), SentRecord::State::sent);
+    EXPECT_EQ(record.queue(), request_queue());
+    EXPECT_EQ(record.size(), 116U);
+    EXPECT_STREQ(record.payload(), "1234");
+    EXPECT_EQ(replies.count(enter_pin), 1);
+}
+
+TEST_F(Sent, LeavesNothingToComeOnceItIsAnswered)
+{
+    put(reply_queue(), 12, "");
+    Child([&] {
+        record.watch(enter_pin, &replies);
+        put(request_queue(), 12, "1234");
+        Message message{};
+        msgrcv(reply_queue(), &message, sizeof message.payload, 12, 0);
+    }).wait();
+    EXPECT_EQ(record.state(), SentRecord::State::answered);
+    EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+TEST_F(Sent, LeavesNoCountWhenItsCallerIsKilledBeforeAFullQueue)
+{
+    msqid_ds state{};
+    msgctl(request_queue(), IPC_STAT, &state);
+    state.msg_qbytes = 100;
+    msgctl(request_queue(), IPC_SET, &state);
+    Child child([&] {
+        record.watch(enter_pin, &replies);
+        Message message{12, {}};
+        msgsnd(request_queue(), &message, CMIF_AT_PAYLOAD, 0);
+    });
+    EXPECT_TRUE(child.still_runs());
+    child.signal(SIGKILL);
+    child.wait();
+    EXPECT_EQ(record.state(), SentRecord::State::not_sent);
+    EXPECT_EQ(replies.count(enter_pin), 0);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::nothing_sent);
+}
+
+TEST_F(Sent, IsTakenBackAloneAndTheRestKeepsItsOrder)
+{
+    put(request_queue(), 9, "x");
+    send("b");
+    put(request_queue(), 12, "c");
+    put(request_queue(), 9, "y");
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::withdrawn);
+    EXPECT_EQ(letters(request_queue()), "xcy");
+    EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+TEST_F(Sent, IsLeftBehindAnothersOfTheSameCode)
+{
+    put(request_queue(), 12, "a");
+    send("b");
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::taken);
+    EXPECT_EQ(letters(request_queue()), "ab");
+    EXPECT_EQ(replies.count(enter_pin), 1);
+}
+
+TEST_F(Sent, IsTakenWhenTheDaemonWasQuicker)
+{
+    send("a");
+    take_one();
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::taken);
+    EXPECT_EQ(replies.count(enter_pin), 1);
+}
+
+TEST_F(Sent, IsGoneWithItsQueue)
+{
+    send("a");
+    msgctl(request_queue(), IPC_RMID, nullptr);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::queue_gone);
+}
+
+} // namespace
