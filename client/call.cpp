@@ -1,6 +1,7 @@
 #include "call.h"
 
 #include "call_monitor.h"
+#include "signals.h"
 
 namespace client
 {
@@ -8,6 +9,12 @@ namespace client
 Answer call(const CallOptions &options, const Call &call)
 {
     return CallMonitor(options, call).wait_for_answer();
+}
+
+CodeLock lock_codes(const CallOptions &options, const std::vector<RequestCode> &codes)
+{
+    const HeldSignals signals;
+    return {codes, options.timeout.value_or(default_timeout), [&signals] { signals.check(); }};
 }
 
 } // namespace client

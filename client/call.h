@@ -1,11 +1,16 @@
 // The one way to the library: every call runs in a child process.
 //
+// A request to a daemon has its code to itself among the programs that use this: it is locked,
+// replies to earlier requests are waited for and taken away, and a request that is given up is
+// withdrawn if the daemon has not picked it up.
+//
 // A call may block forever, prints on standard output and maps the store. A child can be killed
 // when time is up, and its lines are kept apart from the caller's own. The caller never opens the
 // store itself, so that each child opens it afresh.
 #ifndef CLIENT_CALL_H
 #define CLIENT_CALL_H
 
+#include "code_lock.h"
 #include "failure.h"
 #include "request.h"
 #include "trace_filter.h"
@@ -19,6 +24,7 @@ namespace client
 struct CallOptions {
     std::optional<double> timeout{}; // seconds, 0 for no limit; overrides the call's own
     LineSink trace{};                // receives the library's lines; empty: they are dropped
+    const CodeLock *lock = nullptr;  // held for several calls; a code that it lacks is locked here
 };
 
 constexpr double default_timeout = 30;
@@ -47,6 +53,9 @@ struct Answer {
 // Throws a Failure when there is no answer in time or the child dies, and Interrupted on a signal.
 // In both cases a request that is still queued is withdrawn.
 Answer call(const CallOptions &options, const Call &call);
+
+// Takes the locks of several codes for a sequence of calls. Throws as call() does.
+CodeLock lock_codes(const CallOptions &options, const std::vector<RequestCode> &codes);
 
 } // namespace client
 

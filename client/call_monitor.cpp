@@ -1,10 +1,12 @@
 #include "call_monitor.h"
 
+#include "queues.h"
 #include "timeout.h"
 
 #include <algorithm>
 #include <array>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace client
@@ -28,9 +30,17 @@ bool read_some(int fd, std::string &bytes)
 
 } // namespace
 
-Marker::Marker(const char *path)
-    : path_(path != nullptr && access(path, F_OK) != 0 ? path : nullptr)
+Marker::Marker(const char *path) : path_(path)
 {
+    struct stat found {
+    };
+    if (path == nullptr || lstat(path, &found) != 0)
+        return;
+    path_ = nullptr; // not this call's
+    if (!S_ISREG(found.st_mode))
+        throw Failure(Exit::other,
+                      std::string(path) + " is not a regular file; the call would write into it",
+                      std::string("Remove it: rm -r ") + path);
 }
 
 void Marker::remove() const
@@ -40,10 +50,35 @@ void Marker::remove() const
 }
 
 CallMonitor::CallMonitor(const CallOptions &options, const Call &call)
-    : call_(call), marker_(call.marker), child_(call, options.trace != nullptr),
-      filter_(call.secret, options.trace), timeout_(options.timeout.value_or(call.timeout)),
-      tracing_(options.trace != nullptr)
+    : call_(call), timeout_(options.timeout.value_or(call.timeout)), marker_(call.marker),
+      filter_(call.secret, options.trace), tracing_(options.trace != nullptr)
 {
+    const RequestCode code = call.request.code;
+    if (place_of(code)) {
+        if (options.lock == nullptr || !options.lock->holds(code))
+            lock_.emplace(std::vector{code}, timeout_, [this] { signals_.check(); });
+        unanswered_.emplace();
+        wait_for_earlier_replies();
+    }
+    Unanswered *unanswered = unanswered_ && call.request.is_answered ? &*unanswered_ : nullptr;
+    child_.emplace(call, tracing_, sent_, unanswered);
+}
+
+// A reply to an earlier request that its caller gave up would be taken for the answer to this one.
+void CallMonitor::wait_for_earlier_replies()
+{
+    const RequestCode code = call_.request.code;
+    for (;;) {
+        unanswered_->remove(code, clear_replies(code));
+        if (unanswered_->count(code) == 0)
+            return;
+        unanswered_->forget_lost(code);
+        signals_.check();
+        if (timed_out())
+            fail_earlier_unanswered(call_.request, unanswered_->age(code), timeout_);
+        constexpr useconds_t pause = 5'000;
+        usleep(pause);
+    }
 }
 
 Answer CallMonitor::wait_for_answer()
@@ -51,10 +86,10 @@ Answer CallMonitor::wait_for_answer()
     poll_until_done();
     if (answering_) {
         end_child();
-        fail_timed_out(call_.request, timeout_);
+        fail_timed_out(call_.request, sent_, unanswered_ ? &*unanswered_ : nullptr, timeout_);
     }
     filter_.finish();
-    const int status = child_.wait();
+    const int status = child_->wait();
     if (status != 0)
         marker_.remove();
     return decode_answer(bytes_, status, call_);
@@ -67,7 +102,8 @@ void CallMonitor::poll_until_done()
             poll_once();
     } catch (...) { // a signal, or a failure in on_wait
         end_child();
-        withdraw(call_.request);
+        if (unanswered_)
+            withdraw(call_.request.code, sent_, *unanswered_);
         throw;
     }
 }
@@ -75,13 +111,13 @@ void CallMonitor::poll_until_done()
 void CallMonitor::poll_once()
 {
     std::array<pollfd, 3> files{{{signals_.fd(), POLLIN, 0},
-                                 {answering_ ? child_.answer_fd() : -1, POLLIN, 0},
-                                 {tracing_ ? child_.lines_fd() : -1, POLLIN, 0}}};
+                                 {answering_ ? child_->answer_fd() : -1, POLLIN, 0},
+                                 {tracing_ ? child_->lines_fd() : -1, POLLIN, 0}}};
     poll(files.data(), files.size(), poll_milliseconds());
     if (files[0].revents != 0)
-        throw Interrupted{signals_.received()};
+        signals_.check();
     if (files[1].revents != 0)
-        answering_ = read_some(child_.answer_fd(), bytes_);
+        answering_ = read_some(child_->answer_fd(), bytes_);
     if (files[2].revents != 0)
         read_lines();
     report_waiting();
@@ -98,15 +134,15 @@ void CallMonitor::report_waiting()
 void CallMonitor::read_lines()
 {
     std::string lines;
-    tracing_ = read_some(child_.lines_fd(), lines);
+    tracing_ = read_some(child_->lines_fd(), lines);
     filter_.feed(lines);
 }
 
 void CallMonitor::end_child()
 {
-    child_.kill();
+    child_->kill();
     marker_.remove();
-    for (pollfd file{child_.lines_fd(), POLLIN, 0}; tracing_ && poll(&file, 1, 0) > 0;)
+    for (pollfd file{child_->lines_fd(), POLLIN, 0}; tracing_ && poll(&file, 1, 0) > 0;)
         read_lines();
     filter_.finish();
 }

@@ -13,7 +13,8 @@ namespace client
 {
 
 // The file that a call creates while it runs. It would stay forever when the call is killed, so it
-// is removed then, unless it existed before: then it belongs to another process.
+// is removed then, unless it existed before: then it belongs to another process. What is not a
+// regular file is refused: creating the marker would write into it.
 class Marker
 {
 public:
@@ -35,6 +36,7 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
+    void wait_for_earlier_replies();
     void poll_until_done();
     void poll_once();
     void report_waiting();
@@ -45,13 +47,16 @@ private:
     int poll_milliseconds() const;
 
     const Call &call_;
-    HeldSignals signals_;
-    Marker marker_;
-    Child child_;
-    TraceFilter filter_;
     double timeout_;
     Clock::time_point started_ = Clock::now();
     Clock::time_point next_report_ = started_;
+    HeldSignals signals_;
+    std::optional<CodeLock> lock_;
+    std::optional<Unanswered> unanswered_; // of a call that sends a request
+    SentRecord sent_;
+    Marker marker_;
+    std::optional<Child> child_;
+    TraceFilter filter_;
     std::string bytes_;
     bool answering_ = true;
     bool tracing_;

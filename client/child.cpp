@@ -32,7 +32,7 @@ Pipe make_pipe()
 
 int run_body(const Call &call, Json &output)
 {
-    const bool logs = call.logs || call.request.channel == Channel::qmi;
+    const bool logs = call.logs || call.request.channel() == Channel::qmi;
     if (logs)
         shared_debug_lte_mutex_init();
     const int result = call.body(output);
@@ -74,11 +74,15 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
     }
 }
 
+// In a process group of its own, so that the shell commands of a call can be ended with it. From
+// there it may still write to the terminal.
 [[noreturn]] void run_child(const Call &call, int answer, int lines, pid_t parent)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL); // a killed parent leaves no child waiting for an answer
     if (getppid() != parent)
         _exit(1);
+    setpgid(0, 0);
+    std::signal(SIGTTOU, SIG_IGN);
     unblock_held_signals();
     const File null(open("/dev/null", O_WRONLY | O_CLOEXEC));
     dup2(lines == -1 ? null.fd() : lines, STDOUT_FILENO);
@@ -92,7 +96,7 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
 
 } // namespace
 
-Child::Child(const Call &call, bool trace)
+Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered)
 {
     Pipe answer = make_pipe();
     Pipe lines;
@@ -103,8 +107,11 @@ Child::Child(const Call &call, bool trace)
     pid_ = fork();
     if (pid_ == -1)
         throw Failure(Exit::other, "can't start a process for the call", "Close some programs.");
-    if (pid_ == 0)
+    if (pid_ == 0) {
+        sent.watch(call.request.code, unanswered);
         run_child(call, answer.in.fd(), lines.in.fd(), parent);
+    }
+    setpgid(pid_, pid_); // here too, whichever process runs first
     answer_ = std::move(answer.out);
     lines_ = std::move(lines.out);
 }
@@ -126,7 +133,8 @@ void Child::kill()
 {
     if (pid_ == -1)
         return;
-    ::kill(pid_, SIGKILL);
+    if (::kill(-pid_, SIGKILL) != 0)
+        ::kill(pid_, SIGKILL);
     wait();
 }
 

@@ -4,6 +4,7 @@
 
 #include "call.h"
 #include "file.h"
+#include "sent_record.h"
 
 #include <sys/types.h>
 
@@ -14,7 +15,8 @@ class Child
 {
 public:
     // With `trace` the library's lines can be read from lines_fd(); without it they are dropped.
-    Child(const Call &call, bool trace);
+    // `sent` notes the request, `unanswered` counts the reply that is to come; null for none.
+    Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered);
     ~Child();
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
@@ -24,6 +26,7 @@ public:
 
     // Returns the status as waitpid() gives it.
     int wait();
+    // With all processes that the call has started.
     void kill();
 
 private:

@@ -49,7 +49,7 @@ private:
     Json details_;
 };
 
-// SIGINT, SIGTERM or SIGHUP arrived while the program waited.
+// A signal that ends the program arrived while it waited.
 struct Interrupted {
     int signal;
     const char *consequence = "If the request was still queued, it was withdrawn.";

@@ -1,5 +1,10 @@
 #include "signals.h"
 
+#include "failure.h"
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/signalfd.h>
 
 namespace client
@@ -11,9 +16,8 @@ sigset_t ending_signals()
 {
     sigset_t signals;
     sigemptyset(&signals);
-    sigaddset(&signals, SIGINT);
-    sigaddset(&signals, SIGTERM);
-    sigaddset(&signals, SIGHUP);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM})
+        sigaddset(&signals, number);
     return signals;
 }
 
@@ -38,10 +42,25 @@ int HeldSignals::received() const
     return size == sizeof info ? static_cast<int>(info.ssi_signo) : SIGTERM;
 }
 
+void HeldSignals::check() const
+{
+    pollfd file{fd(), POLLIN, 0};
+    if (poll(&file, 1, 0) > 0)
+        throw Interrupted{received()};
+}
+
 void unblock_held_signals()
 {
     const sigset_t signals = ending_signals();
     sigprocmask(SIG_UNBLOCK, &signals, nullptr);
+}
+
+// The limit is not enough where a program receives the dumps.
+void forbid_core_dumps()
+{
+    const rlimit none{0, 0};
+    setrlimit(RLIMIT_CORE, &none);
+    prctl(PR_SET_DUMPABLE, 0);
 }
 
 } // namespace client

@@ -9,7 +9,8 @@
 namespace client
 {
 
-// While one exists, SIGINT, SIGTERM and SIGHUP can be read from fd() and don't end the process.
+// While one exists, SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE and SIGALRM can be read from fd() and
+// don't end the process.
 class HeldSignals
 {
 public:
@@ -21,6 +22,8 @@ public:
     int fd() const { return file_.fd(); }
     // The number of a signal that has arrived.
     int received() const;
+    // Throws Interrupted if one has.
+    void check() const;
 
 private:
     File file_;
@@ -29,6 +32,9 @@ private:
 
 // For a child process: these signals end it again.
 void unblock_held_signals();
+
+// No core dump of this process and its children is ever written: it could hold a PIN.
+void forbid_core_dumps();
 
 } // namespace client
 

@@ -2,9 +2,10 @@
 
 #include "cmif/cmif.h"
 #include "failure.h"
+#include "process.h"
+#include "queues.h"
 
-#include <array>
-#include <cstdio>
+#include <cmath>
 #include <unistd.h>
 
 namespace client
@@ -12,57 +13,76 @@ namespace client
 namespace
 {
 
-std::string within(double seconds)
-{
-    std::array<char, 48> buffer{};
-    std::snprintf(buffer.data(), buffer.size(), " within %g s", seconds);
-    return buffer.data();
-}
-
-const char *daemon_name(Channel channel)
-{
-    return channel == Channel::at ? "the AT daemon" : "the QMI daemon";
-}
+constexpr const char *check_daemon =
+    "Check that the daemon is running ('cmifctl doctor') and try again, or wait longer with "
+    "--timeout SECONDS (0 = no limit).";
 
 const char *describe(Withdrawal withdrawal)
 {
     switch (withdrawal) {
     case Withdrawal::withdrawn:
         return "the daemon had not picked up the request; it was withdrawn";
-    case Withdrawal::queue_full:
+    case Withdrawal::nothing_sent:
         return "its request queue is full; nothing was sent";
-    case Withdrawal::no_queue:
+    case Withdrawal::queue_gone:
         return "its request queue no longer exists";
-    case Withdrawal::not_queued:
+    case Withdrawal::unknown:
+        return "this kernel does not let a program look into a queue, so the request was left; the "
+               "daemon may still carry it out";
+    case Withdrawal::taken:
         break;
     }
-    return "the daemon had picked up the request and may still carry it out; its late answer would "
-           "reach the next caller of the same request";
+    return "the daemon had picked up the request and may still carry it out";
+}
+
+[[noreturn]] void fail_local(const Request &request, const std::string &within)
+{
+    throw Failure(Exit::no_answer, std::string(request.name) + " did not finish" + within,
+                  "Check the configuration store, or wait longer with --timeout SECONDS.");
+}
+
+[[noreturn]] void fail_profile_busy(const std::string &within)
+{
+    throw Failure(Exit::profile_busy, "a profile change is in progress and did not end" + within,
+                  "Try again when it has ended. It is marked by " CMIF_PROFILE_BUSY_FILE
+                  ", which is left over if its writer was killed.");
+}
+
+std::string request_text(const Request &request)
+{
+    return std::string(request.name) + " (request " + std::to_string(request.code.code) + ")";
 }
 
 } // namespace
 
-void fail_timed_out(const Request &request, double seconds)
+void fail_timed_out(const Request &request, const SentRecord &sent, Unanswered *unanswered,
+                    double seconds)
 {
-    if (request.channel == Channel::none)
-        throw Failure(Exit::no_answer,
-                      std::string(request.name) + " did not finish" + within(seconds),
-                      "Check the configuration store, or wait longer with --timeout SECONDS.");
-
-    const Withdrawal withdrawal = withdraw(request);
-    const bool sent = withdrawal == Withdrawal::withdrawn;
-    if (!sent && request.channel == Channel::qmi && access(CMIF_PROFILE_BUSY_FILE, F_OK) == 0)
-        throw Failure(Exit::profile_busy,
-                      "a profile change is in progress and did not end" + within(seconds),
-                      "Try again when it has ended. It is marked by " CMIF_PROFILE_BUSY_FILE
-                      ", which is left over if its writer was killed.");
+    const std::string within = " within " + seconds_text(seconds);
+    if (unanswered == nullptr)
+        fail_local(request, within);
+    const Withdrawal withdrawal = withdraw(request.code, sent, *unanswered);
+    const bool busy = access(CMIF_PROFILE_BUSY_FILE, F_OK) == 0;
+    if (withdrawal == Withdrawal::nothing_sent && request.channel() == Channel::qmi && busy)
+        fail_profile_busy(within);
     throw Failure(Exit::no_answer,
-                  std::string(daemon_name(request.channel)) + " did not answer " + request.name +
-                      " (request " + std::to_string(request.code) + ")" + within(seconds) + "; " +
-                      describe(withdrawal),
-                  "Check that the daemon is running and try again, or wait longer with --timeout "
-                  "SECONDS (0 = no limit).",
-                  {{"withdrawn", sent}});
+                  std::string(daemon_name(request.channel())) + " did not answer " +
+                      request_text(request) + within + "; " + describe(withdrawal),
+                  check_daemon,
+                  {{"withdrawn", withdrawal == Withdrawal::withdrawn},
+                   {"sent", withdrawal != Withdrawal::nothing_sent}});
+}
+
+void fail_earlier_unanswered(const Request &request, double age, double seconds)
+{
+    throw Failure(
+        Exit::no_answer,
+        std::string(daemon_name(request.channel())) + " has not answered an earlier " +
+            request_text(request) + ", sent " + seconds_text(std::round(age)) +
+            " ago; nothing was sent within " + seconds_text(seconds),
+        "Its late reply would pass for the answer to this request. It is given up when the daemon "
+        "restarts, after 10 minutes, or by 'cmifctl doctor --fix'.",
+        {{"withdrawn", false}, {"sent", false}});
 }
 
 } // namespace client

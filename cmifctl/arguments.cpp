@@ -34,4 +34,13 @@ int Arguments::number(const std::string &name, const char *label, int min, int m
                                    text(name) + "'");
 }
 
+void check_length(const char *label, const std::string &text, std::size_t max)
+{
+    if (text.size() > max)
+        throw Failure(Exit::invalid,
+                      std::string("the ") + label + " has " + std::to_string(text.size()) +
+                          " bytes; nothing was sent",
+                      std::string("At most ") + std::to_string(max) + " bytes.");
+}
+
 } // namespace cmifctl

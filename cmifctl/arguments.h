@@ -30,6 +30,9 @@ private:
     std::map<std::string, std::string> values_;
 };
 
+// Fails with exit 5 when the text does not fit the request's field.
+void check_length(const char *label, const std::string &text, std::size_t max);
+
 } // namespace cmifctl
 
 #endif

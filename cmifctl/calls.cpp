@@ -1,5 +1,6 @@
 #include "calls.h"
 
+#include "client/queues.h"
 #include "client/result.h"
 
 namespace cmifctl
@@ -25,7 +26,7 @@ Json at_call(const Context &context, const Call &call)
     return answer.output;
 }
 
-void at_command(const Context &context, const char *name, long code, int (*function)())
+void at_command(const Context &context, const char *name, cmif_at_code code, int (*function)())
 {
     at_call(context,
             {.request = at_request(name, code), .body = [function](Json &) { return function(); }});

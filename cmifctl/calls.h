@@ -24,7 +24,7 @@ Json at_call(const Context &context, const Call &call);
 // The same, but a daemon's own error is returned as the result.
 Answer at_call_raw(const Context &context, const Call &call);
 // An AT request without texts and outputs.
-void at_command(const Context &context, const char *name, long code, int (*function)());
+void at_command(const Context &context, const char *name, cmif_at_code code, int (*function)());
 
 Json qmi_call(const Context &context, const Call &call);
 

@@ -1,5 +1,6 @@
 #include "program.h"
 
+#include "client/signals.h"
 #include "cmifctl/cli/command_line.h"
 #include "cmifctl/cli/help.h"
 #include "cmifctl/output/terminal.h"
@@ -112,6 +113,7 @@ int run_and_report_errors(int count, char **words)
 int program(int count, char **words)
 {
     reserve_standard_fds();
+    client::forbid_core_dumps();
     std::setlocale(LC_CTYPE, "C.UTF-8"); // for the widths of characters
     try {
         return run_and_report_errors(count, words);

@@ -30,12 +30,12 @@ struct Transition {
 Transition transition_to(Target target)
 {
     if (target == Target::connected)
-        return {{.request = qmi_request("shared_CMIF_start_network_interface", CMIF_QMI_START, 5),
+        return {{.request = qmi_request("shared_CMIF_start_network_interface", CMIF_QMI_START),
                  .body = [](Json &) { return shared_CMIF_start_network_interface(); }},
                 disconnected,
                 connected,
                 "connecting"};
-    return {{.request = qmi_request("shared_CMIF_stop_network_interface", CMIF_QMI_STOP, 5),
+    return {{.request = qmi_request("shared_CMIF_stop_network_interface", CMIF_QMI_STOP),
              .body = [](Json &) { return shared_CMIF_stop_network_interface(); }},
             connected,
             disconnected,

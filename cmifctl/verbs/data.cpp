@@ -58,7 +58,7 @@ void data_download_mode(Context &context)
 {
     confirm(context, download_warning);
     qmi_call(context,
-             {.request = qmi_request("shared_CMIF_set_CM_qfirehose", CMIF_QMI_DOWNLOAD_MODE, 5),
+             {.request = qmi_request("shared_CMIF_set_CM_qfirehose", CMIF_QMI_DOWNLOAD_MODE),
               .body = [](Json &) { return shared_CMIF_set_CM_qfirehose(); }});
     context.report.field("data", {"result", "the request was sent; no reply is expected"});
 }
@@ -76,9 +76,8 @@ void data_at_profile(Context &context)
     const int type = context.arguments.code("type", enums::pdp_type);
     const std::string type_name = enumeration(enums::pdp_type, type)["name"];
     const std::string apn = context.arguments.text("apn");
-    at_call(context, {.request = at_request(
-                          "shared_CMIF_set_Profile", CMIF_AT_SET_PROFILE,
-                          {.first = type_name, .second = apn, .value = std::to_string(id)}),
+    check_length("apn", apn, sizeof cmif_msg::set_string2 - 1);
+    at_call(context, {.request = at_request("shared_CMIF_set_Profile", CMIF_AT_SET_PROFILE),
                       .body = [&, id](Json &) {
                           return shared_CMIF_set_Profile(id, type_name.c_str(), apn.c_str());
                       }});

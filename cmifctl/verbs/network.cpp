@@ -77,8 +77,7 @@ void network_select(Context &context)
             ? std::to_string(context.arguments.code("technology", enums::generation))
             : ""; // any
     at_call(context,
-            {.request = at_request("shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR,
-                                   {.first = code, .second = technology}),
+            {.request = at_request("shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR),
              .body =
                  [&code, &technology](Json &) {
                      return shared_CMIF_SetNetworkProvider(code.c_str(), technology.c_str());
@@ -92,10 +91,10 @@ void network_select(Context &context)
 void network_auto(Context &context)
 {
     constexpr int automatic = 1;
-    at_call(context, {.request = at_request("shared_CMIF_SetNetworkMode",
-                                            CMIF_AT_SELECT_AUTOMATICALLY, {.value = "0"}),
-                      .body = [](Json &) { return shared_CMIF_SetNetworkMode(automatic); },
-                      .timeout = search_timeout});
+    at_call(context,
+            {.request = at_request("shared_CMIF_SetNetworkMode", CMIF_AT_SELECT_AUTOMATICALLY),
+             .body = [](Json &) { return shared_CMIF_SetNetworkMode(automatic); },
+             .timeout = search_timeout});
     context.report.field("network",
                          {"selection_requested", enumeration(enums::selection, automatic)});
 }
@@ -103,11 +102,11 @@ void network_auto(Context &context)
 void network_format(Context &context)
 {
     const int format = context.arguments.code("format", enums::name_format);
-    at_call(
-        context,
-        {.request = at_request("shared_Set_Operator_Selection_switch_format",
-                               CMIF_AT_SET_OPERATOR_FORMAT, {.value = std::to_string(format)}),
-         .body = [format](Json &) { return shared_Set_Operator_Selection_switch_format(format); }});
+    at_call(context, {.request = at_request("shared_Set_Operator_Selection_switch_format",
+                                            CMIF_AT_SET_OPERATOR_FORMAT),
+                      .body = [format](Json &) {
+                          return shared_Set_Operator_Selection_switch_format(format);
+                      }});
     context.report.field("network", {"format_requested", enumeration(enums::name_format, format)});
 }
 

@@ -3,6 +3,8 @@
 #include "client/result.h"
 #include "cmif/cmif.h"
 #include "daemons/cme_error.h"
+#include "platform/tarn_nvram_config.h"
+#include "settings.h"
 
 #include <array>
 
@@ -10,6 +12,106 @@ namespace cmifctl
 {
 namespace
 {
+
+using daemons::CmeError;
+
+struct Counter {
+    const char *name;
+    const char *key;
+};
+
+// In the order of the library's array.
+constexpr std::array<Counter, 4> counters{{{"pin1", "lte_mobile_pin1c"},
+                                           {"puk1", "lte_mobile_puk1c"},
+                                           {"pin2", "lte_mobile_pin2c"},
+                                           {"puk2", "lte_mobile_puk2c"}}};
+
+// What is known of the SIM at one moment.
+struct Look {
+    Json counters;
+    std::string sim_status; // "SIM PIN"; empty when it is unknown
+};
+
+bool is_stored(const char *key)
+{
+    return tarnNvramConfig_match(key, "") == 0;
+}
+
+// A counter that the daemon has not published reads as 0, which would be a blocked SIM.
+int read_counters(Json &output)
+{
+    std::array<int, counters.size()> left{};
+    const int result = shared_CMIF_get_mobilePINPUKC(left.data());
+    for (std::size_t i = 0; i < counters.size(); ++i)
+        output["counters"][counters.at(i).name] =
+            is_stored(counters.at(i).key) ? Json(left.at(i)) : Json();
+    std::array<char, 8192> status{};
+    shared_CMIF_get_mobileSimStatus(status.data());
+    output["sim_status"] = status.data();
+    return result;
+}
+
+Look look_at_sim(const Context &context)
+{
+    const Json read = at_call(
+        context, {.request = at_request("shared_CMIF_get_mobilePINPUKC", CMIF_AT_GET_PIN_COUNTERS),
+                  .body = read_counters});
+    return {read["counters"], read["sim_status"]};
+}
+
+std::string advice(const Attempt &attempt, bool none_left)
+{
+    if (std::string_view(attempt.counter) == "pin1")
+        return none_left ? "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."
+                         : "After the last wrong PIN, the SIM must be unblocked with its PUK.";
+    return none_left ? "The SIM is permanently blocked; ask the operator for another."
+                     : "After the last wrong PUK, the SIM is permanently blocked.";
+}
+
+Json attempts(const Json &before, const Json &after)
+{
+    return {{"attempts", {{"before", before}, {"after", after}}}};
+}
+
+void check_counter(const Attempt &attempt, const Json &left, bool forced)
+{
+    const std::string secret = attempt.secret;
+    if (left.is_null() && !forced)
+        throw Failure(Exit::other, "the attempts left for the " + secret + " are not known",
+                      unknown_values_hint() + " Use --force to try anyway.", attempts(left, left));
+    if (left == 0)
+        throw Failure(Exit::invalid, "no attempts left for the " + secret, advice(attempt, true),
+                      attempts(left, left));
+    if (left == 1 && !forced)
+        throw Failure(Exit::invalid, "only one attempt left for the " + secret,
+                      advice(attempt, false) + " Use --force to try anyway.", attempts(left, left));
+}
+
+// A secret that the SIM has not asked for costs an attempt when it is wrong, and gains nothing.
+void check_asked(const Attempt &attempt, const Look &look, bool forced)
+{
+    const std::string_view asked_when = attempt.asked_when;
+    if (forced || asked_when.empty() || look.sim_status == asked_when)
+        return;
+    const std::string secret = attempt.secret;
+    const bool known = !look.sim_status.empty();
+    const Json &left = look.counters[attempt.counter];
+    throw Failure(known ? Exit::invalid : Exit::other,
+                  known ? "the SIM does not ask for its " + secret + " (" + look.sim_status + ")"
+                        : "the state of the SIM is not known",
+                  "Use --force to try anyway: a wrong " + secret + " uses up an attempt.",
+                  attempts(left, left));
+}
+
+Json check_attempt(const Context &context, const Attempt &attempt)
+{
+    const bool forced = context.arguments.has("force");
+    const Look look = look_at_sim(context);
+    Json left = look.counters[attempt.counter];
+    check_counter(attempt, left, forced);
+    check_asked(attempt, look, forced);
+    return left;
+}
 
 // The attempts left after an attempt; null when they can no longer be read.
 Json counter_after(const Context &context, const char *counter)
@@ -21,69 +123,108 @@ Json counter_after(const Context &context, const char *counter)
     }
 }
 
-std::string advice(const std::string &counter, bool none_left)
+enum class Verdict { accepted, wrong, not_checked, contradicted };
+
+// Only a wrong answer lowers the counter, and a wrong answer always does.
+Verdict judge(int result, const Json &before, const Json &after)
 {
-    if (counter == "pin1")
-        return none_left ? "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."
-                         : "After the last wrong PIN, the SIM must be unblocked with its PUK.";
-    return none_left ? "The SIM is permanently blocked; ask the operator for another."
-                     : "After the last wrong PUK, the SIM is permanently blocked.";
+    const bool known = before.is_number() && after.is_number();
+    const bool lowered = known && after < before;
+    if (result == CMIF_OK)
+        return lowered ? Verdict::contradicted : Verdict::accepted;
+    if (lowered)
+        return Verdict::wrong;
+    if (result != static_cast<int>(CmeError::incorrect_password))
+        return Verdict::not_checked;
+    return known ? Verdict::contradicted : Verdict::wrong;
 }
 
-bool is_wrong(int result, const Json &before, const Json &after)
+std::string verdict_text(Verdict verdict, const std::string &secret)
 {
-    return result == static_cast<int>(daemons::CmeError::incorrect_password) ||
-           (after.is_number() && before.is_number() && after < before);
+    switch (verdict) {
+    case Verdict::wrong:
+        return "wrong " + secret;
+    case Verdict::contradicted:
+        return "the answer for the " + secret + " contradicts the counters and can't be trusted";
+    case Verdict::accepted:
+    case Verdict::not_checked:
+        break;
+    }
+    return "the " + secret + " was not checked";
 }
 
-[[noreturn]] void fail_attempt(const Attempt &attempt, int result, const Json &before,
-                               const Json &after)
+std::string number_text(const Json &number)
 {
-    const bool wrong = is_wrong(result, before, after);
-    const std::string secret = attempt.secret;
-    throw Failure(Exit::refused,
-                  (wrong ? "wrong " + secret : "the " + secret + " was not checked") + ": " +
-                      client::daemon_error_text(result) + "; attempts left: " + after.dump() +
-                      ", before: " + before.dump(),
-                  wrong ? advice(attempt.counter, after == 0) : client::daemon_error_hint(result),
-                  {{"daemon", client::daemon_error(result)},
-                   {"tries", {{"before", before}, {"after", after}}}});
+    return number.is_null() ? "unknown" : number.dump();
 }
+
+[[noreturn]] void fail_attempt(const Attempt &attempt, Verdict verdict, int result,
+                               const Json &before, const Json &after)
+{
+    std::string hint = client::daemon_error_hint(result);
+    if (verdict == Verdict::wrong)
+        hint = advice(attempt, after == 0);
+    if (verdict == Verdict::contradicted)
+        hint = "'cmifctl sim status' shows the state of the SIM.";
+    Json details{{"daemon", client::daemon_error(result)}};
+    details.update(attempts(before, after));
+    throw Failure(verdict == Verdict::contradicted ? Exit::other : Exit::refused,
+                  verdict_text(verdict, attempt.secret) + ": " + client::daemon_error_text(result) +
+                      "; attempts left: " + number_text(after) + ", before: " + number_text(before),
+                  hint, details);
+}
+
+// For the calls of one scope.
+class SimLock
+{
+public:
+    explicit SimLock(Context &context)
+        : context_(context), lock_(client::lock_codes(context.options, codes()))
+    {
+        context_.options.lock = &lock_;
+    }
+    ~SimLock() { context_.options.lock = nullptr; }
+    SimLock(const SimLock &) = delete;
+    SimLock &operator=(const SimLock &) = delete;
+
+private:
+    // All that read or lower the counters.
+    static std::vector<client::RequestCode> codes()
+    {
+        std::vector<client::RequestCode> all;
+        for (const long code : {CMIF_AT_GET_PIN_COUNTERS, CMIF_AT_SET_PIN_MODE, CMIF_AT_ENTER_PIN,
+                                CMIF_AT_CHANGE_PIN, CMIF_AT_ENTER_PUK})
+            all.push_back({client::Channel::at, code});
+        return all;
+    }
+
+    Context &context_;
+    client::CodeLock lock_;
+};
 
 } // namespace
 
 Json retry_counters(const Context &context)
 {
-    return at_call(
-        context,
-        {.request = at_request("shared_CMIF_get_mobilePINPUKC", CMIF_AT_GET_PIN_COUNTERS),
-         .body = [](Json &output) {
-             std::array<int, 4> left{};
-             const int result = shared_CMIF_get_mobilePINPUKC(left.data());
-             output = {{"pin1", left[0]}, {"puk1", left[1]}, {"pin2", left[2]}, {"puk2", left[3]}};
-             return result;
-         }});
+    return look_at_sim(context).counters;
 }
 
-Json check_retry_counter(const Context &context, const char *counter, const char *secret)
+void make_attempt(Context &context, const Attempt &attempt)
 {
-    Json left = retry_counters(context)[counter];
-    const Json details{{"tries", {{"before", left}, {"after", left}}}};
-    if (left <= 0)
-        throw Failure(Exit::invalid, std::string("no attempts left for the ") + secret,
-                      advice(counter, true), details);
-    if (left == 1 && !context.arguments.has("force"))
-        throw Failure(Exit::invalid, std::string("only one attempt left for the ") + secret,
-                      advice(counter, false) + " Use --force to try anyway.", details);
-    return left;
-}
+    check_attempt(context, attempt);
+    const std::vector<std::string> secrets =
+        ask_for(attempt.secrets, context.arguments.has("source"));
 
-void make_attempt(Context &context, const Json &before, const Attempt &attempt)
-{
-    const int result = at_call_raw(context, attempt.call).result;
+    const SimLock lock(context);
+    const Json before = check_attempt(context, attempt);
+    const int result = at_call_raw(context, {.request = attempt.request,
+                                             .body = [&](Json &) { return attempt.call(secrets); },
+                                             .secret = true})
+                           .result;
     const Json after = counter_after(context, attempt.counter);
-    if (result != CMIF_OK)
-        fail_attempt(attempt, result, before, after);
+    const Verdict verdict = judge(result, before, after);
+    if (verdict != Verdict::accepted)
+        fail_attempt(attempt, verdict, result, before, after);
     context.report.field("sim", {"result", attempt.done});
     context.report.field("sim",
                          {.key = "tries_before", .value = before, .label = "attempts before"});

@@ -1,27 +1,38 @@
-// Attempts at a PIN or PUK are few: they are counted before and after, and the last one is kept.
+// Attempts at a PIN or PUK, of which a SIM allows few, from the look at the counters to the
+// verdict.
 #ifndef CMIFCTL_VERBS_PIN_ATTEMPTS_H
 #define CMIFCTL_VERBS_PIN_ATTEMPTS_H
 
 #include "cmifctl/calls.h"
+#include "cmifctl/input/secrets.h"
+
+#include <functional>
+#include <string>
+#include <vector>
 
 namespace cmifctl
 {
 
-// The attempts left, {"pin1", "puk1", "pin2", "puk2"}, as the AT daemon reads them from the SIM.
+// The retry counters {"pin1", "puk1", "pin2", "puk2"}, which the AT daemon reads from the SIM;
+// null for one that it did not publish.
 Json retry_counters(const Context &context);
 
 struct Attempt {
-    const char *counter; // the member of the counters that a wrong secret reduces
-    const char *secret;  // "PIN"
-    const char *done;    // "the PIN is accepted"
-    Call call;
+    const char *counter;    // that a wrong answer lowers
+    const char *secret;     // "PIN", for messages
+    const char *asked_when; // the published SIM status in which the SIM asks for it; "" for any
+    std::vector<SecretForm> secrets;
+    Request request;
+    // Calls the library with the secrets, in the child.
+    std::function<int(const std::vector<std::string> &secrets)> call;
+    const char *done; // for the report
 };
 
-// The attempts left. Fails without any, and with one unless --force is given.
-Json check_retry_counter(const Context &context, const char *counter, const char *secret);
-
-// Makes the attempt and reports the attempts left before and after.
-void make_attempt(Context &context, const Json &before, const Attempt &attempt);
+// One pass: looks at the counters, asks for the secrets, and then, with the SIM's requests locked
+// against other callers, looks again, makes the attempt, judges the answer by the counters and
+// reports. Refuses an attempt that could block the SIM, or that the SIM has not asked for, unless
+// --force is given.
+void make_attempt(Context &context, const Attempt &attempt);
 
 } // namespace cmifctl
 

@@ -59,15 +59,6 @@ void report_profile(Context &context)
     context.report.field("profile", {"family", enumeration(enums::ip_family, profile["family"])});
 }
 
-void check_length(const char *name, const std::string &text, std::size_t max)
-{
-    if (text.size() > max)
-        throw Failure(Exit::invalid,
-                      std::string("the ") + name + " has " + std::to_string(text.size()) +
-                          " bytes; nothing was sent",
-                      std::string("At most ") + std::to_string(max) + " bytes.");
-}
-
 template <std::size_t N>
 void set_field(char (&field)[N], const Json &text)
 {
@@ -85,30 +76,6 @@ qmi_profile record(const Json &profile)
     record.pdp = profile["pdp"];
     record.curIpFamily = profile["family"];
     return record;
-}
-
-// Out of the table, as a damaged store may hold it, the library sends 0.
-char digit(EnumTable table, int code)
-{
-    const bool known = !enumeration(table, code)["name"].is_null();
-    return static_cast<char>('0' + (known ? code : 0));
-}
-
-Request modify_request(const qmi_profile &profile)
-{
-    qmi_profile_payload payload{};
-    std::memcpy(payload.apn, profile.apn, sizeof payload.apn);
-    std::memcpy(payload.user, profile.user, sizeof payload.user);
-    std::memcpy(payload.password, profile.password, sizeof payload.password);
-    payload.auth[0] = digit(enums::authentication, profile.auth);
-    payload.pdp[0] = digit(enums::profile_pdp, profile.pdp);
-    payload.curIpFamily[0] = digit(enums::ip_family, profile.curIpFamily);
-    static_assert(sizeof payload == CMIF_QMI_PAYLOAD);
-
-    Request request =
-        qmi_request("shared_CMIF_modify_profile_settings", CMIF_QMI_MODIFY_PROFILE, sizeof payload);
-    std::memcpy(request.payload.data(), &payload, sizeof payload);
-    return request;
 }
 
 // Replaces what the user gives.
@@ -151,13 +118,13 @@ void profile_set(Context &context)
     change(profile, context.arguments);
     const qmi_profile wanted = record(profile);
     const int automatic = context.arguments.has("auto-apn") ? 1 : 0;
-    qmi_call(context, {.request = modify_request(wanted),
-                       .body =
-                           [&wanted, automatic](Json &) {
-                               return shared_CMIF_modify_profile_settings(wanted, automatic);
-                           },
-                       .secret = true,
-                       .marker = CMIF_PROFILE_BUSY_FILE});
+    qmi_call(
+        context,
+        {.request = qmi_request("shared_CMIF_modify_profile_settings", CMIF_QMI_MODIFY_PROFILE),
+         .body = [&wanted, automatic](
+                     Json &) { return shared_CMIF_modify_profile_settings(wanted, automatic); },
+         .secret = true,
+         .marker = CMIF_PROFILE_BUSY_FILE});
     report_profile(context);
 }
 

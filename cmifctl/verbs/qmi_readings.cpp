@@ -39,10 +39,10 @@ std::array<QmiReading, 3> all_readings()
     // The lengths are those of the library's requests.
     // clang-format off
     return {{
-        {"modem", "device_revision", {.request = qmi_request("shared_CMIF_get_device_rev_id", CMIF_QMI_GET_DEVICE_REVISION, 101),
+        {"modem", "device_revision", {.request = qmi_request("shared_CMIF_get_device_rev_id", CMIF_QMI_GET_DEVICE_REVISION),
                                       .body = read_bounded<101, shared_CMIF_get_device_rev_id>}},
         {"sim",   "state",           sim_state_call()},
-        {"data",  "packet_service",  {.request = qmi_request("shared_CMIF_get_ps_service", CMIF_QMI_GET_PACKET_SERVICE, 51),
+        {"data",  "packet_service",  {.request = qmi_request("shared_CMIF_get_ps_service", CMIF_QMI_GET_PACKET_SERVICE),
                                       .body = read_bounded<51, shared_CMIF_get_ps_service>}},
     }};
     // clang-format on
@@ -61,7 +61,7 @@ Context impatient(const Context &context)
 
 Call sim_state_call()
 {
-    return {.request = qmi_request("shared_CMIF_get_sim_status", CMIF_QMI_GET_SIM_STATUS, 5),
+    return {.request = qmi_request("shared_CMIF_get_sim_status", CMIF_QMI_GET_SIM_STATUS),
             .body = read_sim_state};
 }
 

@@ -9,23 +9,6 @@ namespace cmifctl
 namespace
 {
 
-// The value that the library sends for a code.
-std::string same(int code)
-{
-    return std::to_string(code);
-}
-
-std::string region_value(int region)
-{
-    return region == 1 ? "0" : std::to_string(region);
-}
-
-std::string roaming_value(int mode)
-{
-    constexpr const char *values[]{"255", "2", "1"};
-    return values[mode];
-}
-
 // A setting of the modem: the argument's name and codes, and the request that changes it.
 struct Setting {
     const char *key;
@@ -33,15 +16,14 @@ struct Setting {
     const char *function;
     int (*change)(int);
     cmif_at_code code;
-    std::string (*value)(int);
 };
 
 // clang-format off
 #define FUNCTION(name) #name, name
-constexpr Setting mode_setting   {"mode",    enums::settable_search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),        CMIF_AT_SET_SEARCH_MODE,   same};
-constexpr Setting region_setting {"region",  enums::settable_band_region, FUNCTION(shared_CMIF_SetBandRegion),                CMIF_AT_SET_SEARCH_MODE,   region_value};
-constexpr Setting roaming_setting{"roaming", enums::roaming,              FUNCTION(shared_CMIF_set_mobileInternationalRoam),  CMIF_AT_SET_ROAMING,       roaming_value};
-constexpr Setting domain_setting {"domain",  enums::on_off,               FUNCTION(shared_CMIF_set_DomainServiceStatus),      CMIF_AT_SET_PACKET_DOMAIN, same};
+constexpr Setting mode_setting   {"mode",    enums::settable_search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),        CMIF_AT_SET_SEARCH_MODE};
+constexpr Setting region_setting {"region",  enums::settable_band_region, FUNCTION(shared_CMIF_SetBandRegion),                CMIF_AT_SET_SEARCH_MODE};
+constexpr Setting roaming_setting{"roaming", enums::roaming,              FUNCTION(shared_CMIF_set_mobileInternationalRoam),  CMIF_AT_SET_ROAMING};
+constexpr Setting domain_setting {"domain",  enums::on_off,               FUNCTION(shared_CMIF_set_DomainServiceStatus),      CMIF_AT_SET_PACKET_DOMAIN};
 #undef FUNCTION
 // clang-format on
 
@@ -49,9 +31,8 @@ constexpr Setting domain_setting {"domain",  enums::on_off,               FUNCTI
 void change(Context &context, const Setting &setting)
 {
     const int code = context.arguments.code(setting.key, setting.table);
-    at_call(context,
-            {.request = at_request(setting.function, setting.code, {.value = setting.value(code)}),
-             .body = [&setting, code](Json &) { return setting.change(code); }});
+    at_call(context, {.request = at_request(setting.function, setting.code),
+                      .body = [&setting, code](Json &) { return setting.change(code); }});
     context.report.field(
         "radio", {std::string(setting.key) + "_requested", enumeration(setting.table, code)});
 }
@@ -102,10 +83,10 @@ void radio_domain(Context &context)
 void radio_functionality(Context &context)
 {
     const int level = context.arguments.code("level", enums::functionality);
-    at_call(context,
-            {.request = at_request("shared_CMIF_set_phone_functionality", CMIF_AT_SET_FUNCTIONALITY,
-                                   {.first = std::string(1, static_cast<char>(level))}),
-             .body = [level](Json &) { return shared_CMIF_set_phone_functionality(level); }});
+    at_call(
+        context,
+        {.request = at_request("shared_CMIF_set_phone_functionality", CMIF_AT_SET_FUNCTIONALITY),
+         .body = [level](Json &) { return shared_CMIF_set_phone_functionality(level); }});
     context.report.field("radio",
                          {"functionality_requested", enumeration(enums::functionality, level)});
 }

@@ -33,6 +33,12 @@ void require_store()
                 "the settings can't be read");
 }
 
+std::string unknown_values_hint()
+{
+    return "The daemon has published none in this store (" + std::string(host_store_directory()) +
+           "); CMIF_STORE names another one.";
+}
+
 std::string setting(const Context &context, const std::string &key)
 {
     check_key(key);

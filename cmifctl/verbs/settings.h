@@ -12,6 +12,9 @@ namespace cmifctl
 // In a child: fails when the store can't be read. The library's getters would show it as empty.
 void require_store();
 
+// What to do about values that a daemon should have published and that this store doesn't have.
+std::string unknown_values_hint();
+
 std::string setting(const Context &context, const std::string &key);
 void change_setting(const Context &context, const std::string &key, const std::string &value);
 // All keys that are set, with their values.

@@ -31,8 +31,7 @@ std::string readable_time(const Json &message)
 
 Call removal(int index, int flag)
 {
-    return {.request = at_request("shared_CMIF_set_DeletemobileSMS", CMIF_AT_DELETE_MESSAGES,
-                                  {.first = std::to_string(index), .second = std::to_string(flag)}),
+    return {.request = at_request("shared_CMIF_set_DeletemobileSMS", CMIF_AT_DELETE_MESSAGES),
             .body = [index, flag](Json &) { return shared_CMIF_set_DeletemobileSMS(index, flag); }};
 }
 
