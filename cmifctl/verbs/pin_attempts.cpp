@@ -226,9 +226,8 @@ void make_attempt(Context &context, const Attempt &attempt)
     if (verdict != Verdict::accepted)
         fail_attempt(attempt, verdict, result, before, after);
     context.report.field("sim", {"result", attempt.done});
-    context.report.field("sim",
-                         {.key = "tries_before", .value = before, .label = "attempts before"});
-    context.report.field("sim", {.key = "tries_after", .value = after, .label = "attempts after"});
+    context.report.field("attempts", {"before", before});
+    context.report.field("attempts", {"after", after});
 }
 
 } // namespace cmifctl

@@ -68,7 +68,7 @@ void sim_enter_puk(Context &context)
     make_attempt(context,
                  {.counter = "puk1",
                   .secret = "PUK",
-                  .asked_when = "SIM PUK",
+                  .asked_when = "",
                   .secrets = {puk_form, new_pin_form},
                   .request = at_request("shared_CMIF_set_EntermobilePINPUK", CMIF_AT_ENTER_PUK),
                   .call =

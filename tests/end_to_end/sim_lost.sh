@@ -5,7 +5,7 @@
 
 for left in 9 8 7 6 5 4 3 2 1; do
     printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk -
-    holds "error.tries.after=$left"
+    holds "error.attempts.after=$left"
 done
 printf '00000000\n4321\n' | exits 5 cmifctl sim enter-puk -
 complains 'only one attempt left for the PUK'
@@ -13,7 +13,7 @@ exits 0 cmifctl --json sim retries
 holds retries.puk1=1
 
 printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk - --force
-holds error.tries.before=1 error.tries.after=0
+holds error.attempts.before=1 error.attempts.after=0
 exits 0 cmifctl --json sim status
 holds 'sim.status="SIM FAILURE"' sim.state.code=6 'sim.state.name="permanently blocked"'
 printf '12345678\n4321\n' | exits 5 cmifctl sim enter-puk - --force

@@ -20,7 +20,7 @@ hides 0000
 writes_nothing
 echo 0000 | exits 4 cmifctl --json sim enter-pin -
 holds error.code=4 'error.name="refused"' error.daemon.code=16 \
-    'error.daemon.name="incorrect_password"' error.tries.before=2 error.tries.after=1
+    'error.daemon.name="incorrect_password"' error.attempts.before=2 error.attempts.after=1
 hides 0000
 echo 1234 | exits 5 cmifctl sim enter-pin -
 complains 'only one attempt left for the PIN'
@@ -34,21 +34,24 @@ holds 'sim.status="SIM PUK"' sim.state.code=4 'sim.state.name="PUK required"' si
 
 # Now no PIN is accepted, forced or not, and only the PUK unblocks the SIM.
 echo 1234 | exits 5 cmifctl --json sim enter-pin - --force
-holds error.code=5 'error.name="invalid"' error.tries.before=0 error.tries.after=0
+holds error.code=5 'error.name="invalid"' error.attempts.before=0 error.attempts.after=0
 printf '11111111\n4321\n' | exits 4 cmifctl sim enter-puk -
 complains 'wrong PUK: incorrect password (16); attempts left: 9, before: 10'
 hides 11111111
 printf '12345678\n4321\n' | exits 0 cmifctl --json sim enter-puk -
-holds sim.tries_before=9 sim.tries_after=10
+holds attempts.before=9 attempts.after=10
 exits 0 cmifctl --json sim retries
 holds retries.pin1=3 retries.puk1=10 retries.pin2=3 retries.puk2=10
 
-# The new PIN is valid, the old one is not.
-echo 1234 | exits 4 cmifctl sim enter-pin -
+# The SIM is ready now and asks for no PIN: one is sent only when forced. The new PIN is valid, the
+# old one is not.
+echo 4321 | exits 5 cmifctl sim enter-pin -
+complains 'the SIM does not ask for its PIN (READY)'
+echo 1234 | exits 4 cmifctl sim enter-pin - --force
 complains 'attempts left: 2, before: 3'
-echo 4321 | exits 0 cmifctl sim enter-pin -
-shows 'attempts before: 2'
-shows 'attempts after: 3'
+echo 4321 | exits 0 cmifctl sim enter-pin - --force
+shows 'before: 2'
+shows 'after: 3'
 exits 0 cmifctl sim status
 shows 'status: READY'
 shows 'imsi: 001010123456789'

@@ -20,7 +20,7 @@ unlock
 printf '0000\n98765\n' | exits 4 cmifctl sim change-pin -
 complains 'wrong PIN: incorrect password (16); attempts left: 2, before: 3'
 printf '1234\n98765\n' | exits 0 cmifctl --json sim change-pin -
-holds 'sim.result="the PIN is changed"' sim.tries_before=2 sim.tries_after=3
+holds 'sim.result="the PIN is changed"' attempts.before=2 attempts.after=3
 
 exits 0 cmifctl sim pin-mode
 shows 'pin mode: on'
