@@ -3,6 +3,7 @@
 #include "shell.h"
 
 #include <csignal>
+#include <fcntl.h>
 #include <unistd.h>
 
 namespace
@@ -68,8 +69,7 @@ TEST(Serve, ReportsThatNoProcessAwaitsItsReadiness)
     const pid_t server = fork();
     if (server == 0) {
         close(ready[0]);
-        if (freopen("/tmp/errors", "w", stderr) == nullptr)
-            std::_Exit(3);
+        dup2(open("/tmp/errors", O_WRONLY | O_CREAT, 0600), STDERR_FILENO);
         std::exit(cmif_sim::serve({}, ready[1]));
     }
     close(ready[0]);
