@@ -8,7 +8,7 @@ namespace
 // Fills one message to the last of its 160 characters.
 const char *const one_hundred_sixty =
     "This message is as long as a single one can be: one hundred and sixty characters, counted "
-    "with every blank and full stop. The last word ends exactly here, done.";
+    "with every space and full stop. The last word ends exactly here, done.";
 
 // Arrives in many parts and is stored as one; longer than any reader's field.
 std::string long_text()

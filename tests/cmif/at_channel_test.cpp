@@ -77,13 +77,13 @@ TEST(AtQueues, StayAfterTheCall)
     EXPECT_EQ(calls::real_msgget(900, 0), queues.replies());
 }
 
-// 0 is an identifier like any other; a name space of its own gives it to its first queue.
+// 0 is an identifier like any other; a namespace of its own gives it to its first queue.
 TEST(AtQueues, MayHaveIdentifierZero)
 {
     store::set("debug_at_cmif", "1");
     const QueuePair queues = QueuePair::at();
     if (queues.requests() != 0)
-        GTEST_SKIP() << "not the first queue of this name space";
+        GTEST_SKIP() << "not the first queue of this namespace";
     queues.reply(12, at_reply(8));
     const Recorded run = record(enter_pin);
     EXPECT_EQ(run.result, 8);
@@ -95,7 +95,7 @@ TEST(AtQueues, MayHaveIdentifierZeroForReplies)
     const int replies = calls::real_msgget(900, IPC_CREAT | 0666);
     const QueuePair queues = QueuePair::at();
     if (replies != 0)
-        GTEST_SKIP() << "not the first queue of this name space";
+        GTEST_SKIP() << "not the first queue of this namespace";
     queues.reply(12, at_reply(8));
     EXPECT_EQ(enter_pin(), 8);
 }

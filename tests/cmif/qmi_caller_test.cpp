@@ -35,7 +35,7 @@ class QmiCaller : public QmiTest
 {
 };
 
-// A file in place of this process's command line; needs the rights of the name space's root.
+// A file in place of this process's command line; needs the rights of the namespace's root.
 class CommandLine
 {
 public:
