@@ -35,6 +35,17 @@ sigset_t block_termination_signals()
     return signals;
 }
 
+// Creates the store's directory if it is missing. False when it can't be used, or is a symbolic
+// link: the store reports that itself.
+bool has_directory(const std::string &store)
+{
+    struct stat found = {};
+    if (mkdir(store.c_str(), S_IRWXU) == 0)
+        return true;
+    return lstat(store.c_str(), &found) == 0 && S_ISDIR(found.st_mode) &&
+           access(store.c_str(), W_OK | X_OK) == 0;
+}
+
 void notify_ready(int fd)
 {
     if (fd >= 0 && write(fd, "", 1) != 1)
@@ -64,13 +75,10 @@ try {
     ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "the QMI queues are");
     if ((options.at && !at_lock.take()) || (options.qmi && !qmi_lock.take()))
         return 1;
-    // Two modems in one store would overwrite each other's values. When the folder can't be used,
-    // the store reports that itself, below.
+    // Two modems in one store would overwrite each other's values.
     const std::string store = host_store_directory();
-    const bool usable =
-        access(store.c_str(), W_OK | X_OK) == 0 || mkdir(store.c_str(), S_IRWXU) == 0;
     ServiceLock store_lock(store + "/router.lock", "the store is");
-    if (usable && !store_lock.take())
+    if (has_directory(store) && !store_lock.take())
         return 1;
     const sigset_t signals = block_termination_signals();
     if (host_store_power_cycle() != 0)

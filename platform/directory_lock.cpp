@@ -41,14 +41,15 @@ bool is_own(int descriptor, const std::string &path)
     return false;
 }
 
-// A descriptor of the directory, or -1 after reporting why not.
+// A descriptor of the directory, or -1 after reporting why not. A symbolic link is refused: in /tmp
+// another user may have placed it, to a directory that is ours but not meant for the store.
 int open_directory(const std::string &path)
 {
     if (mkdir(path.c_str(), S_IRWXU) != 0 && errno != EEXIST) {
         report_error(path, std::strerror(errno), store_hint);
         return -1;
     }
-    const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
     if (descriptor < 0) {
         report_error(path, std::strerror(errno), store_hint);
         return -1;

@@ -6,7 +6,8 @@
  * map) and saved.conf, the saved configuration (text, one key=value line for each key). The
  * environment variable CMIF_STORE names the directory. If it is unset or empty, the directory is
  * $XDG_RUNTIME_DIR/cmif-store or /tmp/cmif-store-UID, which the host itself empties at a restart. A
- * process chooses its directory at its first call and keeps it.
+ * process chooses its directory at its first call and keeps it. A symbolic link in its place is
+ * refused.
  *
  * A key that is set to "" is removed: unset and empty read alike. Up to 512 threads of all
  * processes together can use the store at a time, and it holds about 16 MiB; what exceeds either is

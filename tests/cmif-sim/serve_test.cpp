@@ -61,6 +61,18 @@ TEST(Serve, ReportsAStoreThatCanNotBeUsed)
                               "CMIF_STORE to a directory that you can write\n");
 }
 
+TEST(Serve, LeavesNothingInTheDirectoryThatALinkInPlaceOfTheStoreNames)
+{
+    fs::create_directory("/tmp/elsewhere");
+    fs::create_directory_symlink("/tmp/elsewhere", "/tmp/linked-store");
+    const Outcome refused = shell("CMIF_STORE=/tmp/linked-store $S serve");
+    EXPECT_EQ(refused.status, 1);
+    EXPECT_TRUE(contains(refused.errors, "/tmp/linked-store: Not a directory")) << refused.errors;
+    EXPECT_TRUE(fs::is_empty("/tmp/elsewhere"));
+    fs::remove("/tmp/linked-store");
+    fs::remove("/tmp/elsewhere");
+}
+
 // The server goes on without the program that waited for it.
 TEST(Serve, ReportsThatNoProcessAwaitsItsReadiness)
 {

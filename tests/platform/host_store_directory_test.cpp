@@ -209,6 +209,15 @@ TEST_F(HostStoreDirectory, ThatIsAFileIsUnusable)
     expect_unusable(store().string() + ": Not a directory" + store_hint);
 }
 
+TEST_F(HostStoreDirectory, ThatIsASymbolicLinkIsUnusable)
+{
+    fs::create_directory(top() / "elsewhere");
+    fs::create_directory_symlink(top() / "elsewhere", top() / "link");
+    choose(top() / "link");
+    expect_unusable(store().string() + ": Not a directory" + store_hint);
+    EXPECT_TRUE(fs::is_empty(top() / "elsewhere"));
+}
+
 TEST_F(HostStoreDirectory, WithoutItsParentIsUnusable)
 {
     choose(top() / "missing" / "store");
