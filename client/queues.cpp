@@ -11,7 +11,7 @@ namespace client
 namespace
 {
 
-constexpr std::size_t max_message = 64 * 1024; // the kernel's default limit is 8 KiB
+constexpr std::size_t max_message = std::size_t{64} * 1024; // the kernel's default limit is 8 KiB
 
 struct Message {
     long type;

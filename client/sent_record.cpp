@@ -118,12 +118,12 @@ private:
 
 } // namespace client
 
-extern "C" int msgsnd(int queue, const void *record, std::size_t size, int flags)
+extern "C" int msgsnd(int msqid, const void *msgp, std::size_t msgsz, int msgflg)
 {
-    return client::Hooks::send(queue, record, size, flags);
+    return client::Hooks::send(msqid, msgp, msgsz, msgflg);
 }
 
-extern "C" ssize_t msgrcv(int queue, void *record, std::size_t size, long type, int flags)
+extern "C" ssize_t msgrcv(int msqid, void *msgp, std::size_t msgsz, long msgtyp, int msgflg)
 {
-    return client::Hooks::receive(queue, record, size, type, flags);
+    return client::Hooks::receive(msqid, msgp, msgsz, msgtyp, msgflg);
 }
