@@ -102,6 +102,13 @@ int host_store_list(void (*each)(const char *key, const char *value, void *conte
     return 0;
 }
 
+void host_store_list_saved(void (*each)(const char *key, const char *value, void *context),
+                           void *context)
+{
+    for (const auto &[key, value] : load_saved())
+        each(key.c_str(), value.c_str(), context);
+}
+
 const char *host_store_directory(void)
 {
     return store_directory().c_str();

@@ -44,6 +44,13 @@ int host_store_power_cycle(void);
 int host_store_list(void (*each)(const char *key, const char *value, void *context), void *context);
 
 /*
+ * The same for the saved configuration, which a restart loads. Lines that can't be read are
+ * reported and skipped.
+ */
+void host_store_list_saved(void (*each)(const char *key, const char *value, void *context),
+                           void *context);
+
+/*
  * The absolute path of the store's directory, for messages. It need not exist: this function
  * neither creates nor opens anything, and prints nothing. The text is valid until the process ends.
  */
