@@ -26,11 +26,11 @@ int semaphores()
     return semget(lock_key, max_places, IPC_CREAT | 0666);
 }
 
-std::string holder_of(int set, int place)
+std::optional<pid_t> holder_of(int set, int place)
 {
     if (semctl(set, place, GETVAL) <= 0)
-        return "";
-    return process_name(semctl(set, place, GETPID));
+        return std::nullopt;
+    return semctl(set, place, GETPID);
 }
 
 } // namespace
@@ -96,8 +96,8 @@ void CodeLock::fail(double seconds) const
 {
     std::string holder;
     for (const int place : places_)
-        if (holder.empty())
-            holder = holder_of(set_, place);
+        if (const auto process = holder_of(set_, place); process && holder.empty())
+            holder = process_name(*process);
     throw Failure(Exit::no_answer,
                   "another call of the same request did not end within " + seconds_text(seconds) +
                       "; nothing was sent",
@@ -105,11 +105,17 @@ void CodeLock::fail(double seconds) const
                   {{"holder", holder.empty() ? Json() : Json(holder)}});
 }
 
-std::string lock_holder(RequestCode request)
+std::optional<pid_t> lock_process(RequestCode request)
 {
     const int set = semget(lock_key, 0, 0);
     const auto place = place_of(request);
-    return set == -1 || !place ? "" : holder_of(set, *place);
+    return set == -1 || !place ? std::nullopt : holder_of(set, *place);
+}
+
+std::string lock_holder(RequestCode request)
+{
+    const auto process = lock_process(request);
+    return process ? process_name(*process) : "";
 }
 
 } // namespace client

@@ -9,6 +9,7 @@
 #include "channel.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -37,6 +38,9 @@ private:
     std::vector<int> places_;
 };
 
+// The process that holds the lock of a code; nothing when it is free. 0 for a process of another
+// PID namespace.
+std::optional<pid_t> lock_process(RequestCode request);
 // "process 123 (cmifctl)" for the process that holds the lock of a code; "" when it is free.
 std::string lock_holder(RequestCode request);
 

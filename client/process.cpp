@@ -21,6 +21,14 @@ std::string first_line(const std::string &path)
     return line;
 }
 
+// The fields of the process's stat file after its name, which is in parentheses.
+std::istringstream stat_fields(pid_t process)
+{
+    const std::string all = first_line("/proc/" + std::to_string(process) + "/stat");
+    const std::size_t name_end = all.rfind(')');
+    return std::istringstream(name_end == std::string::npos ? "" : all.substr(name_end + 1));
+}
+
 } // namespace
 
 std::string process_name(pid_t process)
@@ -37,14 +45,25 @@ bool process_exists(pid_t process)
     return process > 0 && (kill(process, 0) == 0 || errno == EPERM);
 }
 
-// The 22nd field of the process's stat file, the 20th after its name in parentheses.
+bool process_is_stopped(pid_t process)
+{
+    char state = 0;
+    stat_fields(process) >> state;
+    return state == 'T' || state == 't';
+}
+
+pid_t process_of(pid_t thread)
+{
+    std::ifstream status("/proc/" + std::to_string(thread) + "/status");
+    pid_t process = 0;
+    for (std::string name; status >> name && name != "Tgid:";) {}
+    return status >> process ? process : thread;
+}
+
+// The 22nd field of the process's stat file, the 20th after its name.
 double start_time(pid_t process)
 {
-    const std::string all = first_line("/proc/" + std::to_string(process) + "/stat");
-    const std::size_t name_end = all.rfind(')');
-    if (name_end == std::string::npos)
-        return -1;
-    std::istringstream fields(all.substr(name_end + 1));
+    std::istringstream fields = stat_fields(process);
     std::string field;
     for (int i = 0; i < 20; ++i)
         fields >> field;

@@ -32,6 +32,7 @@ struct Oldest {
     bool known = false;
     bool found = false;
     bool is_ours = false;
+    bool ours_follows = false;
 };
 
 // The oldest record of the request's code.
@@ -39,10 +40,14 @@ Oldest oldest_of(RequestCode request, const SentRecord &sent)
 {
     Oldest oldest;
     oldest.known = peek(sent.queue(), [&](long type, std::string_view payload) {
-        if (type != request.code || oldest.found)
+        if (type != request.code)
             return;
+        const bool is_ours = payload == bytes_of(sent);
+        if (oldest.found)
+            oldest.ours_follows = oldest.ours_follows || is_ours;
+        else
+            oldest.is_ours = is_ours;
         oldest.found = true;
-        oldest.is_ours = payload == bytes_of(sent);
     });
     return oldest;
 }
@@ -52,6 +57,17 @@ Oldest oldest_of(RequestCode request, const SentRecord &sent)
 bool queue_exists(Channel channel)
 {
     return msgget(request_key(channel), 0) != -1;
+}
+
+Filling filling_of(Channel channel, key_t key)
+{
+    const std::size_t record = channel == Channel::at ? CMIF_AT_PAYLOAD : CMIF_QMI_PAYLOAD;
+    msqid_ds state{};
+    if (msgctl(msgget(key, 0), IPC_STAT, &state) != 0)
+        return {};
+    const bool full =
+        state.msg_cbytes + record > state.msg_qbytes || state.msg_qnum >= state.msg_qbytes;
+    return {full, state.msg_qnum};
 }
 
 bool peek(int queue, const std::function<void(long type, std::string_view payload)> &each)
@@ -86,8 +102,8 @@ Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &una
     const Oldest oldest = oldest_of(request, sent);
     if (!oldest.known)
         return Withdrawal::unknown;
-    if (!oldest.found || !oldest.is_ours)
-        return Withdrawal::taken;
+    if (!oldest.is_ours)
+        return oldest.ours_follows ? Withdrawal::kept : Withdrawal::taken;
     unanswered.note_withdrawal(request.channel);
     std::vector<char> room = message_room();
     auto *message = reinterpret_cast<Message *>(room.data());

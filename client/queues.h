@@ -18,6 +18,13 @@ namespace client
 // Whether the channel's request queue has been created.
 bool queue_exists(Channel channel);
 
+// Whether a record of the channel doesn't fit the queue; how many lie in it.
+struct Filling {
+    bool full = false;
+    unsigned long records = 0;
+};
+Filling filling_of(Channel channel, key_t key);
+
 // The records that lie in a queue, oldest first, without taking any. Records that a receiver waits
 // for never lie there. False where the kernel can't look (no CONFIG_CHECKPOINT_RESTORE).
 bool peek(int queue, const std::function<void(long type, std::string_view payload)> &each);
@@ -26,10 +33,11 @@ bool peek(int queue, const std::function<void(long type, std::string_view payloa
 // holder of the code's lock: a reply that lies there has no receiver waiting for it.
 int clear_replies(RequestCode request);
 
-enum class Withdrawal { nothing_sent, withdrawn, taken, queue_gone, unknown };
+enum class Withdrawal { nothing_sent, withdrawn, taken, kept, queue_gone, unknown };
 
 // Takes the request back, for the holder of the code's lock, if it is the oldest of its code in
-// the queue. The others keep their places.
+// the queue; `kept` when another one, of a caller that was killed, lies before it. The others keep
+// their places.
 Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &unanswered);
 
 } // namespace client

@@ -6,6 +6,7 @@
 #include "queues.h"
 
 #include <cmath>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace client
@@ -23,7 +24,10 @@ const char *describe(Withdrawal withdrawal)
     case Withdrawal::withdrawn:
         return "the daemon had not picked up the request; it was withdrawn";
     case Withdrawal::nothing_sent:
-        return "its request queue is full; nothing was sent";
+        return "nothing was sent";
+    case Withdrawal::kept:
+        return "the request still waits behind one of a caller that was killed, and the daemon may "
+               "still carry it out";
     case Withdrawal::queue_gone:
         return "its request queue no longer exists";
     case Withdrawal::unknown:
@@ -48,6 +52,30 @@ const char *describe(Withdrawal withdrawal)
                   ", which is left over if its writer was killed.");
 }
 
+// What keeps a daemon from answering, as far as its queues and its marker show.
+struct Obstacle {
+    std::string text;
+    const char *hint = check_daemon;
+};
+
+Obstacle obstacle_of(Channel channel)
+{
+    const Filling replies = filling_of(channel, reply_key(channel));
+    if (replies.full)
+        return {"; its reply queue is full of " + std::to_string(replies.records) +
+                    " replies that no caller takes, so that no answer fits",
+                "'cmifctl doctor --fix' takes them away."};
+    if (filling_of(channel, request_key(channel)).full)
+        return {"; its request queue is full"};
+    struct stat marker {
+    };
+    if (channel == Channel::qmi && stat(CMIF_QMI_READY_FILE, &marker) == 0 &&
+        !S_ISREG(marker.st_mode))
+        return {"; its readiness marker " CMIF_QMI_READY_FILE " is not a regular file",
+                "Remove it and restart the daemon: rm -r " CMIF_QMI_READY_FILE};
+    return {};
+}
+
 std::string request_text(const Request &request)
 {
     return std::string(request.name) + " (request " + std::to_string(request.code.code) + ")";
@@ -65,10 +93,11 @@ void fail_timed_out(const Request &request, const SentRecord &sent, Unanswered *
     const bool busy = access(CMIF_PROFILE_BUSY_FILE, F_OK) == 0;
     if (withdrawal == Withdrawal::nothing_sent && request.channel() == Channel::qmi && busy)
         fail_profile_busy(within);
+    const Obstacle obstacle = obstacle_of(request.channel());
     throw Failure(Exit::no_answer,
                   std::string(daemon_name(request.channel())) + " did not answer " +
-                      request_text(request) + within + "; " + describe(withdrawal),
-                  check_daemon,
+                      request_text(request) + within + "; " + describe(withdrawal) + obstacle.text,
+                  obstacle.hint,
                   {{"withdrawn", withdrawal == Withdrawal::withdrawn},
                    {"sent", withdrawal != Withdrawal::nothing_sent}});
 }

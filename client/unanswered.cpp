@@ -110,14 +110,14 @@ void Unanswered::note_withdrawal(Channel channel)
     table_->withdrawers.at(static_cast<std::size_t>(channel)) = {getpid(), daemon};
 }
 
-// The last receiver of the request queue, unless that was one of our own callers.
+// The kernel names the thread of a receiver that slept.
 pid_t Unanswered::daemon_of(Channel channel) const
 {
     msqid_ds state{};
     if (msgctl(msgget(request_key(channel), 0), IPC_STAT, &state) != 0)
         return 0;
     const Withdrawer &last = table_->withdrawers.at(static_cast<std::size_t>(channel));
-    return state.msg_lrpid == last.client ? last.daemon : state.msg_lrpid;
+    return state.msg_lrpid == last.client ? last.daemon : process_of(state.msg_lrpid);
 }
 
 } // namespace client

@@ -35,9 +35,11 @@ public:
     // Before a client takes something off a request queue, which hides the daemon's own last look.
     void note_withdrawal(Channel channel);
 
+    // The process that last took a request, other than a withdrawal; 0 when that isn't known.
+    pid_t daemon_of(Channel channel) const;
+
 private:
     struct Table;
-    pid_t daemon_of(Channel channel) const;
 
     Table *table_;
 };
