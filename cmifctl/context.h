@@ -16,6 +16,7 @@ struct Context {
     CallOptions options;
     Arguments arguments;
     Report report;
+    client::Exit status = client::Exit::done; // of the program, after the report
 };
 
 } // namespace cmifctl

@@ -69,7 +69,7 @@ int run(int count, char **words)
     line.command->run(line.context);
     clear_progress();
     print_report(line.context);
-    return 0;
+    return static_cast<int>(line.context.status);
 }
 
 // Ends by the signal that was held back, so that a shell sees it.

@@ -116,6 +116,10 @@ constexpr Argument list_settings[] = {
     show_secrets,
 };
 
+constexpr Argument doctor[] = {
+    {flag,     "fix",        "",           "take away what no process waits for: stale replies, left-over markers"},
+};
+
 constexpr Argument shell[] = {
     {required, "shell",      "SHELL",      "for which shell",                                  enums::shells},
 };

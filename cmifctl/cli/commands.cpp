@@ -15,6 +15,7 @@ namespace
 
 constexpr Group all_groups[] = {
     {"status",     "show all readings"},
+    {"doctor",     "find out what is wrong"},
     {"sim",        "the SIM card: PIN, PUK, network lock"},
     {"radio",      "the modem's radio and its settings"},
     {"network",    "operators: search, select, registration"},
@@ -34,6 +35,9 @@ constexpr const char *download_details =
 const Command all_commands[] = {
     //path                  summary                                                      verb                 arguments
     {"status",              "show all that is known, with or without the daemons",       status},
+
+    {"doctor",              "say what is wrong and how to cure it",                      doctor,              arguments::doctor,
+                            "Takes nothing away without --fix. The exit status is 1 when something is wrong."},
 
     {"sim status",          "show the SIM's state and identity",                         sim_status},
     {"sim retries",         "show the attempts left for PIN and PUK",                    sim_retries},

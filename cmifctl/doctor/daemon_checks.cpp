@@ -1,0 +1,64 @@
+#include "checks.h"
+#include "client/process.h"
+
+#include <functional>
+#include <unistd.h>
+
+namespace cmifctl
+{
+namespace
+{
+
+std::string named(const ChannelLook &channel)
+{
+    return channel.daemon +
+           (channel.process > 0 ? ", " + client::process_name(channel.process) + "," : "");
+}
+
+Texts of_daemons(const Look &look, DaemonState state, const std::string &text)
+{
+    Texts texts;
+    for (const ChannelLook &channel : look.channels)
+        if (channel.state == state)
+            texts.push_back(named(channel) + " " + text);
+    return texts;
+}
+
+} // namespace
+
+Texts checks::ended_daemons(const Look &look)
+{
+    return of_daemons(look, DaemonState::ended, "has ended");
+}
+
+Texts checks::frozen_daemons(const Look &look)
+{
+    return of_daemons(look, DaemonState::frozen, "is stopped");
+}
+
+Texts checks::silent_daemons(const Look &look)
+{
+    return of_daemons(look, DaemonState::silent, "does not answer");
+}
+
+Texts checks::unready_daemon(const Look &look)
+{
+    return of_daemons(look, DaemonState::not_ready,
+                      "is not ready: " CMIF_QMI_READY_FILE " does not begin with \"on\"");
+}
+
+Texts checks::stale_ready_marker(const Look &look)
+{
+    const DaemonState state = look.qmi().state;
+    const bool gone = state == DaemonState::ended || state == DaemonState::no_queue;
+    if (!gone || !is_marked_ready())
+        return {};
+    return {CMIF_QMI_READY_FILE " was left by a QMI daemon that no longer runs"};
+}
+
+void checks::remove_ready_marker(const Look &)
+{
+    unlink(CMIF_QMI_READY_FILE);
+}
+
+} // namespace cmifctl

@@ -1,0 +1,137 @@
+#include "client/code_lock.h"
+#include "client/file.h"
+#include "client/process.h"
+#include "client/result.h"
+#include "client/unanswered.h"
+#include "cmif/cmif.h"
+#include "cmifctl/calls.h"
+#include "cmifctl/verbs/qmi_readings.h"
+#include "cmifctl/verbs/readings.h"
+#include "look.h"
+
+#include <algorithm>
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace cmifctl
+{
+namespace
+{
+
+constexpr double probe_timeout = 2; // seconds
+constexpr double short_change = 5;  // a caller may not have sent its request yet
+
+// Requests that read and have no side effects. A call takes stale replies of its code away, so one
+// is used whose code has none.
+std::vector<Call> probes_of(Channel channel)
+{
+    // clang-format off
+    if (channel == Channel::at)
+        return {{.request = at_request("shared_CMIF_get_ModeManualSearch", CMIF_AT_GET_SEARCH_STATE),
+                 .body = [](Json &) { return shared_CMIF_get_ModeManualSearch(); }},
+                {.request = at_request("shared_CMIF_get_DomainServiceStatus", CMIF_AT_GET_PACKET_DOMAIN),
+                 .body = [](Json &out) { return read_text(out, shared_CMIF_get_DomainServiceStatus); }}};
+    return {sim_state_call(),
+            {.request = qmi_request("shared_CMIF_get_ps_service", CMIF_QMI_GET_PACKET_SERVICE),
+             .body = [](Json &) { char text[51]{}; return shared_CMIF_get_ps_service(text); }}};
+    // clang-format on
+}
+
+bool is_answer(Channel channel, int result)
+{
+    if (channel == Channel::qmi)
+        return result == CMIF_OK;
+    return !client::channel_failed(result); // an error of the daemon is an answer, too
+}
+
+// Nothing when it can't be tried.
+std::optional<bool> answers(const Context &context, const ChannelLook &look)
+{
+    client::CallOptions options = context.options;
+    options.timeout = probe_timeout;
+    const std::vector<long> lying = codes_of(look.replies.records);
+    for (const Call &probe : probes_of(look.channel)) {
+        if (std::find(lying.begin(), lying.end(), probe.request.code.code) != lying.end())
+            continue;
+        try {
+            return is_answer(look.channel, client::call(options, probe).result);
+        } catch (const Failure &) {
+            return false;
+        }
+    }
+    return std::nullopt;
+}
+
+pid_t last_reader(Channel channel)
+{
+    try {
+        return client::Unanswered().daemon_of(channel);
+    } catch (const Failure &) {
+        return 0;
+    }
+}
+
+DaemonState state_of(const Context &context, ChannelLook &look)
+{
+    using Access = QueueLook::Access;
+    if (look.requests.access == Access::missing)
+        return DaemonState::no_queue;
+    if (look.requests.access == Access::forbidden || look.replies.access == Access::forbidden)
+        return DaemonState::unknown;
+    look.process = last_reader(look.channel);
+    if (client::process_is_stopped(look.process))
+        return DaemonState::frozen;
+    const bool ready = look.channel == Channel::at || is_marked_ready();
+    const std::optional<bool> answered = ready ? answers(context, look) : false;
+    look.process = last_reader(look.channel);
+    if (answered == true)
+        return DaemonState::answers;
+    if (client::process_is_stopped(look.process))
+        return DaemonState::frozen;
+    if (look.process > 0 && !client::process_exists(look.process))
+        return DaemonState::ended;
+    if (!ready)
+        return DaemonState::not_ready;
+    return answered ? DaemonState::silent : DaemonState::unknown;
+}
+
+} // namespace
+
+void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels)
+{
+    for (ChannelLook &look : channels)
+        look.state = state_of(context, look);
+}
+
+bool is_marked_ready()
+{
+    const client::File file(open(CMIF_QMI_READY_FILE, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    char text[2]{};
+    struct stat found {
+    };
+    return file && fstat(file.fd(), &found) == 0 && S_ISREG(found.st_mode) &&
+           ::read(file.fd(), text, sizeof text) == sizeof text && std::string(text, 2) == "on";
+}
+
+// The QMI daemon serves one request after the other: while it answers another one, it carries out
+// no change.
+std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi)
+{
+    struct stat marker {
+    };
+    if (lstat(CMIF_PROFILE_BUSY_FILE, &marker) != 0)
+        return std::nullopt;
+    const double age = std::difftime(std::time(nullptr), marker.st_mtime);
+    const std::vector<long> waiting = codes_of(qmi.requests.records);
+    const bool locked = client::lock_process({Channel::qmi, CMIF_QMI_MODIFY_PROFILE}).has_value();
+    const bool queued =
+        std::find(waiting.begin(), waiting.end(), CMIF_QMI_MODIFY_PROFILE) != waiting.end();
+    const bool daemon_may = qmi.state != DaemonState::answers && qmi.state != DaemonState::ended &&
+                            qmi.state != DaemonState::no_queue &&
+                            qmi.state != DaemonState::not_ready;
+    return ProfileChange{age, age < short_change || locked || queued || daemon_may};
+}
+
+} // namespace cmifctl

@@ -1,0 +1,29 @@
+#include "look.h"
+
+#include <algorithm>
+
+namespace cmifctl
+{
+
+std::string StoreLook::value(const char *key) const
+{
+    return running.is_object() && running.contains(key) ? running[key].get<std::string>() : "";
+}
+
+bool Look::served() const
+{
+    return std::any_of(channels.begin(), channels.end(), [](const ChannelLook &channel) {
+        return channel.state == DaemonState::answers;
+    });
+}
+
+Look take_look(const Context &context)
+{
+    Look look{look_at_queues(), {}, {}};
+    look_at_daemons(context, look.channels);
+    look.store = look_at_store(context, look.channels);
+    look.profile_change = look_at_profile_change(look.qmi());
+    return look;
+}
+
+} // namespace cmifctl

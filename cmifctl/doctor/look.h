@@ -1,0 +1,87 @@
+// What the doctor sees of the router at one moment. A look takes nothing and is bounded in time.
+#ifndef CMIFCTL_DOCTOR_LOOK_H
+#define CMIFCTL_DOCTOR_LOOK_H
+
+#include "client/channel.h"
+#include "cmifctl/context.h"
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cmifctl
+{
+
+using client::Channel;
+
+// A record that lay in a queue for as long as the look took.
+struct LyingRecord {
+    long code;
+    std::size_t size;
+    auto operator<=>(const LyingRecord &) const = default;
+};
+
+struct QueueLook {
+    std::string name; // "the AT reply queue (900)"
+    enum class Access { missing, forbidden, usable } access = Access::missing;
+    unsigned mode = 0;
+    bool full = false;
+    std::vector<LyingRecord> records{};
+};
+
+enum class DaemonState { answers, no_queue, not_ready, frozen, ended, silent, unknown };
+
+struct ChannelLook {
+    Channel channel;
+    std::string daemon; // "the AT daemon"
+    QueueLook requests;
+    QueueLook replies;
+    DaemonState state = DaemonState::unknown;
+    pid_t process = 0; // the last one that took a request; 0 when it isn't known
+};
+
+struct StoreLook {
+    Json running{};     // all settings; null when they can't be read
+    Json saved{};       // the same of the saved configuration
+    std::string error;  // why they can't be read
+    std::string path;   // of this process's store
+    std::string theirs; // of the daemons' store; "" when it can't be seen
+
+    std::string value(const char *key) const;
+};
+
+// A change of the connection profile, by its marker.
+struct ProfileChange {
+    double age = 0; // seconds
+    bool worked_on; // by a process that is known, or maybe by one that isn't
+};
+
+struct Look {
+    std::array<ChannelLook, 2> channels;
+    StoreLook store;
+    std::optional<ProfileChange> profile_change;
+
+    const ChannelLook &at() const { return channels[0]; }
+    const ChannelLook &qmi() const { return channels[1]; }
+    bool served() const;
+};
+
+Look take_look(const Context &context);
+
+// Parts of it.
+std::array<ChannelLook, 2> look_at_queues();
+void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels);
+StoreLook look_at_store(const Context &context, const std::array<ChannelLook, 2> &channels);
+std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi);
+
+// Codes that lie in a queue, once each; whether the interface has the code.
+std::vector<long> codes_of(const std::vector<LyingRecord> &records);
+bool is_known(Channel channel, long code);
+
+// Whether the marker of the QMI daemon begins with "on". A FIFO is not opened.
+bool is_marked_ready();
+
+} // namespace cmifctl
+
+#endif

@@ -1,0 +1,95 @@
+#include "checks.h"
+
+#include <array>
+
+namespace cmifctl
+{
+namespace
+{
+
+// What the AT daemon publishes, while it lives. "" otherwise: the store keeps old values.
+std::string published(const Look &look, const char *key)
+{
+    return look.served() ? look.store.value(key) : "";
+}
+
+std::string sim_status(const Look &look)
+{
+    return published(look, "lte_sim_status");
+}
+
+std::string registration(const Look &look)
+{
+    return published(look, "lte_network_reg_status_state");
+}
+
+Texts when(bool wrong, const char *text)
+{
+    return wrong ? Texts{text} : Texts{};
+}
+
+} // namespace
+
+Texts checks::sim_absent(const Look &look)
+{
+    return when(sim_status(look) == "NOT INSERTED", "there is no SIM");
+}
+
+Texts checks::sim_not_ready(const Look &look)
+{
+    return when(sim_status(look) == "NOT READY", "the SIM is not ready");
+}
+
+Texts checks::sim_pin_required(const Look &look)
+{
+    return when(sim_status(look) == "SIM PIN", "the SIM asks for its PIN");
+}
+
+Texts checks::sim_puk_required(const Look &look)
+{
+    return when(sim_status(look) == "SIM PUK", "the PIN is blocked: the SIM asks for its PUK");
+}
+
+Texts checks::sim_network_locked(const Look &look)
+{
+    return when(sim_status(look) == "PH-NET PIN",
+                "the modem is locked to the SIMs of another network");
+}
+
+Texts checks::sim_blocked(const Look &look)
+{
+    return when(sim_status(look) == "SIM FAILURE",
+                "the SIM has failed: it is defective, or its PUK is used up");
+}
+
+Texts checks::registration_denied(const Look &look)
+{
+    return when(registration(look) == "3", "the network denies the registration");
+}
+
+// A locked SIM explains it.
+Texts checks::not_registered(const Look &look)
+{
+    const std::string state = registration(look);
+    const bool ready = sim_status(look) == "READY";
+    if (ready && state == "2")
+        return {"the modem is searching for a network"};
+    return when(ready && (state == "0" || state == "4"),
+                "the modem is not registered with a network");
+}
+
+std::string sim_line(const Look &look)
+{
+    return look.store.value("lte_sim_status");
+}
+
+std::string registration_line(const Look &look)
+{
+    constexpr std::array states{"not registered",      "registered (home)", "searching",
+                                "registration denied", "unknown",           "registered (roaming)"};
+    const std::string state = look.store.value("lte_network_reg_status_state");
+    const bool known = state.size() == 1 && state[0] >= '0' && state[0] <= '5';
+    return known ? states.at(static_cast<std::size_t>(state[0] - '0')) : state;
+}
+
+} // namespace cmifctl

@@ -1,0 +1,85 @@
+#include "checks.h"
+#include "cmifctl/output/numbers.h"
+
+#include <algorithm>
+#include <array>
+#include <set>
+
+namespace cmifctl
+{
+namespace
+{
+
+// What users set. Everything else is the modem's state, which the daemons publish at each start.
+bool is_setting(std::string_view key)
+{
+    constexpr std::array settings{"lte_qmi_apn",
+                                  "lte_qmi_user",
+                                  "lte_qmi_password",
+                                  "lte_qmi_auth",
+                                  "lte_qmi_pdp",
+                                  "lte_qmi_cur_ip_family",
+                                  "lte_qmi_auto_connect_when_start_up"};
+    return !key.starts_with("lte_") ||
+           std::find(settings.begin(), settings.end(), key) != settings.end();
+}
+
+// A switch that was never set reads as 0.
+std::string number_or_text(const Json &settings, const std::string &key)
+{
+    return settings.is_object() ? settings.value(key, "0") : "0";
+}
+
+} // namespace
+
+Texts checks::unreadable_store(const Look &look)
+{
+    if (look.store.error.empty())
+        return {};
+    return {"the store in " + look.store.path + ": " + look.store.error};
+}
+
+Texts checks::other_store(const Look &look)
+{
+    if (look.store.theirs.empty() || look.store.theirs == look.store.path)
+        return {};
+    return {"this program's store is in " + look.store.path + ", the daemons' in " +
+            look.store.theirs};
+}
+
+Texts checks::empty_store(const Look &look)
+{
+    const StoreLook &store = look.store;
+    const bool told = !store.error.empty() || !other_store(look).empty();
+    if (told || !look.served() || !store.value("lte_sim_status").empty())
+        return {};
+    return {"the daemons answer, but have published nothing in the store in " + store.path};
+}
+
+Texts checks::unsaved_settings(const Look &look)
+{
+    std::set<std::string> keys;
+    for (const Json *side : {&look.store.running, &look.store.saved})
+        for (const auto &[key, value] : side->items())
+            keys.insert(key);
+    std::string changed;
+    for (const std::string &key : keys)
+        if (is_setting(key) &&
+            number_or_text(look.store.running, key) != number_or_text(look.store.saved, key))
+            changed += (changed.empty() ? "" : ", ") + key;
+    return changed.empty() ? Texts{} : Texts{"a restart loses the changes of " + changed};
+}
+
+Texts checks::traced_secrets(const Look &look)
+{
+    Texts texts;
+    const std::pair<const char *, const char *> switches[]{
+        {"debug_at_cmif", "PINs, PUKs and keys"}, {"debug_qmi_cmif", "the profile's password"}};
+    for (const auto &[key, secrets] : switches)
+        if (whole_number(look.store.value(key)).value_or(0) > 0)
+            texts.push_back(std::string(key) + " is on: programs print " + secrets +
+                            " on their standard output");
+    return texts;
+}
+
+} // namespace cmifctl

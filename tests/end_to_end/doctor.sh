@@ -1,0 +1,58 @@
+#!/bin/sh
+# The doctor beside real daemons: a healthy router, daemons frozen and ended, markers left over.
+# shellcheck source=tests/end_to_end/lib.sh
+. "$(dirname "$0")/lib.sh"
+
+export CMIF_STORE="$work/store"
+
+# found NAME: the doctor finds this and ends with status 1.
+found() {
+    exits 1 cmifctl --json doctor
+    grep -qF "\"name\": \"$1\"" "$work/out" || fail "no finding $1"
+}
+not_found() { ! grep -qF "\"name\": \"$1\"" "$work/out" || fail "a finding $1"; }
+
+# Without a router, and without its store.
+found queue_missing
+[ -z "$(queued 899)" ] || fail 'the doctor made a queue'
+
+start_router --pace 0.1
+found sim_pin_required
+holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'router.sim="SIM PIN"' \
+    "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
+register
+exits 0 cmifctl config save
+exits 0 cmifctl doctor
+prints 'nothing wrong'
+shows 'SIM: READY'
+shows 'registration: registered (home)'
+exits 0 cmifctl --json doctor
+holds 'findings=[]' "router.store=\"$CMIF_STORE\""
+
+exits 0 cmifctl config set debug_at_cmif 1
+found secrets_traced
+exits 0 cmifctl config set debug_at_cmif 0
+
+touch -d '1 minute ago' /tmp/modify_profile_in_progress
+found profile_marker_left
+exits 0 cmifctl doctor --fix
+prints 'nothing wrong'
+[ ! -e /tmp/modify_profile_in_progress ] || fail 'the marker is still there'
+
+exits 1 env CMIF_STORE="$work/other" cmifctl --json doctor
+grep -qF "\"this program's store is in $work/other, the daemons' in $CMIF_STORE\"" "$work/out" ||
+    fail 'the two stores are not named'
+
+kill -STOP "$router"
+found daemon_frozen
+not_found daemon_ended
+kill -CONT "$router"
+exits 0 cmifctl doctor
+
+kill_router 9
+found daemon_ended
+found ready_marker_left
+exits 1 cmifctl doctor --fix
+grep -q '^fixed: /tmp/lte_qmi_msg_handler_thread_ready' "$work/out" || fail 'the marker is not fixed'
+[ ! -e /tmp/lte_qmi_msg_handler_thread_ready ] || fail 'the marker is still there'
+not_found sim_pin_required # the store keeps old values
