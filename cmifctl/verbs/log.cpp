@@ -7,7 +7,10 @@
 #include "verbs.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <cstring>
+#include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
 
@@ -34,6 +37,28 @@ std::string ruler(const std::string &text)
     return line + "\n";
 }
 
+// The library does not report that it couldn't write.
+[[noreturn]] void fail_not_written()
+{
+    constexpr const char *directory = "/data";
+    struct statvfs space {
+    };
+    if (access(directory, F_OK) != 0)
+        throw Failure(Exit::other, "the log was not written: there is no directory /data",
+                      "Create it or mount it; the log has no other place.");
+    const char *place = access(CMIF_LOG_FILE, F_OK) == 0 ? CMIF_LOG_FILE : directory;
+    if (access(place, W_OK) != 0)
+        throw Failure(Exit::other,
+                      std::string("the log was not written: can't write ") + place + ": " +
+                          std::strerror(errno),
+                      "Run it as a user who may write there.");
+    if (statvfs(directory, &space) == 0 && space.f_blocks > 0 && space.f_bavail == 0)
+        throw Failure(Exit::other, "the log was not written: /data is full",
+                      "'cmifctl log rotate' drops the oldest log; three times, all of them.");
+    throw Failure(Exit::other, "the log was not written: " CMIF_LOG_FILE " did not grow",
+                  "'cmifctl doctor' may show why.");
+}
+
 } // namespace
 
 void log_show(Context &context)
@@ -44,10 +69,8 @@ void log_show(Context &context)
         given.has("generation") ? given.number("generation", "--generation", 0, 2) : 0;
     const int wanted =
         given.has("lines") ? given.number("lines", "--lines", 1, max_lines) : max_lines;
-    std::vector<std::string> lines = log_lines(log_generations[generation]);
-    if (given.has("lines"))
-        lines.erase(lines.begin(),
-                    lines.end() - std::min<std::ptrdiff_t>(wanted, std::ssize(lines)));
+    std::vector<std::string> lines =
+        last_log_lines(log_generations[generation], static_cast<std::size_t>(wanted));
     for (const std::string &line : lines)
         context.report.line(line);
     context.report.data("file", log_generations[generation]);
@@ -80,6 +103,7 @@ void log_mark(Context &context)
                       "At most 100 bytes, printable characters only.");
     if (whole_number(setting(context, enable_setting)).value_or(0) == 0)
         throw Failure(Exit::invalid, "the log is off", "Switch it on with 'cmifctl log enable'.");
+    const off_t before = log_size(CMIF_LOG_FILE);
     client::call(context.options, {.request = no_request("shared_debug_lte_write_log_file"),
                                    .body =
                                        [&text](Json &) {
@@ -88,6 +112,8 @@ void log_mark(Context &context)
                                            return 0;
                                        },
                                    .logs = true});
+    if (log_size(CMIF_LOG_FILE) <= before)
+        fail_not_written();
     context.report.field("log", {"marked", text});
 }
 

@@ -2,6 +2,7 @@
 #ifndef CMIFCTL_VERBS_LOG_FILES_H
 #define CMIFCTL_VERBS_LOG_FILES_H
 
+#include "client/file.h"
 #include "cmif/cmif.h"
 
 #include <cstddef>
@@ -15,8 +16,12 @@ namespace cmifctl
 // The current log and the two older ones.
 constexpr const char *log_generations[]{CMIF_LOG_FILE, CMIF_LOG_FILE_1, CMIF_LOG_FILE_2};
 
-// Fails with exit 6 when there is no such log.
-std::vector<std::string> log_lines(const char *path);
+// The last lines of a log, at most `count`. Reads from the file's end. Fails with exit 6 when there
+// is no such log, and when it is not a regular file.
+std::vector<std::string> last_log_lines(const char *path, std::size_t count);
+
+// Its size; 0 when there is none. Fails when it is not a regular file.
+off_t log_size(const char *path);
 
 // Prints the current log as it grows. A rotation makes it another file.
 class LogFollower
@@ -28,7 +33,7 @@ public:
     void print_new();
 
 private:
-    bool find_file();
+    client::File open_current();
 
     ino_t inode_ = 0;
     off_t position_ = 0;

@@ -60,3 +60,42 @@ exits 0 cmifctl data start
 [ "$(wc -l </data/debug_lte.txt)" -eq "$lines" ] || fail 'the log grew'
 exits 2 cmifctl --json log follow
 holds 'error.message="'"'log follow' cannot produce JSON: its output has no end\""
+
+# A large log is read from its end.
+exits 0 cmifctl log rotate
+truncate -s 1G /data/debug_lte.txt
+printf '\nlast but one\nlast\n' >>/data/debug_lte.txt
+started=$(date +%s)
+exits 0 cmifctl log show --lines 2
+[ "$(cat "$work/out")" = "last but one
+last" ] || fail 'not the last two lines'
+timeout 3 cmifctl log follow >"$work/followed" &
+follower=$!
+last_followed() { [ "$(tail -n 1 "$work/followed")" = last ]; }
+within 3 last_followed
+kill "$follower" 2>/dev/null || :
+[ $(($(date +%s) - started)) -le 5 ] || fail 'too slow'
+printf 'without its end' >>/data/debug_lte.txt
+exits 0 cmifctl log show --lines 1
+prints 'without its end'
+
+# A mark that was not written is told, with the reason.
+exits 0 cmifctl log enable
+exits 0 cmifctl log mark there
+rm -r /data/debug_lte.txt
+mkdir /data/debug_lte.txt
+exits 1 cmifctl log mark elsewhere
+complains '/data/debug_lte.txt is not a regular file'
+rmdir /data/debug_lte.txt
+ln -s /dev/full /data/debug_lte.txt
+exits 1 cmifctl log mark elsewhere
+complains 'Remove it: rm -r /data/debug_lte.txt'
+rm /data/debug_lte.txt
+
+# What is no regular file hangs no command.
+mkfifo /data/debug_lte.txt
+for command in show follow 'mark x'; do
+    # shellcheck disable=SC2086 # words
+    exits 1 timeout 5 cmifctl log $command
+    complains '/data/debug_lte.txt is not a regular file'
+done
