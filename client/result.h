@@ -5,6 +5,7 @@
 #include "failure.h"
 
 #include <string>
+#include <string_view>
 
 namespace client
 {
@@ -18,8 +19,8 @@ bool channel_failed(int result);
 
 // A daemon's error for people, for example "incorrect password (16)".
 std::string daemon_error_text(int code);
-// What to do about it; empty when there is nothing to advise.
-std::string daemon_error_hint(int code);
+// What to do about it; empty when there is nothing to advise. `function` is the library's.
+std::string daemon_error_hint(int code, std::string_view function = "");
 // A daemon's error for programs: {"code": 16, "name": "incorrect_password"}; the name of an unknown
 // code is null.
 Json daemon_error(int code);

@@ -49,7 +49,7 @@ const char *describe(Withdrawal withdrawal)
 {
     throw Failure(Exit::profile_busy, "a profile change is in progress and did not end" + within,
                   "Try again when it has ended. It is marked by " CMIF_PROFILE_BUSY_FILE
-                  ", which is left over if its writer was killed.");
+                  ", which 'cmifctl doctor --fix' removes if no process works on it.");
 }
 
 // What keeps a daemon from answering, as far as its queues and its marker show.

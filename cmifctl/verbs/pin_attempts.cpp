@@ -161,7 +161,7 @@ std::string number_text(const Json &number)
 [[noreturn]] void fail_attempt(const Attempt &attempt, Verdict verdict, int result,
                                const Json &before, const Json &after)
 {
-    std::string hint = client::daemon_error_hint(result);
+    std::string hint = client::daemon_error_hint(result, attempt.request.name);
     if (verdict == Verdict::wrong)
         hint = advice(attempt, after == 0);
     if (verdict == Verdict::contradicted)

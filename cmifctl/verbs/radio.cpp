@@ -93,7 +93,9 @@ void radio_functionality(Context &context)
 
 void radio_reset(Context &context)
 {
-    confirm(context, "This resets the modem to its factory settings");
+    confirm(context,
+            "This resets the modem to its factory settings, ends the connection, deletes all "
+            "messages and locks the SIM until its PIN is entered");
     at_command(context, "shared_CMIF_set_FactoryReset", CMIF_AT_FACTORY_RESET,
                shared_CMIF_set_FactoryReset);
     context.report.field("radio", {"result", "the modem was reset to its factory settings"});

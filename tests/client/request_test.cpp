@@ -113,6 +113,51 @@ TEST_F(Queue, ATakenRequestIsReportedAsTaken)
     EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
 }
 
+// Records of another program that no caller ever takes.
+TEST_F(Queue, RepliesThatKeepTheDaemonFromAnsweringAreNamed)
+{
+    const int replies = msgget(CMIF_AT_REPLY_KEY, IPC_CREAT | 0666);
+    cmif_msg foreign{};
+    foreign.mod_id = 4711;
+    unsigned long count = 0;
+    while (msgsnd(replies, &foreign, CMIF_AT_PAYLOAD, IPC_NOWAIT) == 0)
+        ++count;
+    Child daemon([this] {
+        take_one();
+        reply(0);
+    });
+    const Failure failure = failure_of(entering("a"), {.timeout = 0.3});
+    EXPECT_NE(std::string(failure.what())
+                  .find("its reply queue is full of " + std::to_string(count) +
+                        " replies that no caller takes"),
+              std::string::npos)
+        << failure.what();
+    EXPECT_EQ(failure.hint(), "'cmifctl doctor --fix' takes them away.");
+}
+
+TEST_F(Queue, AFullRequestQueueIsNamed)
+{
+    cmif_msg other{};
+    other.mod_id = CMIF_AT_CHANGE_PIN;
+    while (msgsnd(queue_, &other, CMIF_AT_PAYLOAD, IPC_NOWAIT) == 0) {}
+    const Failure failure = failure_of(entering("a"), {.timeout = 0.3});
+    EXPECT_STREQ(failure.what(), "the AT daemon did not answer call (request 12) within 0.3 s; "
+                                 "nothing was sent; its request queue is full");
+    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": false})"));
+}
+
+// The first caller was killed; the kernel gives only the oldest request of a code back.
+TEST_F(Queue, ARequestBehindOneOfAKilledCallerIsNotReportedAsTaken)
+{
+    send("x");
+    const Failure failure = failure_of(entering("a"), {.timeout = 0.3});
+    EXPECT_NE(std::string(failure.what()).find("still waits behind one of a caller"),
+              std::string::npos)
+        << failure.what();
+    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
+    EXPECT_EQ(letters(), "xa");
+}
+
 TEST_F(Queue, AnInterruptWithdrawsToo)
 {
     bool interrupted = false;

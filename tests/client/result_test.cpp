@@ -57,6 +57,49 @@ TEST(Result, AnUnknownCodeIsShownAsANumber)
     EXPECT_EQ(daemon_error(777), Json::parse(R"({"code": 777, "name": null})"));
 }
 
+// What helps depends on what was asked for.
+TEST(Result, HintsLeadToTheCure)
+{
+    struct {
+        const char *function;
+        daemons::CmeError error;
+        const char *cure;
+    } const rows[]{
+        {"shared_CMIF_set_ModeManualSearch", daemons::CmeError::network_pin_required,
+         "insert one of those, or give the control key with 'cmifctl sim unlock-network'"},
+        {"shared_CMIF_set_NetworkPersonalizationUNLock", daemons::CmeError::incorrect_password,
+         "does not tell how many are left"},
+        {"shared_CMIF_set_NetworkPersonalizationLock", daemons::CmeError::incorrect_password,
+         "does not tell how many are left"},
+        {"shared_CMIF_set_NetworkPersonalizationUNLock", daemons::CmeError::not_allowed,
+         "no attempts at the control key are left"},
+        {"shared_CMIF_set_EntermobilePIN", daemons::CmeError::incorrect_password,
+         "cmifctl sim retries"},
+        {"shared_CMIF_set_ChangemobileSimPIN", daemons::CmeError::not_allowed,
+         "cmifctl sim pin-mode on"},
+        {"shared_CMIF_set_mobileSimPINMode", daemons::CmeError::not_allowed, "set so already"},
+        {"shared_CMIF_set_ModeManualSearch", daemons::CmeError::not_allowed,
+         "cmifctl radio functionality full"},
+        {"shared_CMIF_SetNetworkProvider", daemons::CmeError::no_network_service,
+         "'cmifctl network scan' lists"},
+        {"shared_CMIF_set_TriggerOTADMSession", daemons::CmeError::no_network_service,
+         "cmifctl network auto"},
+        {"shared_CMIF_SetNetworkProvider", daemons::CmeError::network_not_allowed,
+         "Choose another operator"},
+        {"shared_CMIF_get_mobileSMSInfo", daemons::CmeError::no_connection_to_phone,
+         "The daemon has no modem"},
+    };
+    for (const auto &row : rows) {
+        try {
+            check_at(row.function, static_cast<int>(row.error));
+            FAIL();
+        } catch (const Failure &failure) {
+            EXPECT_NE(failure.hint().find(row.cure), std::string::npos)
+                << row.function << ": " << failure.hint();
+        }
+    }
+}
+
 TEST(Result, EveryErrorOfADaemonHasNameAndText)
 {
     for (const daemons::CmeErrorText &row : daemons::cme_errors) {

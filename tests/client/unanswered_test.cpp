@@ -214,7 +214,7 @@ TEST_F(Sent, IsLeftBehindAnothersOfTheSameCode)
 {
     put(request_queue(), 12, "a");
     send("b");
-    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::taken);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::kept);
     EXPECT_EQ(letters(request_queue()), "ab");
     EXPECT_EQ(replies.count(enter_pin), 1);
 }

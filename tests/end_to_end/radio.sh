@@ -51,13 +51,18 @@ exits 0 cmifctl --json network show
 holds network.operator=null network.cell_id=null 'last_known.cell_id="01A2D003"'
 exits 4 cmifctl network scan
 complains 'operation not allowed (203)'
+complains 'cmifctl radio functionality full'
 exits 0 cmifctl radio functionality full
 within 20 network_is registered
+exits 4 cmifctl network select 00199
+complains 'No operator with this code can be reached'
+exits 0 cmifctl network auto
 exits 0 cmifctl radio timezone
 
 # A reset needs confirmation. Afterwards the defaults apply, and the SIM asks for its PIN.
 exits 0 cmifctl radio mode 3g
 exits 2 cmifctl radio reset </dev/null
+complains 'deletes all messages and locks the SIM'
 complains 'Give --yes'
 exits 0 cmifctl radio mode
 shows 'search mode: 3g'

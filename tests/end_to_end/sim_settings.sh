@@ -49,7 +49,10 @@ holds 'sim.status="PH-NET PIN"' sim.state.code=5 'sim.state.name="network locked
 within 20 network_is 'not registered'
 echo 99999999 | exits 4 cmifctl sim unlock-network -
 complains 'incorrect password (16)'
+complains 'does not tell how many are left'
 hides 99999999
+exits 4 cmifctl network scan
+complains 'insert one of those, or give the control key'
 echo 11223344 | exits 0 cmifctl sim unlock-network -
 exits 0 cmifctl sim status
 shows 'status: READY'
