@@ -3,6 +3,7 @@
 #include "cmif/cmif.h"
 #include "signals.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -75,7 +76,8 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
 }
 
 // In a process group of its own, so that the shell commands of a call can be ended with it. From
-// there it may still write to the terminal.
+// there it may still write to the terminal; it never reads from it, or rm would ask about a
+// write-protected marker.
 [[noreturn]] void run_child(const Call &call, int answer, int lines, pid_t parent)
 {
     prctl(PR_SET_PDEATHSIG, SIGKILL); // a killed parent leaves no child waiting for an answer
@@ -84,7 +86,8 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
     setpgid(0, 0);
     std::signal(SIGTTOU, SIG_IGN);
     unblock_held_signals();
-    const File null(open("/dev/null", O_WRONLY | O_CLOEXEC));
+    const File null(open("/dev/null", O_RDWR | O_CLOEXEC));
+    dup2(null.fd(), STDIN_FILENO);
     dup2(lines == -1 ? null.fd() : lines, STDOUT_FILENO);
     if (call.mute_stderr && lines == -1)
         dup2(null.fd(), STDERR_FILENO);
@@ -103,6 +106,8 @@ Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswe
     if (trace)
         lines = make_pipe();
     std::fflush(nullptr);
+    std::signal(SIGCHLD, SIG_DFL);    // ignored, it would hide how the child ended
+    prctl(PR_SET_CHILD_SUBREAPER, 1); // the processes of an ended child can be waited for
     const pid_t parent = getpid();
     pid_ = fork();
     if (pid_ == -1)
@@ -121,11 +126,20 @@ Child::~Child()
     kill();
 }
 
+// Its shell commands end with it, and are waited for: one could still create a marker. The group
+// keeps its number while the child is not reaped.
 int Child::wait()
 {
     int status = 0;
-    if (pid_ != -1)
-        waitpid(std::exchange(pid_, -1), &status, 0);
+    if (pid_ == -1)
+        return status;
+    siginfo_t ended{};
+    while (waitid(P_PID, static_cast<id_t>(pid_), &ended, WEXITED | WNOWAIT) != 0 &&
+           errno == EINTR) {}
+    ::kill(-pid_, SIGKILL);
+    waitpid(pid_, &status, 0);
+    while (waitpid(-pid_, nullptr, 0) > 0) {}
+    pid_ = -1;
     return status;
 }
 

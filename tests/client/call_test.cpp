@@ -2,6 +2,7 @@
 #include "client/call.h"
 #include "client/file.h"
 #include "client/request.h"
+#include "client/signals.h"
 #include "tests/support/client_calls.h"
 #include "tests/support/files.h"
 
@@ -9,7 +10,10 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace
@@ -81,6 +85,66 @@ TEST(CallInChild, EndsWithAllThatItStarted)
     for (int i = 0; i < 1000 && kill(shell, 0) == 0; ++i)
         usleep(1000);
     EXPECT_NE(kill(shell, 0), 0);
+}
+
+// A shell that is still at work when the call crashes could create a marker afterwards.
+TEST(CallInChild, ThatCrashesEndsWithAllThatItStarted)
+{
+    const Call crashing{.request = no_request("it"), .body = [](Json &) {
+                            EXPECT_EQ(std::system("(sleep 0.1; touch /tmp/late) &"), 0);
+                            return std::raise(SIGKILL);
+                        }};
+    EXPECT_EQ(failure_of(crashing).status(), Exit::other);
+    usleep(300'000);
+    EXPECT_FALSE(file_exists("/tmp/late"));
+}
+
+TEST(CallInChild, IsNotAskedByTheCommandsThatItStarts)
+{
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    ASSERT_EQ(write(ends[1], "y", 1), 1);
+    dup2(ends[0], STDIN_FILENO);
+    const Answer answer = call({}, {.request = no_request("it"), .body = [](Json &) {
+                                        char c = 0;
+                                        return static_cast<int>(read(STDIN_FILENO, &c, 1));
+                                    }});
+    EXPECT_EQ(answer.result, 0);
+}
+
+TEST(CallInChild, ReportsHowItDiedWhereTheParentIgnoresIt)
+{
+    std::signal(SIGCHLD, SIG_IGN);
+    const Failure failure = failure_of(
+        {.request = no_request("it"), .body = [](Json &) { return std::raise(SIGKILL); }});
+    EXPECT_STREQ(failure.what(), "the call it was ended by signal 9");
+}
+
+TEST(CallInChild, NeverDumpsCore)
+{
+    const Call looking{.request = no_request("it"), .body = [](Json &output) {
+                           rlimit limit{};
+                           getrlimit(RLIMIT_CORE, &limit);
+                           output = limit.rlim_max;
+                           return prctl(PR_GET_DUMPABLE);
+                       }};
+    EXPECT_EQ(call({}, looking).result, 1);
+    forbid_core_dumps();
+    const Answer answer = call({}, looking);
+    EXPECT_EQ(answer.result, 0);
+    EXPECT_EQ(answer.output, 0);
+    for (const int signal : {SIGABRT, SIGQUIT}) {
+        const pid_t crashing = fork();
+        if (crashing == 0) {
+            std::signal(signal, SIG_DFL);
+            std::raise(signal);
+            _exit(0);
+        }
+        int status = 0;
+        waitpid(crashing, &status, 0);
+        EXPECT_EQ(WTERMSIG(status), signal);
+        EXPECT_FALSE(WCOREDUMP(status));
+    }
 }
 
 TEST(CallInChild, RefusesAMarkerThatIsNoFile)
