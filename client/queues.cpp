@@ -52,6 +52,15 @@ Oldest oldest_of(RequestCode request, const SentRecord &sent)
     return oldest;
 }
 
+// The kernel may hand a reply to a caller that is killed before it can note it.
+bool reply_was_lost(RequestCode request, const SentRecord &sent)
+{
+    msqid_ds state{};
+    return sent.state() == SentRecord::State::sent &&
+           msgctl(msgget(reply_key(request.channel), 0), IPC_STAT, &state) == 0 &&
+           state.msg_lrpid == sent.sender();
+}
+
 } // namespace
 
 bool queue_exists(Channel channel)
@@ -99,6 +108,10 @@ Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &una
     msqid_ds state{};
     if (msgctl(sent.queue(), IPC_STAT, &state) != 0)
         return Withdrawal::queue_gone;
+    if (reply_was_lost(request, sent)) {
+        unanswered.remove(request);
+        return Withdrawal::taken;
+    }
     const Oldest oldest = oldest_of(request, sent);
     if (!oldest.known)
         return Withdrawal::unknown;

@@ -10,6 +10,7 @@
 #include <dlfcn.h>
 #include <sys/mman.h>
 #include <sys/msg.h>
+#include <unistd.h>
 
 namespace client
 {
@@ -48,6 +49,7 @@ SentRecord::~SentRecord()
 void SentRecord::watch(RequestCode request, Unanswered *unanswered)
 {
     watched = this;
+    shared_->sender = getpid();
     watched_request = request;
     replies_due = unanswered;
 }

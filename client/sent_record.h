@@ -31,6 +31,7 @@ public:
 
     enum class State { not_sent, sending, sent, answered };
     State state() const { return shared_->state; }
+    pid_t sender() const { return shared_->sender; }
     int queue() const { return shared_->queue; }
     std::size_t size() const { return shared_->size; }
     const char *payload() const { return shared_->payload; }
@@ -40,6 +41,7 @@ private:
 
     struct Shared {
         volatile State state;
+        pid_t sender;
         int queue;
         std::size_t size;
         char payload[max_payload];

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <gtest/gtest.h>
 #include <sys/msg.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace
@@ -177,6 +178,28 @@ TEST_F(Sent, LeavesNothingToComeOnceItIsAnswered)
         msgrcv(reply_queue(), &message, sizeof message.payload, 12, 0);
     }).wait();
     EXPECT_EQ(record.state(), SentRecord::State::answered);
+    EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+// The hooks of the call see nothing of it, as when it is killed while the kernel hands it the
+// reply.
+TEST_F(Sent, LeavesNothingToComeWhenItsCallerIsKilledWithTheReply)
+{
+    Child caller([&] {
+        record.watch(enter_pin, &replies);
+        put(request_queue(), 12, "1234");
+        Message message{};
+        syscall(SYS_msgrcv, reply_queue(), &message, sizeof message.payload, 12, 0);
+        pause();
+    });
+    take_one();
+    put(reply_queue(), 12, "");
+    while (!letters(reply_queue()).empty())
+        usleep(1000);
+    caller.signal(SIGKILL);
+    caller.wait();
+    EXPECT_EQ(replies.count(enter_pin), 1);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::taken);
     EXPECT_EQ(replies.count(enter_pin), 0);
 }
 
