@@ -70,6 +70,48 @@ TEST(Questions, AnInterruptDoesNotMentionARequest)
     EXPECT_EQ(status, 0);
 }
 
+// Whether a process that is asked ends by an exception with this signal, and with echo on.
+bool leaves_echo_after(int signal, const char *typed)
+{
+    int terminal = -1;
+    const pid_t asking = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (asking == 0) {
+        try {
+            ask_secrets({{"PIN"}}, false);
+        } catch (const client::Interrupted &interrupted) {
+            termios now{};
+            tcgetattr(STDIN_FILENO, &now);
+            _exit(interrupted.signal == signal && (now.c_lflag & ECHO) != 0 ? 0 : 2);
+        }
+        _exit(1);
+    }
+    if (asking == -1 || !read_until(terminal, "PIN: "))
+        return false;
+    if (typed != nullptr)
+        EXPECT_EQ(write(terminal, typed, 1), 1);
+    else
+        kill(asking, signal);
+    int status = 0;
+    waitpid(asking, &status, 0);
+    close(terminal);
+    return status == 0;
+}
+
+TEST(Questions, LeaveATerminalWithEchoHoweverTheyEnd)
+{
+    int terminal = -1;
+    const pid_t probe = forkpty(&terminal, nullptr, nullptr, nullptr);
+    if (probe == -1)
+        GTEST_SKIP() << "no pseudo-terminal: " << std::strerror(errno);
+    if (probe == 0)
+        _exit(0);
+    waitpid(probe, nullptr, 0);
+    EXPECT_TRUE(leaves_echo_after(SIGINT, "\x03"));
+    EXPECT_TRUE(leaves_echo_after(SIGQUIT, "\x1c"));
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM})
+        EXPECT_TRUE(leaves_echo_after(signal, nullptr)) << signal;
+}
+
 TEST(Questions, AreNotStoppedWithoutEcho)
 {
     int terminal = -1;
