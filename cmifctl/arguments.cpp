@@ -13,7 +13,13 @@ std::string Arguments::text(const std::string &name) const
 std::optional<std::string> Arguments::given(const std::string &name) const
 {
     const auto found = values_.find(name);
-    return found == values_.end() ? std::nullopt : std::optional(found->second);
+    return found == values_.end() ? std::nullopt : std::optional(found->second.back());
+}
+
+std::vector<std::string> Arguments::all(const std::string &name) const
+{
+    const auto found = values_.find(name);
+    return found == values_.end() ? std::vector<std::string>() : found->second;
 }
 
 int Arguments::code(const std::string &name, EnumTable table) const

@@ -4,6 +4,7 @@
 
 #include "arguments.h"
 #include "client/call.h"
+#include "cmifctl/output/format.h"
 #include "cmifctl/output/report.h"
 
 namespace cmifctl
@@ -12,7 +13,7 @@ namespace cmifctl
 using client::CallOptions;
 
 struct Context {
-    bool json = false;
+    OutputOptions output;
     CallOptions options;
     Arguments arguments;
     Report report;

@@ -3,9 +3,10 @@
 #include "client/signals.h"
 #include "cmifctl/cli/command_line.h"
 #include "cmifctl/cli/help.h"
+#include "cmifctl/output/json_text.h"
 #include "cmifctl/output/terminal.h"
-#include "cmifctl/output/terminal_text.h"
-#include "cmifctl/output/text_report.h"
+#include "presentation.h"
+#include "watch.h"
 
 #include <clocale>
 #include <csignal>
@@ -21,55 +22,31 @@ namespace
 
 using client::Interrupted;
 
-void print_report(const Context &context)
-{
-    print(context.json ? render_json(context.report.document())
-                       : render_text(context.report, output_columns(), output_in_colour()));
-}
-
-void print_error(const Failure &failure, bool json)
-{
-    clear_progress();
-    if (!json) {
-        std::fprintf(stderr, "cmifctl: %s\n", escape_controls(failure.what()).c_str());
-        if (!failure.hint().empty())
-            std::fprintf(stderr, "  %s\n", escape_controls(failure.hint()).c_str());
-        return;
-    }
-    Json error{{"code", static_cast<int>(failure.status())},
-               {"name", name_of(failure.status())},
-               {"message", failure.what()},
-               {"hint", failure.hint().empty() ? Json() : Json(failure.hint())}};
-    error.update(failure.details());
-    print(render_json({{"error", error}}));
-}
-
 // Help or version, which is a document too with --json.
 void print_about(const CommandLine &line)
 {
-    const std::string key = line.help ? "help" : "version";
     const std::string text = line.help ? help_text(line.path) : CMIF_VERSION;
-    if (line.context.json)
-        print(render_json({{key, text}}));
+    const Json program{{"name", "cmifctl"}, {"version", CMIF_VERSION}};
+    const Json members = line.help ? Json{{"help", text}} : Json{{"program", program}};
+    if (line.context.output.json())
+        print(render_json(document(line.path, members)));
     else
         print(line.help ? text : "cmifctl " + text + "\n");
 }
 
-int run(int count, char **words)
+int run(const CommandLine &line)
 {
-    if (count == 1) {
-        std::fputs(short_help().c_str(), stderr);
-        return static_cast<int>(Exit::usage);
-    }
-    CommandLine line = parse(count, words);
     if (line.command == nullptr) {
         print_about(line);
         return 0;
     }
-    line.command->run(line.context);
+    if (line.context.output.watch)
+        watch(line);
+    Context context = line.context;
+    line.command->run(context);
     clear_progress();
-    print_report(line.context);
-    return static_cast<int>(line.context.status);
+    print(rendered(context, line.path));
+    return static_cast<int>(context.status);
 }
 
 // Ends by the signal that was held back, so that a shell sees it.
@@ -93,17 +70,22 @@ void reserve_standard_fds()
 
 int run_and_report_errors(int count, char **words)
 {
-    const bool json = wants_json(count, words);
+    CommandLine line;
+    OutputOptions output{.format = wants_json(count, words) ? Format::json : Format::human};
     try {
-        return run(count, words);
+        line = parse(count, words);
+        output = line.context.output;
+        return run(line);
     } catch (const Failure &failure) {
-        print_error(failure, json);
+        print_failure(failure, line.path, output);
         return static_cast<int>(failure.status());
     } catch (const Interrupted &interrupted) {
-        print_error(Failure(Exit::other, "interrupted", interrupted.consequence), json);
+        if (!output.watch) // its readings are complete
+            print_failure(Failure(Exit::other, "interrupted", interrupted.consequence), line.path,
+                          output);
         end_by(interrupted.signal);
     } catch (const std::exception &error) {
-        print_error(Failure(Exit::other, error.what()), json);
+        print_failure(Failure(Exit::other, error.what()), line.path, output);
         return static_cast<int>(Exit::other);
     }
 }
@@ -115,6 +97,10 @@ int program(int count, char **words)
     reserve_standard_fds();
     client::forbid_core_dumps();
     std::setlocale(LC_CTYPE, "C.UTF-8"); // for the widths of characters
+    if (count == 1) {
+        std::fputs(short_help().c_str(), stderr);
+        return static_cast<int>(Exit::usage);
+    }
     try {
         return run_and_report_errors(count, words);
     } catch (const OutputError &output) {

@@ -18,7 +18,7 @@ std::string usage_of(const Argument &argument)
     case Argument::Kind::flag:
         break;
     }
-    return letter + "--" + argument.name;
+    return letter + "--" + argument.name + (value.empty() ? "" : "[=" + value + "]");
 }
 
 std::string meaning_of(const Argument &argument)

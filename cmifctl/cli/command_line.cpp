@@ -1,7 +1,6 @@
 #include "command_line.h"
 
-#include "cmifctl/output/numbers.h"
-#include "cmifctl/output/terminal.h"
+#include "global_options.h"
 #include "usage_error.h"
 
 #include <algorithm>
@@ -12,15 +11,6 @@ namespace
 {
 
 using Kind = Argument::Kind;
-
-double seconds(const std::string &text)
-{
-    constexpr double max_seconds = 1e6;
-    const auto number = decimal_number(text);
-    if (!number || *number < 0 || *number > max_seconds)
-        fail_timeout(text);
-    return *number;
-}
 
 // Walks over the words once: groups and verbs, until they name a command; options; arguments.
 class Walker
@@ -34,7 +24,6 @@ public:
             take(words_[next_++]);
         line_.help = globals_.has("help");
         line_.version = globals_.has("version");
-        line_.context.json = globals_.has("json");
         return std::move(line_);
     }
 
@@ -103,15 +92,15 @@ private:
     {
         const std::string option = std::string("--") + argument.name;
         if (argument.kind == Kind::flag) {
-            if (assigned)
+            if (assigned && *argument.value == '\0')
                 fail_flag_value(option);
-            return arguments.set(argument.name, "");
+            return arguments.set(argument.name, assigned.value_or(""));
         }
-        if (arguments.has(argument.name))
+        if (arguments.has(argument.name) && !argument.repeats)
             fail_repeated(option);
         if (assigned && assigned->empty())
             fail_empty_value(option);
-        arguments.set(argument.name, assigned ? *assigned : next_value(option));
+        arguments.add(argument.name, assigned ? *assigned : next_value(option));
     }
 
     std::string next_value(const std::string &option)
@@ -141,17 +130,24 @@ void check_arguments(const Command &command, const Arguments &given)
     }
 }
 
+// What only reads can be repeated, and its document looked at before anything depends on it.
+void check_reading(const Command &command, const Context &context)
+{
+    if (only_reads(command, context.arguments))
+        return;
+    if (context.output.watch)
+        fail_not_reading(command, "--watch");
+    if (!context.output.fields.empty())
+        fail_not_reading(command, "--field");
+}
+
 } // namespace
 
 CommandLine parse(int count, const char *const *words)
 {
     Walker walker(count, words);
     CommandLine line = walker.walk();
-    const Arguments &globals = walker.globals();
-    if (const auto timeout = globals.given("timeout"))
-        line.context.options.timeout = seconds(*timeout);
-    if (globals.has("trace"))
-        line.context.options.trace = show_trace_line;
+    take_global_options(walker.globals(), line.context);
     if (line.help || line.version) {
         line.command = nullptr;
         return line;
@@ -159,14 +155,19 @@ CommandLine parse(int count, const char *const *words)
     if (line.command == nullptr)
         fail_missing_command(line.path);
     check_arguments(*line.command, line.context.arguments);
+    check_reading(*line.command, line.context);
     return line;
 }
 
 bool wants_json(int count, const char *const *words)
 {
     const char *const *end = std::find(words, words + count, std::string_view("--"));
-    return std::any_of(words, end, [](std::string_view word) {
-        return word == "--json" || word.starts_with("--json=");
+    return std::any_of(words, end, [words](const char *const &place) {
+        const std::string_view word = place;
+        const std::string_view before = &place == words ? "" : *(&place - 1);
+        const bool is_format = word == "json" && (before == "-o" || before == "--output");
+        return word == "--json" || word.starts_with("--json=") || word == "--output=json" ||
+               word == "-o=json" || is_format;
     });
 }
 

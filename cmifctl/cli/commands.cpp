@@ -32,82 +32,84 @@ constexpr const char *attempts_details =
 constexpr const char *download_details =
     "Does not wait for a reply. The modem stops working until it is reflashed or power-cycled.";
 
-const Command all_commands[] = {
-    //path                  summary                                                      verb                 arguments
-    {"status",              "show all that is known, with or without the daemons",       status},
+using enum Access;
 
-    {"doctor",              "say what is wrong and how to cure it",                      doctor,              arguments::doctor,
+const Command all_commands[] = {
+    //path                  summary                                                      access  verb                 arguments
+    {"status",              "show all that is known, with or without the daemons",       reads,  status},
+
+    {"doctor",              "say what is wrong and how to cure it",                      acts,   doctor,              arguments::doctor,
                             "Takes nothing away without --fix. The exit status is 1 when something is wrong."},
 
-    {"sim status",          "show the SIM's state and identity",                         sim_status},
-    {"sim retries",         "show the attempts left for PIN and PUK",                    sim_retries},
-    {"sim enter-pin",       "unlock the SIM with its PIN",                               sim_enter_pin,       arguments::attempt,
+    {"sim status",          "show the SIM's state and identity",                         reads,  sim_status},
+    {"sim retries",         "show the attempts left for PIN and PUK",                    reads,  sim_retries},
+    {"sim enter-pin",       "unlock the SIM with its PIN",                               acts,   sim_enter_pin,       arguments::attempt,
                             attempts_details},
-    {"sim enter-puk",       "unblock the SIM with its PUK and set a new PIN",            sim_enter_puk,       arguments::attempt,
+    {"sim enter-puk",       "unblock the SIM with its PUK and set a new PIN",            acts,   sim_enter_puk,       arguments::attempt,
                             "Asks for the PUK, then for the new PIN."},
-    {"sim change-pin",      "change the PIN",                                            sim_change_pin,      arguments::attempt,
+    {"sim change-pin",      "change the PIN",                                            acts,   sim_change_pin,      arguments::attempt,
                             "Asks for the PIN, then for the new one."},
-    {"sim pin-mode",        "show or set whether the SIM asks for its PIN",              sim_pin_mode,        arguments::pin_mode,
+    {"sim pin-mode",        "show or set whether the SIM asks for its PIN",              either, sim_pin_mode,        arguments::pin_mode,
                             "Setting it asks for the PIN."},
-    {"sim lock-network",    "lock the modem to the SIMs of one network",                 sim_lock_network,    arguments::lock_network,
+    {"sim lock-network",    "lock the modem to the SIMs of one network",                 acts,   sim_lock_network,    arguments::lock_network,
                             "Asks for the control key."},
-    {"sim unlock-network",  "let the modem work with any SIM again",                     sim_unlock_network,  arguments::secret,
+    {"sim unlock-network",  "let the modem work with any SIM again",                     acts,   sim_unlock_network,  arguments::secret,
                             "Asks for the control key."},
 
-    {"radio show",          "show measurements and settings",                            radio_show},
-    {"radio mode",          "show or set the generations to search for",                 radio_mode,          arguments::search_mode},
-    {"radio band",          "show or set the band region",                               radio_band,          arguments::band_region,
+    {"radio show",          "show measurements and settings",                            reads,  radio_show},
+    {"radio mode",          "show or set the generations to search for",                 either, radio_mode,          arguments::search_mode},
+    {"radio band",          "show or set the band region",                               either, radio_band,          arguments::band_region,
                             "The same setting of the modem as the search mode, under other names."},
-    {"radio roaming",       "show or set international roaming",                         radio_roaming,       arguments::roaming},
-    {"radio domain",        "show or set the packet-switched domain",                    radio_domain,        arguments::domain},
-    {"radio functionality", "set the functionality level",                               radio_functionality, arguments::functionality},
-    {"radio reset",         "reset the modem to its factory settings",                   radio_reset,         arguments::confirmed},
-    {"radio timezone",      "set the modem to the system's time zone",                   radio_timezone},
-    {"radio download-mode", "request firmware-download mode through the AT daemon",      radio_download_mode, arguments::confirmed,
+    {"radio roaming",       "show or set international roaming",                         either, radio_roaming,       arguments::roaming},
+    {"radio domain",        "show or set the packet-switched domain",                    either, radio_domain,        arguments::domain},
+    {"radio functionality", "set the functionality level",                               acts,   radio_functionality, arguments::functionality},
+    {"radio reset",         "reset the modem to its factory settings",                   acts,   radio_reset,         arguments::confirmed},
+    {"radio timezone",      "set the modem to the system's time zone",                   acts,   radio_timezone},
+    {"radio download-mode", "request firmware-download mode through the AT daemon",      acts,   radio_download_mode, arguments::confirmed,
                             download_details},
 
-    {"network show",        "show operator, cell and registration",                      network_show},
-    {"network scan",        "search for operators and list them",                        network_scan,        {},
+    {"network show",        "show operator, cell and registration",                      reads,  network_show},
+    {"network scan",        "search for operators and list them",                        reads,  network_scan,        {},
                             "May take minutes: waits 180 seconds unless --timeout is given."},
-    {"network scan-state",  "show whether a search is running",                          network_scan_state},
-    {"network list",        "list the operators of the last search",                     network_list},
-    {"network select",      "register with one operator",                                network_select,      arguments::select_operator},
-    {"network auto",        "let the modem choose the operator",                         network_auto},
-    {"network format",      "set the format of the operator's name",                     network_format,      arguments::name_format},
+    {"network scan-state",  "show whether a search is running",                          reads,  network_scan_state},
+    {"network list",        "list the operators of the last search",                     reads,  network_list},
+    {"network select",      "register with one operator",                                acts,   network_select,      arguments::select_operator},
+    {"network auto",        "let the modem choose the operator",                         acts,   network_auto},
+    {"network format",      "set the format of the operator's name",                     acts,   network_format,      arguments::name_format},
 
-    {"sms list",            "list the messages",                                         sms_list},
-    {"sms show",            "show one message in full",                                  sms_show,            arguments::one_message},
-    {"sms delete",          "delete one message, or all",                                sms_delete,          arguments::delete_messages},
+    {"sms list",            "list the messages",                                         reads,  sms_list},
+    {"sms show",            "show one message in full",                                  reads,  sms_show,            arguments::one_message},
+    {"sms delete",          "delete one message, or all",                                acts,   sms_delete,          arguments::delete_messages},
 
-    {"data status",         "show the connection",                                       data_status},
-    {"data start",          "connect, and wait until the connection is up",              data_start},
-    {"data stop",           "disconnect, and wait until the connection is down",         data_stop},
-    {"data uptime",         "show how long the connection has been up",                  data_uptime},
-    {"data auto-connect",   "show or set whether to connect at start",                   data_auto_connect,   arguments::auto_connect},
-    {"data profile show",   "show the connection profile",                               profile_show,        arguments::shown_secrets},
-    {"data profile set",    "change parts of the connection profile",                    profile_set,         arguments::set_profile,
+    {"data status",         "show the connection",                                       reads,  data_status},
+    {"data start",          "connect, and wait until the connection is up",              acts,   data_start},
+    {"data stop",           "disconnect, and wait until the connection is down",         acts,   data_stop},
+    {"data uptime",         "show how long the connection has been up",                  reads,  data_uptime},
+    {"data auto-connect",   "show or set whether to connect at start",                   either, data_auto_connect,   arguments::auto_connect},
+    {"data profile show",   "show the connection profile",                               reads,  profile_show,        arguments::shown_secrets},
+    {"data profile set",    "change parts of the connection profile",                    acts,   profile_set,         arguments::set_profile,
                             "What isn't given stays as it is."},
-    {"data profile-sync",   "update the stored profile from the modem",                  data_profile_sync},
-    {"data at-profile",     "set a connection profile of the modem by number",           data_at_profile,     arguments::at_profile},
-    {"data ota-dm",         "start an over-the-air device-management session",           data_ota_dm},
-    {"data download-mode",  "request firmware-download mode through the QMI daemon",     data_download_mode,  arguments::confirmed,
+    {"data profile-sync",   "update the stored profile from the modem",                  acts,   data_profile_sync},
+    {"data at-profile",     "set a connection profile of the modem by number",           acts,   data_at_profile,     arguments::at_profile},
+    {"data ota-dm",         "start an over-the-air device-management session",           acts,   data_ota_dm},
+    {"data download-mode",  "request firmware-download mode through the QMI daemon",     acts,   data_download_mode,  arguments::confirmed,
                             download_details},
 
-    {"log show",            "show the debug log",                                        log_show,            arguments::log_part},
-    {"log follow",          "show the debug log as it grows",                            log_follow},
-    {"log mark",            "write a line into the debug log",                           log_mark,            arguments::log_text},
-    {"log rotate",          "start a new log and keep two older ones",                   log_rotate},
-    {"log enable",          "switch the debug log on",                                   log_enable},
-    {"log disable",         "switch the debug log off",                                  log_disable},
+    {"log show",            "show the debug log",                                        reads,  log_show,            arguments::log_part},
+    {"log follow",          "show the debug log as it grows",                            acts,   log_follow},
+    {"log mark",            "write a line into the debug log",                           acts,   log_mark,            arguments::log_text},
+    {"log rotate",          "start a new log and keep two older ones",                   acts,   log_rotate},
+    {"log enable",          "switch the debug log on",                                   acts,   log_enable},
+    {"log disable",         "switch the debug log off",                                  acts,   log_disable},
 
-    {"config get",          "show a setting",                                            config_get,          arguments::one_setting},
-    {"config set",          "change a setting until the next restart",                   config_set,          arguments::change_setting,
+    {"config get",          "show a setting",                                            reads,  config_get,          arguments::one_setting},
+    {"config set",          "change a setting until the next restart",                   acts,   config_set,          arguments::change_setting,
                             "Without a value, asks for it without echo."},
-    {"config list",         "list the settings",                                         config_list,         arguments::list_settings},
-    {"config save",         "make the settings persistent",                              config_save},
+    {"config list",         "list the settings",                                         reads,  config_list,         arguments::list_settings},
+    {"config save",         "make the settings persistent",                              acts,   config_save},
 
-    {"completion",          "print a completion script",                                 print_completion,    arguments::shell},
-    {"manual",              "print the manual page, for man -l -",                       print_manual},
+    {"completion",          "print a completion script",                                 acts,   print_completion,    arguments::shell},
+    {"manual",              "print the manual page, for man -l -",                       acts,   print_manual},
 };
 
 // clang-format on
@@ -127,6 +129,12 @@ std::span<const Command> commands()
 ArgumentRows global_options()
 {
     return arguments::global;
+}
+
+bool only_reads(const Command &command, const Arguments &given)
+{
+    const bool changes = !command.arguments.empty() && given.has(command.arguments.front().name);
+    return command.access == Access::reads || (command.access == Access::either && !changes);
 }
 
 bool takes_secrets(const Command &command)

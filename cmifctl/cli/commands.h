@@ -17,20 +17,26 @@ struct Argument {
 
     Kind kind;
     const char *name;  // the key under which the verb finds it
-    const char *value; // its placeholder in the help; empty for a flag
+    const char *value; // its placeholder in the help; a flag takes one after = if it has one
     const char *help;
-    EnumTable choices{}; // empty: any text
-    bool secret = false; // users may type a secret in its place, which is never repeated
-    char letter = '\0';  // of the short form of an option or flag
+    EnumTable choices{};  // empty: any text
+    bool secret = false;  // users may type a secret in its place, which is never repeated
+    char letter = '\0';   // of the short form of an option or flag
+    bool repeats = false; // an option that may be given several times
 
     constexpr bool positional() const { return kind == Kind::required || kind == Kind::optional; }
 };
 
 using ArgumentRows = std::span<const Argument>;
 
+// Whether a command only reads, so that it can be repeated; `either` reads unless its first
+// argument gives the value to set.
+enum class Access { reads, acts, either };
+
 struct Command {
     const char *path; // "sim enter-pin"
     const char *summary;
+    Access access;
     void (*run)(Context &);
     ArgumentRows arguments{};
     const char *details = ""; // follows the summary in help and manual
@@ -46,6 +52,8 @@ std::span<const Command> commands();
 // The options of every command.
 ArgumentRows global_options();
 
+// Whether the command with these arguments only reads.
+bool only_reads(const Command &command, const Arguments &given);
 bool takes_secrets(const Command &command);
 const Command *find_command(std::string_view path);
 // The words that may follow `path`, in the table's order; the groups for an empty path.

@@ -64,6 +64,7 @@ std::string manual_page()
         page += entry(std::to_string(static_cast<int>(row.status)), std::string(row.meaning) + ".");
     return page + ".SH ENVIRONMENT\n" + entry("NO_COLOR", "No colour on a terminal.") +
            entry("COLUMNS", "The width of tables where standard output is not a terminal.") +
+           entry("CMIF_TIMEOUT", "The seconds of --timeout where it isn't given.") +
            entry("CMIF_STORE", "The directory of the configuration store.");
 }
 

@@ -132,10 +132,27 @@ void fail_repeated(const std::string &option)
     fail(option + " is given more than once", see_help);
 }
 
-void fail_timeout(const std::string &text)
+void fail_option_choice(const Argument &option, const std::string &text)
 {
-    fail("--timeout takes a number of seconds, not " + quoted(text),
-         "From 0 to 1000000; 0 = no limit.");
+    fail(std::string("--") + option.name + " takes " + choices(option.choices, ", ") + ", not " +
+             quoted(text),
+         see_help);
+}
+
+void fail_seconds(const std::string &source, const std::string &text, const std::string &range)
+{
+    fail(source + " takes a number of seconds, not " + quoted(text), range);
+}
+
+void fail_exclusive(const std::string &option, const std::string &other)
+{
+    fail(option + " and " + other + " exclude each other", "Give one of them.");
+}
+
+void fail_not_reading(const Command &command, const std::string &option)
+{
+    fail(option + " is for commands that only read, not for " + quoted(full_path(command.path)),
+         "Leave " + option + " out.");
 }
 
 } // namespace cmifctl

@@ -25,7 +25,14 @@ namespace cmifctl
 [[noreturn]] void fail_missing_value(const std::string &option);
 [[noreturn]] void fail_option_as_value(const std::string &option);
 [[noreturn]] void fail_repeated(const std::string &option);
-[[noreturn]] void fail_timeout(const std::string &text);
+// A value that isn't one of an option's choices.
+[[noreturn]] void fail_option_choice(const Argument &option, const std::string &text);
+// `source` is an option or an environment variable.
+[[noreturn]] void fail_seconds(const std::string &source, const std::string &text,
+                               const std::string &range);
+[[noreturn]] void fail_exclusive(const std::string &option, const std::string &other);
+// Of a command that does more than read.
+[[noreturn]] void fail_not_reading(const Command &command, const std::string &option);
 
 } // namespace cmifctl
 

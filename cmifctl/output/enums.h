@@ -56,6 +56,8 @@ constexpr EnumValue sim_state[]            = {{0, "absent"}, {1, "not ready"}, {
 
 // Words whose numbers mean nothing.
 constexpr EnumValue shells[]               = {{0, "bash"}, {1, "zsh"}};
+constexpr EnumValue output_formats[]       = {{0, "human"}, {1, "json"}, {2, "keyvalue"}};
+constexpr EnumValue colours[]              = {{0, "auto"}, {1, "always"}, {2, "never"}};
 constexpr EnumValue from_input[]           = {{0, "-"}};
 constexpr EnumValue password_source[]      = {{0, "ask"}, {1, "-"}};
 // clang-format on

@@ -68,9 +68,4 @@ Json Report::document() const
     return document;
 }
 
-std::string render_json(const Json &document)
-{
-    return document.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 } // namespace cmifctl

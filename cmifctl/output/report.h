@@ -65,9 +65,6 @@ private:
     std::string text_;
 };
 
-// Valid JSON whatever bytes the strings hold, and a newline.
-std::string render_json(const Json &document);
-
 } // namespace cmifctl
 
 #endif

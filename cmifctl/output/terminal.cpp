@@ -61,8 +61,10 @@ std::size_t output_columns()
     return number && *number > 0 ? static_cast<std::size_t>(*number) : 0;
 }
 
-bool output_in_colour()
+bool output_in_colour(Colour colour)
 {
+    if (colour != Colour::automatic)
+        return colour == Colour::always;
     const char *no_color = std::getenv("NO_COLOR");
     const char *terminal = std::getenv("TERM");
     return isatty(STDOUT_FILENO) == 1 && (no_color == nullptr || *no_color == '\0') &&

@@ -2,6 +2,8 @@
 #ifndef CMIFCTL_OUTPUT_TERMINAL_H
 #define CMIFCTL_OUTPUT_TERMINAL_H
 
+#include "format.h"
+
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -29,7 +31,7 @@ void clear_progress();
 
 // Columns of standard output; 0 when it isn't a terminal and COLUMNS isn't set.
 std::size_t output_columns();
-bool output_in_colour();
+bool output_in_colour(Colour colour);
 
 } // namespace cmifctl
 

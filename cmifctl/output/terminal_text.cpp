@@ -11,14 +11,6 @@ namespace cmifctl
 namespace
 {
 
-// Invisible, or able to reorder or overwrite the text around it.
-bool harmful(char32_t code)
-{
-    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0xad ||
-           (code >= 0x200b && code <= 0x200f) || (code >= 0x2028 && code <= 0x202e) ||
-           (code >= 0x2060 && code <= 0x206f) || code == 0xfeff || code >= 0xe0000;
-}
-
 std::string byte_escape(unsigned byte)
 {
     std::array<char, 8> buffer{};
@@ -69,6 +61,30 @@ std::size_t fitting_bytes(std::string_view text, std::size_t columns)
 }
 
 } // namespace
+
+bool harmful(char32_t code)
+{
+    return code < 0x20 || (code >= 0x7f && code < 0xa0) || code == 0xad ||
+           (code >= 0x200b && code <= 0x200f) || (code >= 0x2028 && code <= 0x202e) ||
+           (code >= 0x2060 && code <= 0x206f) || code == 0xfeff || code >= 0xe0000;
+}
+
+std::string escape_line(std::string_view text)
+{
+    std::string out;
+    while (!text.empty()) {
+        const Character character = first_character(text);
+        const bool space = character.valid && (character.code == '\r' || character.code == '\t');
+        if (character.valid && character.code == '\n')
+            out += "\\n";
+        else if (character.valid && character.code == '\\')
+            out += "\\\\";
+        else
+            out += space ? byte_escape(character.code) : escaped(character, text, Lines::kept);
+        text.remove_prefix(character.length);
+    }
+    return out;
+}
 
 std::string escape_controls(std::string_view text, Lines lines)
 {

@@ -14,6 +14,12 @@ enum class Lines { joined, kept };
 // can't inject terminal sequences. A line end becomes a space, or stays.
 std::string escape_controls(std::string_view text, Lines lines = Lines::joined);
 
+// The same on one line from which the text can be had back: a line end is \n, a backslash two.
+std::string escape_line(std::string_view text);
+
+// Invisible, or able to reorder or overwrite the text around it.
+bool harmful(char32_t code);
+
 // Columns on a terminal.
 std::size_t width(std::string_view text);
 

@@ -79,7 +79,7 @@ void log_show(Context &context)
 
 void log_follow(Context &context)
 {
-    if (context.json)
+    if (context.output.json())
         throw Failure(Exit::usage, "'log follow' cannot produce JSON: its output has no end",
                       "'cmifctl --json log show' gives the log as it is.");
     if (access(CMIF_LOG_FILE, F_OK) != 0)

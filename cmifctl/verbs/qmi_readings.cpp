@@ -51,7 +51,7 @@ std::array<QmiReading, 3> all_readings()
 // With a time limit that suits a reading which may be left out.
 Context impatient(const Context &context)
 {
-    Context copy{context.json, context.options, {}, {}};
+    Context copy{context.output, context.options, {}, {}};
     const double asked = context.options.timeout.value_or(0);
     copy.options.timeout = asked > 0 ? std::min(asked, status_timeout) : status_timeout;
     return copy;

@@ -31,7 +31,7 @@ TEST(CommandLine, TakesOptionsAnywhere)
         parsed({"--json", "data", "profile", "set", "--timeout", "2.5", "--apn", "x", "--trace"});
     ASSERT_NE(line.command, nullptr);
     EXPECT_STREQ(line.command->path, "data profile set");
-    EXPECT_TRUE(line.context.json);
+    EXPECT_TRUE(line.context.output.json());
     EXPECT_TRUE(line.context.options.trace);
     EXPECT_EQ(line.context.options.timeout, 2.5);
     EXPECT_EQ(line.context.arguments.text("apn"), "x");
@@ -104,6 +104,12 @@ TEST(CommandLine, ReportsMissingAndUnexpectedValues)
         {{"status", "--timeout", "-1"},
                                       "--timeout takes a number of seconds, not '-1' | From 0 to 1000000; 0 = no limit."},
         {{"--json=true", "status"},   "--json takes no value | Give --json alone."},
+        {{"-o", "xml", "status"},     "--output takes human, json, keyvalue, not 'xml' | 'cmifctl --help' lists the commands."},
+        {{"--json", "-o", "human", "status"},
+                                      "--json and --output human exclude each other | Give one of them."},
+        {{"--json", "--field", "a", "status"},
+                                      "--field and --json exclude each other | Give one of them."},
+        {{"status", "--watch=0"},     "--watch takes a number of seconds, not '0' | From 0.1 to 1000000."},
     });
 }
 
@@ -161,6 +167,52 @@ TEST(CommandLine, SeesJsonHoweverWrongTheRest)
     EXPECT_TRUE(wants_json(2, words));
     words[1] = "--";
     EXPECT_FALSE(wants_json(3, words));
+    words[1] = "-o";
+    words[2] = "json";
+    EXPECT_TRUE(wants_json(3, words));
+    words[2] = "human";
+    EXPECT_FALSE(wants_json(3, words));
+    words[1] = "--output=json";
+    EXPECT_TRUE(wants_json(2, words));
+}
+
+TEST(CommandLine, TakesTheFormatOfTheOutput)
+{
+    EXPECT_EQ(parsed({"status"}).context.output.format, Format::human);
+    EXPECT_EQ(parsed({"status", "-o", "keyvalue"}).context.output.format, Format::keyvalue);
+    EXPECT_EQ(parsed({"--json", "--output=json", "status"}).context.output.format, Format::json);
+    EXPECT_EQ(parsed({"status", "--field", "a.b", "--field=c"}).context.output.fields,
+              (std::vector<std::string>{"a.b", "c"}));
+    EXPECT_EQ(parsed({"status", "--color", "never"}).context.output.colour, Colour::never);
+    EXPECT_EQ(parsed({"status", "--watch"}).context.output.watch, 2.0);
+    EXPECT_EQ(parsed({"status", "--watch=0.5"}).context.output.watch, 0.5);
+    EXPECT_FALSE(parsed({"status"}).context.output.watch);
+}
+
+TEST(CommandLine, RepeatsOnlyReadings)
+{
+    EXPECT_TRUE(parsed({"radio", "mode", "--watch"}).context.output.watch);
+    const std::string only = "--watch is for commands that only read, not for 'cmifctl ";
+    EXPECT_EQ(usage_failure({"radio", "mode", "auto", "--watch"}),
+              only + "radio mode' | Leave --watch out.");
+    EXPECT_EQ(usage_failure({"sim", "enter-pin", "--watch"}),
+              only + "sim enter-pin' | Leave --watch out.");
+    EXPECT_EQ(usage_failure({"data", "start", "--field", "data.state"}),
+              "--field is for commands that only read, not for 'cmifctl data start' | "
+              "Leave --field out.");
+}
+
+TEST(CommandLine, TakesTheTimeLimitFromTheEnvironmentToo)
+{
+    setenv("CMIF_TIMEOUT", "7.5", 1);
+    EXPECT_EQ(parsed({"status"}).context.options.timeout, 7.5);
+    EXPECT_EQ(parsed({"status", "--timeout", "1"}).context.options.timeout, 1);
+    setenv("CMIF_TIMEOUT", "soon", 1);
+    EXPECT_EQ(usage_failure({"status"}), "CMIF_TIMEOUT takes a number of seconds, not 'soon' | "
+                                         "From 0 to 1000000; 0 = no limit.");
+    setenv("CMIF_TIMEOUT", "", 1);
+    EXPECT_FALSE(parsed({"status"}).context.options.timeout);
+    unsetenv("CMIF_TIMEOUT");
 }
 
 } // namespace

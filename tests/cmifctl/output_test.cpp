@@ -1,5 +1,7 @@
 // What cmifctl prints: escaped text, sections and tables, documents.
 #include "cmifctl/output/enums.h"
+#include "cmifctl/output/flat_text.h"
+#include "cmifctl/output/json_text.h"
 #include "cmifctl/output/numbers.h"
 #include "cmifctl/output/report.h"
 #include "cmifctl/output/terminal.h"
@@ -180,6 +182,46 @@ TEST(Document, IsValidWhateverTheBytes)
 {
     const std::string text = render_json({{"text", "a\xff\xfe\n"}});
     EXPECT_EQ(Json::parse(text)["text"], "a\xef\xbf\xbd\xef\xbf\xbd\n");
+}
+
+TEST(Document, HidesNothingFromAReader)
+{
+    const std::string text = "\x7f|\xc2\x9b|\xe2\x80\xae|\xf3\xa0\x80\x81|\xff|ü";
+    const std::string written = render_json({{"text", text}}, Layout::one_line);
+    EXPECT_EQ(written, R"({"text":"\u007f|\u009b|\u202e|\udb40\udc01|\ufffd|ü"})"
+                       "\n");
+    EXPECT_EQ(Json::parse(written)["text"],
+              "\x7f|\xc2\x9b|\xe2\x80\xae|\xf3\xa0\x80\x81|\xef\xbf\xbd|ü");
+}
+
+const Json nested = Json::parse(R"({"a": {"code": 3, "name": "x_y"}, "b": [{"t": "one\ntwo\\"}, 5],
+                                    "c": null, "d": {"code": 9, "name": null}, "e": true})");
+
+TEST(KeyValue, HasALineForEachKnownValue)
+{
+    EXPECT_EQ(render_keyvalue(nested), "a.code: 3\na.name: x_y\nb.0.t: one\\ntwo\\\\\nb.1: 5\n"
+                                       "d.code: 9\ne: true\n");
+}
+
+TEST(Fields, AreAloneOnTheirLines)
+{
+    EXPECT_EQ(render_fields(nested, {"a", "d", "c", "b.0.t", "b.1", "e", "a.code"}),
+              "x_y\n9\n\none\\ntwo\\\\\n5\ntrue\n3\n");
+    EXPECT_EQ(render_fields(nested, {"b"}), "[{\"t\":\"one\\ntwo\\\\\"},5]\n");
+}
+
+TEST(Fields, ListWhatThereIs)
+{
+    for (const char *path : {"z", "a.z", "b.2", "b.x", "", "a."}) {
+        try {
+            render_fields(nested, {path});
+            FAIL() << path;
+        } catch (const Failure &failure) {
+            EXPECT_EQ(failure.status(), Exit::usage);
+            EXPECT_EQ(failure.hint(),
+                      "There is: a.code, a.name, b.0.t, b.1, c, d.code, d.name, e.");
+        }
+    }
 }
 
 TEST(Enumeration, KnowsNamesAndNumbers)

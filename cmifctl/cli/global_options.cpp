@@ -1,0 +1,80 @@
+#include "global_options.h"
+
+#include "cmifctl/output/numbers.h"
+#include "cmifctl/output/terminal.h"
+#include "usage_error.h"
+
+#include <cstdlib>
+
+namespace cmifctl
+{
+namespace
+{
+
+constexpr double max_seconds = 1e6;
+constexpr double min_watch = 0.1;
+constexpr double default_watch = 2;
+
+double seconds(const std::string &source, const std::string &text, double min,
+               const std::string &range)
+{
+    const auto number = decimal_number(text);
+    if (!number || *number < min || *number > max_seconds)
+        fail_seconds(source, text, range);
+    return *number;
+}
+
+double timeout(const std::string &source, const std::string &text)
+{
+    return seconds(source, text, 0, "From 0 to 1000000; 0 = no limit.");
+}
+
+double watch_interval(const std::string &text)
+{
+    return text.empty() ? default_watch
+                        : seconds("--watch", text, min_watch, "From 0.1 to 1000000.");
+}
+
+void check_choices(const Arguments &given)
+{
+    for (const Argument &option : global_options()) {
+        const auto text = given.given(option.name);
+        if (text && !option.choices.empty() && !code_of(option.choices, *text))
+            fail_option_choice(option, *text);
+    }
+}
+
+OutputOptions output_options(const Arguments &given)
+{
+    OutputOptions options;
+    if (given.has("json") || given.has("output"))
+        options.format = given.has("output") ? Format{given.code("output", enums::output_formats)}
+                                             : Format::json;
+    if (given.has("json") && !options.json())
+        fail_exclusive("--json", "--output " + given.text("output"));
+    if (given.has("color"))
+        options.colour = Colour{given.code("color", enums::colours)};
+    options.fields = given.all("field");
+    if (!options.fields.empty() && options.format != Format::human)
+        fail_exclusive("--field", given.has("output") ? "--output" : "--json");
+    if (const auto interval = given.given("watch"))
+        options.watch = watch_interval(*interval);
+    return options;
+}
+
+} // namespace
+
+void take_global_options(const Arguments &given, Context &context)
+{
+    check_choices(given);
+    context.output = output_options(given);
+    const char *variable = std::getenv("CMIF_TIMEOUT");
+    if (const auto text = given.given("timeout"))
+        context.options.timeout = timeout("--timeout", *text);
+    else if (variable != nullptr && *variable != '\0')
+        context.options.timeout = timeout("CMIF_TIMEOUT", variable);
+    if (given.has("trace"))
+        context.options.trace = show_trace_line;
+}
+
+} // namespace cmifctl
