@@ -44,4 +44,13 @@ Json read(const Context &context, const char *name, const Body &body)
     return client::call(context.options, {.request = no_request(name), .body = body}).output;
 }
 
+void check_length(const char *label, const std::string &text, std::size_t max)
+{
+    if (text.size() > max)
+        throw Failure(Exit::invalid,
+                      std::string("the ") + label + " has " + std::to_string(text.size()) +
+                          " bytes; nothing was sent",
+                      std::string("At most ") + std::to_string(max) + " bytes.");
+}
+
 } // namespace cmifctl

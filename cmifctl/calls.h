@@ -43,6 +43,9 @@ Body reads(int (*getter)(Number *))
     };
 }
 
+// Fails with exit 5 when the text does not fit the request's field.
+void check_length(const char *label, const std::string &text, std::size_t max);
+
 } // namespace cmifctl
 
 #endif

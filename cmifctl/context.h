@@ -2,14 +2,16 @@
 #ifndef CMIFCTL_CONTEXT_H
 #define CMIFCTL_CONTEXT_H
 
-#include "arguments.h"
+#include "cli/arguments.h"
 #include "client/call.h"
+#include "cmifctl/output/enums.h"
 #include "cmifctl/output/format.h"
 #include "cmifctl/output/report.h"
 
 namespace cmifctl
 {
 
+using cli::Arguments;
 using client::CallOptions;
 
 struct Context {

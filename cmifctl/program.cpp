@@ -1,8 +1,9 @@
 #include "program.h"
 
+#include "cli/help.h"
+#include "cli/usage_error.h"
 #include "client/signals.h"
 #include "cmifctl/cli/command_line.h"
-#include "cmifctl/cli/help.h"
 #include "cmifctl/output/json_text.h"
 #include "cmifctl/output/terminal.h"
 #include "presentation.h"
@@ -25,7 +26,7 @@ using client::Interrupted;
 // Help or version, which is a document too with --json.
 void print_about(const CommandLine &line)
 {
-    const std::string text = line.help ? help_text(line.path) : CMIF_VERSION;
+    const std::string text = line.help ? cli::help_text(tables(), line.path) : CMIF_VERSION;
     const Json program{{"name", "cmifctl"}, {"version", CMIF_VERSION}};
     const Json members = line.help ? Json{{"help", text}} : Json{{"program", program}};
     if (line.context.output.json())
@@ -34,7 +35,7 @@ void print_about(const CommandLine &line)
         print(line.help ? text : "cmifctl " + text + "\n");
 }
 
-int run(const CommandLine &line)
+int run_line(const CommandLine &line)
 {
     if (line.command == nullptr) {
         print_about(line);
@@ -43,7 +44,7 @@ int run(const CommandLine &line)
     if (line.context.output.watch)
         watch(line);
     Context context = line.context;
-    line.command->run(context);
+    run(line.path, context);
     clear_progress();
     print(rendered(context, line.path));
     return static_cast<int>(context.status);
@@ -75,7 +76,10 @@ int run_and_report_errors(int count, char **words)
     try {
         line = parse(count, words);
         output = line.context.output;
-        return run(line);
+        return run_line(line);
+    } catch (const cli::UsageError &error) {
+        print_failure(Failure(Exit::usage, error.what(), error.hint()), line.path, output);
+        return static_cast<int>(Exit::usage);
     } catch (const Failure &failure) {
         print_failure(failure, line.path, output);
         return static_cast<int>(failure.status());
@@ -98,7 +102,7 @@ int program(int count, char **words)
     client::forbid_core_dumps();
     std::setlocale(LC_CTYPE, "C.UTF-8"); // for the widths of characters
     if (count == 1) {
-        std::fputs(short_help().c_str(), stderr);
+        std::fputs(cli::short_help(tables()).c_str(), stderr);
         return static_cast<int>(Exit::usage);
     }
     try {

@@ -28,7 +28,7 @@ void read_once(const CommandLine &line, bool first)
 {
     Context context = line.context;
     try {
-        line.command->run(context);
+        run(line.path, context);
         clear_progress();
         show(line, rendered(context, line.path), first);
     } catch (const Failure &failure) {

@@ -65,4 +65,4 @@ build() {
 }
 
 # shellcheck disable=SC2034 # for the scripts that source this
-host_packages='g++ cmake ninja-build liblmdb-dev libcli11-dev nlohmann-json3-dev'
+host_packages='g++ cmake ninja-build liblmdb-dev nlohmann-json3-dev'

@@ -2,13 +2,16 @@
 #ifndef CMIFCTL_CLI_ARGUMENT_ROWS_H
 #define CMIFCTL_CLI_ARGUMENT_ROWS_H
 
-#include "commands.h"
+#include "cli/table.h"
+#include "cmifctl/output/enums.h"
+#include "cmifctl/verbs/known_values.h"
 
 namespace cmifctl
 {
 namespace arguments
 {
 
+using cli::Argument;
 using enum Argument::Kind;
 
 // clang-format off
@@ -20,8 +23,8 @@ constexpr Argument secret_input  {optional, "source",       "-",      "read the 
 constexpr Argument force         {flag,     "force",        "",       "try even if only one attempt is left"};
 constexpr Argument yes           {flag,     "yes",          "",       "don't ask for confirmation"};
 constexpr Argument show_secrets  {flag,     "show-secrets", "",       "show passwords in clear"};
-constexpr Argument message_id    {required, "id",           "ID",     "its index in the list"};
-constexpr Argument key           {required, "key",          "KEY",    "its name"};
+constexpr Argument message_id    {required, "id",           "ID",     "its index in the list",    {}, false, '\0', false, known_messages};
+constexpr Argument key           {required, "key",          "KEY",    "its name",                 {}, false, '\0', false, known_settings};
 
 constexpr Argument global[] = {
     {option, "output",  "FORMAT",  "how the result is written",   enums::output_formats, false, 'o'},
@@ -32,8 +35,8 @@ constexpr Argument global[] = {
     {option, "color",   "WHEN",    "colour for people",           enums::colours},
     {option, "timeout", "SECONDS", "how long to wait for an answer (default 30; 0 = no limit)"},
     {flag,   "trace",   "",        "show the library's trace lines on standard error"},
-    {flag,   "help",    "",        "show help",        {}, false, 'h'},
-    {flag,   "version", "",        "show the version", {}, false, 'V'},
+    cli::help_option,
+    cli::version_option,
 };
 
 constexpr Argument secret[]        = {secret_input};
@@ -47,7 +50,7 @@ constexpr Argument pin_mode[] = {
     force,
 };
 constexpr Argument lock_network[] = {
-    {option,   "network",    "CODE",       "MCC and MNC; default: the SIM's own network"},
+    {option,   "network",    "CODE",       "MCC and MNC; default: the SIM's own network",      {}, false, '\0', false, known_operators},
     {option,   "facility",   "NAME",       "which lock (default PN)"},
     secret_input,
 };
@@ -69,7 +72,7 @@ constexpr Argument functionality[] = {
 };
 
 constexpr Argument select_operator[] = {
-    {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits"},
+    {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits",                       {}, false, '\0', false, known_operators},
     {option,   "technology", "GENERATION", "access technology (default: any)",                 enums::generation},
 };
 constexpr Argument name_format[] = {
@@ -78,7 +81,7 @@ constexpr Argument name_format[] = {
 
 constexpr Argument one_message[] = {message_id};
 constexpr Argument delete_messages[] = {
-    {optional, "id",         "ID",         "its index in the list"},
+    {optional, "id",         "ID",         "its index in the list",                            {}, false, '\0', false, known_messages},
     {flag,     "all",        "",           "delete every message"},
     yes,
 };
@@ -117,16 +120,12 @@ constexpr Argument change_setting[] = {
     show_secrets,
 };
 constexpr Argument list_settings[] = {
-    {optional, "prefix",     "PREFIX",     "only the settings whose names begin with it"},
+    {optional, "prefix",     "PREFIX",     "only the settings whose names begin with it",      {}, false, '\0', false, known_settings},
     show_secrets,
 };
 
 constexpr Argument doctor[] = {
     {flag,     "fix",        "",           "take away what no process waits for: stale replies, left-over markers"},
-};
-
-constexpr Argument shell[] = {
-    {required, "shell",      "SHELL",      "for which shell",                                  enums::shells},
 };
 
 // clang-format on

@@ -1,8 +1,8 @@
 #include "global_options.h"
 
-#include "cmifctl/output/numbers.h"
+#include "cli/numbers.h"
+#include "cli/usage_error.h"
 #include "cmifctl/output/terminal.h"
-#include "usage_error.h"
 
 #include <cstdlib>
 
@@ -18,9 +18,9 @@ constexpr double default_watch = 2;
 double seconds(const std::string &source, const std::string &text, double min,
                const std::string &range)
 {
-    const auto number = decimal_number(text);
+    const auto number = cli::decimal_number(text);
     if (!number || *number < min || *number > max_seconds)
-        fail_seconds(source, text, range);
+        cli::fail_seconds(source, text, range);
     return *number;
 }
 
@@ -35,15 +35,6 @@ double watch_interval(const std::string &text)
                         : seconds("--watch", text, min_watch, "From 0.1 to 1000000.");
 }
 
-void check_choices(const Arguments &given)
-{
-    for (const Argument &option : global_options()) {
-        const auto text = given.given(option.name);
-        if (text && !option.choices.empty() && !code_of(option.choices, *text))
-            fail_option_choice(option, *text);
-    }
-}
-
 OutputOptions output_options(const Arguments &given)
 {
     OutputOptions options;
@@ -51,12 +42,12 @@ OutputOptions output_options(const Arguments &given)
         options.format = given.has("output") ? Format{given.code("output", enums::output_formats)}
                                              : Format::json;
     if (given.has("json") && !options.json())
-        fail_exclusive("--json", "--output " + given.text("output"));
+        cli::fail_exclusive("--json", "--output " + given.text("output"));
     if (given.has("color"))
         options.colour = Colour{given.code("color", enums::colours)};
     options.fields = given.all("field");
     if (!options.fields.empty() && options.format != Format::human)
-        fail_exclusive("--field", given.has("output") ? "--output" : "--json");
+        cli::fail_exclusive("--field", given.has("output") ? "--output" : "--json");
     if (const auto interval = given.given("watch"))
         options.watch = watch_interval(*interval);
     return options;
@@ -66,7 +57,6 @@ OutputOptions output_options(const Arguments &given)
 
 void take_global_options(const Arguments &given, Context &context)
 {
-    check_choices(given);
     context.output = output_options(given);
     const char *variable = std::getenv("CMIF_TIMEOUT");
     if (const auto text = given.given("timeout"))

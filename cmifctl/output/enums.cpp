@@ -16,24 +16,8 @@ Json named(EnumTable table, const Json &text)
 {
     if (text.is_null())
         return text;
-    const std::optional<int> code = code_of(table, text.get_ref<const std::string &>());
+    const std::optional<int> code = cli::code_of(table, text.get_ref<const std::string &>());
     return code ? enumeration(table, *code) : Json{{"code", nullptr}, {"name", text}};
-}
-
-std::optional<int> code_of(EnumTable table, std::string_view text)
-{
-    for (const EnumValue &value : table)
-        if (text == value.name || text == std::to_string(value.code))
-            return value.code;
-    return std::nullopt;
-}
-
-std::string choices(EnumTable table, std::string_view separator)
-{
-    std::string list;
-    for (const EnumValue &value : table)
-        list.append(list.empty() ? "" : separator).append(value.name);
-    return list;
 }
 
 } // namespace cmifctl

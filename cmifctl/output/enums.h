@@ -2,12 +2,8 @@
 #ifndef CMIFCTL_OUTPUT_ENUMS_H
 #define CMIFCTL_OUTPUT_ENUMS_H
 
+#include "cli/choices.h"
 #include "client/failure.h"
-
-#include <optional>
-#include <span>
-#include <string>
-#include <string_view>
 
 namespace cmifctl
 {
@@ -16,11 +12,8 @@ using client::Exit;
 using client::Failure;
 using client::Json;
 
-struct EnumValue {
-    int code;
-    const char *name;
-};
-using EnumTable = std::span<const EnumValue>;
+using EnumValue = cli::Choice;
+using EnumTable = cli::Choices;
 
 namespace enums
 {
@@ -55,7 +48,6 @@ constexpr EnumValue sim_state[]            = {{0, "absent"}, {1, "not ready"}, {
                                               {4, "PUK required"}, {5, "network locked"}, {6, "permanently blocked"}};
 
 // Words whose numbers mean nothing.
-constexpr EnumValue shells[]               = {{0, "bash"}, {1, "zsh"}};
 constexpr EnumValue output_formats[]       = {{0, "human"}, {1, "json"}, {2, "keyvalue"}};
 constexpr EnumValue colours[]              = {{0, "auto"}, {1, "always"}, {2, "never"}};
 constexpr EnumValue from_input[]           = {{0, "-"}};
@@ -69,12 +61,6 @@ Json enumeration(EnumTable table, int code);
 
 // The same for a code that arrives as text. Text that isn't a code of the table becomes the name.
 Json named(EnumTable table, const Json &text);
-
-// The code of a name, or of a code of the table written in digits.
-std::optional<int> code_of(EnumTable table, std::string_view text);
-
-// "auto|2g|3g|4g"
-std::string choices(EnumTable table, std::string_view separator = "|");
 
 } // namespace cmifctl
 

@@ -1,7 +1,7 @@
 #include "flat_text.h"
 
+#include "cli/numbers.h"
 #include "json_text.h"
-#include "numbers.h"
 #include "terminal_text.h"
 
 #include <algorithm>
@@ -41,7 +41,7 @@ const Json *member(const Json &value, const std::string &key)
 {
     if (value.is_object())
         return value.contains(key) ? &value[key] : nullptr;
-    const auto index = whole_number(key);
+    const auto index = cli::whole_number(key);
     const bool inside =
         value.is_array() && index && *index >= 0 && static_cast<std::size_t>(*index) < value.size();
     return inside ? &value[static_cast<std::size_t>(*index)] : nullptr;

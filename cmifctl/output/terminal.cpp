@@ -1,6 +1,6 @@
 #include "terminal.h"
 
-#include "numbers.h"
+#include "cli/numbers.h"
 #include "terminal_text.h"
 
 #include <cerrno>
@@ -57,7 +57,7 @@ std::size_t output_columns()
         size.ws_col > 0)
         return size.ws_col;
     const char *columns = std::getenv("COLUMNS");
-    const auto number = whole_number(columns != nullptr ? columns : "");
+    const auto number = cli::whole_number(columns != nullptr ? columns : "");
     return number && *number > 0 ? static_cast<std::size_t>(*number) : 0;
 }
 

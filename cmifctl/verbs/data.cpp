@@ -72,7 +72,7 @@ void data_profile_sync(Context &context)
 
 void data_at_profile(Context &context)
 {
-    const int id = context.arguments.number("id", "NUMBER", 1, 16);
+    const int id = static_cast<int>(context.arguments.number("id", "NUMBER", 1, 16));
     const int type = context.arguments.code("type", enums::pdp_type);
     const std::string type_name = enumeration(enums::pdp_type, type)["name"];
     const std::string apn = context.arguments.text("apn");

@@ -1,5 +1,5 @@
+#include "cli/numbers.h"
 #include "cmifctl/calls.h"
-#include "cmifctl/output/numbers.h"
 #include "cmifctl/output/terminal.h"
 #include "cmifctl/output/terminal_text.h"
 #include "log_files.h"
@@ -63,11 +63,11 @@ std::string ruler(const std::string &text)
 
 void log_show(Context &context)
 {
-    constexpr int max_lines = 1'000'000;
+    constexpr long long max_lines = 1'000'000;
     const Arguments &given = context.arguments;
-    const int generation =
+    const auto generation =
         given.has("generation") ? given.number("generation", "--generation", 0, 2) : 0;
-    const int wanted =
+    const auto wanted =
         given.has("lines") ? given.number("lines", "--lines", 1, max_lines) : max_lines;
     std::vector<std::string> lines =
         last_log_lines(log_generations[generation], static_cast<std::size_t>(wanted));
@@ -101,7 +101,7 @@ void log_mark(Context &context)
     if (text.size() > max_bytes || escape_controls(text) != text)
         throw Failure(Exit::invalid, "the text does not fit a line of the log",
                       "At most 100 bytes, printable characters only.");
-    if (whole_number(setting(context, enable_setting)).value_or(0) == 0)
+    if (cli::whole_number(setting(context, enable_setting)).value_or(0) == 0)
         throw Failure(Exit::invalid, "the log is off", "Switch it on with 'cmifctl log enable'.");
     const off_t before = log_size(CMIF_LOG_FILE);
     client::call(context.options, {.request = no_request("shared_debug_lte_write_log_file"),

@@ -1,7 +1,7 @@
 #include "readings.h"
 
+#include "cli/numbers.h"
 #include "cmif/cmif.h"
-#include "cmifctl/output/numbers.h"
 #include "cmifctl/output/times.h"
 #include "settings.h"
 
@@ -120,9 +120,9 @@ Json raw_value(const Reading &reading)
 Json number_or_null(const Json &value)
 {
     const auto &digits = value.get_ref<const std::string &>();
-    if (const auto whole = whole_number(digits))
+    if (const auto whole = cli::whole_number(digits))
         return *whole;
-    const auto decimal = decimal_number(digits);
+    const auto decimal = cli::decimal_number(digits);
     return decimal ? Json(*decimal) : Json();
 }
 

@@ -37,7 +37,8 @@ Call removal(int index, int flag)
 
 int message_id(const Context &context)
 {
-    return context.arguments.number("id", "ID", 0, std::numeric_limits<int>::max());
+    return static_cast<int>(
+        context.arguments.number("id", "ID", 0, std::numeric_limits<int>::max()));
 }
 
 } // namespace

@@ -9,25 +9,29 @@ struct Misuse {
 };
 
 constexpr Misuse misuses[] = {
-    {"$S", "A subcommand is required\n"},
-    {"$S nothing", "A subcommand is required\n"},
-    {"$S run cmifctl", "The following argument was not expected: cmifctl\n"},
-    {"$S run --bogus", "The following argument was not expected: --bogus\n"},
-    {"$S serve -- true", "The following argument was not expected: true\n"},
-    {"$S run --no-at --no-qmi", "--no-at excludes --no-qmi\n"},
-    {"$S run --seed x", "Could not convert: --seed = x\n"},
-    {"$S run --seed -1", "Could not convert: --seed = -1\n"},
-    {"$S run --pace soon", "--pace: 'soon' is not a number from 0 to 1000\n"},
-    {"$S run --pace ''", "--pace: '' is not a number from 0 to 1000\n"},
-    {"$S run --pace -1", "--pace: '-1' is not a number from 0 to 1000\n"},
-    {"$S run --pace -0.001", "--pace: '-0.001' is not a number from 0 to 1000\n"},
-    {"$S run --pace 1000.001", "--pace: '1000.001' is not a number from 0 to 1000\n"},
-    {"$S run --pace 1e10", "--pace: '1e10' is not a number from 0 to 1000\n"},
-    {"$S run --pace 1e999", "--pace: '1e999' is not a number from 0 to 1000\n"},
-    {"$S run --pace inf", "--pace: 'inf' is not a number from 0 to 1000\n"},
-    {"$S run --pace nan", "--pace: 'nan' is not a number from 0 to 1000\n"},
-    {"$S run --pace 0.1x", "--pace: '0.1x' is not a number from 0 to 1000\n"},
-    {"$S serve --pace 1001", "--pace: '1001' is not a number from 0 to 1000\n"},
+    {"$S --verbose", "unknown option '--verbose' for 'cmif-sim'\n"},
+    {"$S nothing", "unknown command 'nothing' in 'cmif-sim'\n"},
+    {"$S -- run -- true", "unexpected argument '--' for 'cmif-sim run'\n"},
+    {"$S run cmifctl", "unexpected argument 'cmifctl' for 'cmif-sim run'\n"},
+    {"$S run --bogus", "unknown option '--bogus' for 'cmif-sim run'\n"},
+    {"$S run --bogus$(printf '\\033')", "unknown option '--bogus?' for 'cmif-sim run'\n"},
+    {"$S serve -- true", "unexpected argument 'true' for 'cmif-sim serve'\n"},
+    {"$S run --no-at --no-qmi", "--no-at and --no-qmi exclude each other\n"},
+    {"$S run --seed x", "--seed takes a whole number from 0 to 4294967295, not 'x'\n"},
+    {"$S run --seed -1", "--seed takes a whole number from 0 to 4294967295, not '-1'\n"},
+    {"$S run --seed 4294967296",
+     "--seed takes a whole number from 0 to 4294967295, not '4294967296'\n"},
+    {"$S run --pace soon", "--pace takes a number from 0 to 1000, not 'soon'\n"},
+    {"$S run --pace ''", "--pace takes a number from 0 to 1000, not ''\n"},
+    {"$S run --pace -1", "--pace takes a number from 0 to 1000, not '-1'\n"},
+    {"$S run --pace -0.001", "--pace takes a number from 0 to 1000, not '-0.001'\n"},
+    {"$S run --pace 1000.001", "--pace takes a number from 0 to 1000, not '1000.001'\n"},
+    {"$S run --pace 1e10", "--pace takes a number from 0 to 1000, not '1e10'\n"},
+    {"$S run --pace 1e999", "--pace takes a number from 0 to 1000, not '1e999'\n"},
+    {"$S run --pace inf", "--pace takes a number from 0 to 1000, not 'inf'\n"},
+    {"$S run --pace nan", "--pace takes a number from 0 to 1000, not 'nan'\n"},
+    {"$S run --pace 0.1x", "--pace takes a number from 0 to 1000, not '0.1x'\n"},
+    {"$S serve --pace 1001", "--pace takes a number from 0 to 1000, not '1001'\n"},
 };
 
 TEST(Options, AreRefusedWithStatus2AndAReason)
@@ -36,10 +40,17 @@ TEST(Options, AreRefusedWithStatus2AndAReason)
         const Outcome refused = shell(misuse.line);
         EXPECT_EQ(refused.status, 2) << misuse.line;
         EXPECT_EQ(refused.output, "") << misuse.line;
-        EXPECT_EQ(refused.errors,
-                  std::string(misuse.error) + "Run with --help for more information.\n")
-            << misuse.line;
+        EXPECT_TRUE(refused.errors.starts_with(std::string("cmif-sim: ") + misuse.error))
+            << misuse.line << refused.errors;
     }
+}
+
+TEST(Options, AreAskedForWhenThereAreNone)
+{
+    const Outcome refused = shell("$S");
+    EXPECT_EQ(refused.status, 2);
+    EXPECT_EQ(refused.output, "");
+    EXPECT_TRUE(contains(refused.errors, "Usage: cmif-sim [OPTIONS] COMMAND")) << refused.errors;
 }
 
 TEST(Options, AcceptEveryPaceInRange)
@@ -54,22 +65,34 @@ TEST(Options, HaveAHelp)
     EXPECT_EQ(help.status, 0);
     EXPECT_EQ(help.errors, "");
     EXPECT_TRUE(contains(help.output, "  cmif-sim run -- cmifctl status ")) << help.output;
-    EXPECT_TRUE(contains(help.output, "Serve this system's queues until stopped\n")) << help.output;
+    EXPECT_TRUE(contains(help.output, "serve this system's queues until stopped\n")) << help.output;
     EXPECT_EQ(shell("$S --version").output.rfind("cmif-sim 1.", 0), 0U);
 }
 
-TEST(Options, HaveAHelpForEachSubcommand)
+TEST(Options, HaveAHelpForEachCommand)
 {
     const Outcome run = shell("$S run --help");
     EXPECT_EQ(run.status, 0);
     for (const char *part :
-         {"Usage: cmif-sim run [OPTIONS] [-- PROGRAM [ARGUMENT...]]\n", "--pace FACTOR=1 ",
-          "Factor on the modem's delays, 0 to 1000: ", "--seed N=1 ", "--verbose ",
-          "Exit status: the program's; 1 the router did not start, 2 usage error, 126 "})
+         {"Usage: cmif-sim [OPTIONS] run ", " [-- PROGRAM [ARGUMENT...]]\n", "--pace FACTOR ",
+          "factor on the modem's delays, 0 to 1000: ", "--seed N ", "--verbose ",
+          "Example:\n  cmif-sim run -- cmifctl status\n", "The exit status is the program's.\n"})
         EXPECT_TRUE(contains(run.output, part)) << part << run.output;
     const Outcome serve = shell("$S serve --help");
     EXPECT_EQ(serve.status, 0);
     EXPECT_TRUE(contains(serve.output, "Stops on SIGTERM and SIGINT. ")) << serve.output;
+}
+
+TEST(Options, LeaveTheProgramsOwnOptionsAlone)
+{
+    EXPECT_EQ(shell("$S run --pace 0 -- printf %s --version").output, "--version");
+}
+
+TEST(Options, HelpEndsWithStatus1WhenItCannotBeWritten)
+{
+    const Outcome unwritten = shell("$S manual >/dev/full");
+    EXPECT_EQ(unwritten.status, 1);
+    EXPECT_TRUE(contains(unwritten.errors, "standard output can't be written")) << unwritten.errors;
 }
 
 } // namespace

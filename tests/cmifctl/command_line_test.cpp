@@ -1,4 +1,5 @@
 // Which command lines cmifctl accepts, and what it reports about the others.
+#include "cli/usage_error.h"
 #include "cmifctl/cli/command_line.h"
 
 #include <gtest/gtest.h>
@@ -18,9 +19,8 @@ std::string usage_failure(const std::vector<const char *> &words)
 {
     try {
         parsed(words);
-    } catch (const Failure &failure) {
-        EXPECT_EQ(failure.status(), Exit::usage);
-        return std::string(failure.what()) + " | " + failure.hint();
+    } catch (const cli::UsageError &error) {
+        return std::string(error.what()) + " | " + error.hint();
     }
     return "accepted";
 }
@@ -85,7 +85,9 @@ TEST(CommandLine, NamesSimilarAndKnownCommands)
                                       "Available: show, scan, scan-state, list, select, auto, format."},
         {{"sms"},                     "missing command after 'cmifctl sms' | Available: list, show, delete."},
         {{"data", "profile"},         "missing command after 'cmifctl data profile' | Available: show, set."},
-        {{"status", "--jsn"},         "unknown option '--jsn' for 'cmifctl status' | 'cmifctl status --help' lists the options."},
+        {{"status", "--jsn"},         "unknown option '--jsn' for 'cmifctl status' | Did you mean: --json?"},
+        {{"status", "--time", "3"},   "unknown option '--time' for 'cmifctl status' | Did you mean: --timeout?"},
+        {{"enter-pin"},               "unknown command 'enter-pin' in 'cmifctl' | Did you mean: sim enter-pin?"},
         {{"--force", "sim"},          "unknown option '--force' for 'cmifctl' | 'cmifctl --help' lists the options."},
         {{"status", "-x"},            "unknown option '-x' for 'cmifctl status' | 'cmifctl status --help' lists the options."},
     });
@@ -94,9 +96,9 @@ TEST(CommandLine, NamesSimilarAndKnownCommands)
 TEST(CommandLine, ReportsMissingAndUnexpectedValues)
 {
     expect_failures({
-        {{"status", "--timeout"},     "--timeout needs a value | 'cmifctl --help' lists the commands."},
+        {{"status", "--timeout"},     "--timeout needs a value | 'cmifctl status --help' shows its usage."},
         {{"status", "--timeout", "1", "--timeout", "2"},
-                                      "--timeout is given more than once | 'cmifctl --help' lists the commands."},
+                                      "--timeout is given more than once | 'cmifctl status --help' shows its usage."},
         {{"--timeout", "--json", "status"},
                                       "--timeout needs a value, not another option | Write --timeout=VALUE for a value that begins with --."},
         {{"--timeout=", "status"},    "--timeout= has no value | Give the value as the next word; '' is an empty one."},
@@ -104,7 +106,7 @@ TEST(CommandLine, ReportsMissingAndUnexpectedValues)
         {{"status", "--timeout", "-1"},
                                       "--timeout takes a number of seconds, not '-1' | From 0 to 1000000; 0 = no limit."},
         {{"--json=true", "status"},   "--json takes no value | Give --json alone."},
-        {{"-o", "xml", "status"},     "--output takes human, json, keyvalue, not 'xml' | 'cmifctl --help' lists the commands."},
+        {{"-o", "xml", "status"},     "invalid FORMAT 'xml' for --output | One of: human, json, keyvalue."},
         {{"--json", "-o", "human", "status"},
                                       "--json and --output human exclude each other | Give one of them."},
         {{"--json", "--field", "a", "status"},
@@ -139,6 +141,13 @@ TEST(CommandLine, TakesNoSecretsAsArguments)
         {{"sim", "pin-mode", "1234"},               "invalid MODE for 'cmifctl sim pin-mode' | One of: off, on."},
         {{"config", "set", "key", "value", "more"}, "too many arguments for 'cmifctl config set' | "
                                                     "'cmifctl config set --help' shows its usage."},
+        {{"--1234", "sim", "enter-pin"},            "unknown option for 'cmifctl' | 'cmifctl --help' lists the options."},
+        {{"--passwd=hunter", "data"},               "unknown option '--passwd' for 'cmifctl' | 'cmifctl --help' lists the options."},
+        {{"sim", "--1234", "enter-pin"},            "unknown option for 'cmifctl sim' | 'cmifctl sim --help' lists the options."},
+        {{"sim", "enter-pin", "--frce"},            "unknown option for 'cmifctl sim enter-pin' | Did you mean: --force?"},
+        {{"1234", "sim", "enter-pin"},              "unknown command in 'cmifctl' | Available: status, sim, radio, network, sms, data, log, "
+                                                    "config, completion, manual, complete."},
+        {{"status", "1234"},                        "too many arguments for 'cmifctl status' | 'cmifctl status --help' shows its usage."},
         {{"data", "profile", "set", "--password=hunter2"},
                                                     "secrets are not taken from the command line | "
                                                     "Give --password ask to be asked, or --password - to read standard input."},
@@ -154,8 +163,14 @@ TEST(CommandLine, HelpNeedsNoArguments)
     EXPECT_EQ(parsed({"sms", "--help", "show"}).path, "sms show");
     EXPECT_TRUE(parsed({"--help"}).help);
     EXPECT_FALSE(parsed({"config", "get", "--", "--help"}).help);
-    EXPECT_TRUE(parsed({"--version"}).version);
-    EXPECT_TRUE(parsed({"-V"}).version);
+    EXPECT_EQ(parsed({"sms", "show", "--all", "-h"}).path, "sms show");
+    EXPECT_TRUE(parsed({"sms", "show", "--timeout", "--help"}).help);
+    EXPECT_TRUE(parsed({"frobnicate", "--help"}).help);
+    EXPECT_EQ(usage_failure({"frobnicate", "--", "--help"}).find("unknown command"), 0U);
+    for (const char *version : {"--version", "-V"}) {
+        EXPECT_EQ(parsed({version}).command, nullptr);
+        EXPECT_FALSE(parsed({version}).help);
+    }
 }
 
 TEST(CommandLine, SeesJsonHoweverWrongTheRest)
@@ -169,6 +184,8 @@ TEST(CommandLine, SeesJsonHoweverWrongTheRest)
     EXPECT_FALSE(wants_json(3, words));
     words[1] = "-o";
     words[2] = "json";
+    EXPECT_TRUE(wants_json(3, words));
+    words[2] = "1"; // its number in the table
     EXPECT_TRUE(wants_json(3, words));
     words[2] = "human";
     EXPECT_FALSE(wants_json(3, words));

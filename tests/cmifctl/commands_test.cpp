@@ -1,53 +1,87 @@
 // The command table, and what is generated from it.
-#include "cmifctl/cli/commands.h"
-#include "cmifctl/cli/help.h"
+#include "cli/completion.h"
+#include "cli/help.h"
+#include "cli/manual.h"
+#include "cmifctl/cli/command_line.h"
+#include "cmifctl/cli/exit_meanings.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <set>
+#include <sstream>
 
 namespace
 {
 
 using namespace cmifctl;
 
-TEST(Table, EveryCommandIsInAGroupAndOnce)
+TEST(Table, EveryCommandIsOnceInAKnownGroup)
 {
     std::set<std::string> paths;
-    for (const Command &command : commands()) {
-        EXPECT_TRUE(paths.insert(command.path).second) << command.path;
+    for (const cli::Command &command : tables().commands) {
         const std::string path = command.path;
-        const std::string group = path.substr(0, path.find(' '));
-        EXPECT_TRUE(std::any_of(groups().begin(), groups().end(), [&group](const Group &known) {
-            return group == known.name;
-        })) << group;
-        EXPECT_NE(command.run, nullptr);
+        EXPECT_TRUE(paths.insert(path).second) << path;
+        const auto groups = tables().groups;
+        const bool known =
+            std::any_of(groups.begin(), groups.end(), [&path](const cli::Group &group) {
+                return path.starts_with(std::string(group.name) + " ");
+            });
+        EXPECT_TRUE(known || path.find(' ') == std::string::npos) << path;
     }
 }
 
-TEST(Table, HelpCompletionAndManualNameEveryCommand)
+TEST(Table, HelpAndManualDescribeEveryCommand)
 {
-    const std::string help = help_text("");
-    const std::string bash = completion_script("bash");
-    const std::string zsh = completion_script("zsh");
-    const std::string page = manual_page();
-    for (const Command &command : commands()) {
+    const std::string help = cli::help_text(tables(), "");
+    for (const cli::Command &command : tables().commands) {
         const std::string path = command.path;
         EXPECT_NE(help.find("  " + path + " "), std::string::npos) << path;
-        EXPECT_NE(bash.find("'" + path + "')"), std::string::npos) << path;
-        EXPECT_NE(zsh.find("'" + path + "')"), std::string::npos) << path;
-        EXPECT_NE(help_text(path).find(command.summary), std::string::npos) << path;
+        const std::string own = cli::help_text(tables(), path);
+        EXPECT_NE(own.find(std::string(command.summary).substr(1)), std::string::npos) << path;
+        for (const cli::Argument &argument : command.arguments)
+            EXPECT_NE(own.find(argument.help), std::string::npos) << argument.name;
+    }
+}
 
-        for (const Argument &argument : command.arguments)
-            EXPECT_NE(help_text(path).find(argument.help), std::string::npos) << argument.name;
+TEST(Table, EveryExampleIsValid)
+{
+    for (const cli::Command &command : tables().commands) {
+        std::istringstream text(std::string("cmifctl ") + command.path + " " + command.example);
+        std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+        std::vector<const char *> pointers;
+        for (const std::string &word : words)
+            pointers.push_back(word.c_str());
+        const CommandLine line = parse(static_cast<int>(pointers.size()), pointers.data());
+        EXPECT_EQ(line.path, command.path);
+    }
+}
+
+TEST(Table, CompletionKnowsEveryCommand)
+{
+    for (const cli::Command &command : tables().commands) {
+        std::istringstream text(command.path);
+        const std::vector<std::string> words{std::istream_iterator<std::string>(text), {}};
+        const auto candidates = cli::complete(tables(), words);
+        EXPECT_TRUE(std::any_of(
+            candidates.begin(), candidates.end(),
+            [&words](const cli::Candidate &next) { return next.value == words.back(); }))
+            << command.path;
     }
 }
 
 // A word after a command is an argument of it.
 TEST(Table, NoCommandIsAGroupOfOthers)
 {
-    for (const Command &command : commands())
-        EXPECT_TRUE(subcommands_of(command.path).empty()) << command.path;
+    for (const cli::Command &command : tables().commands)
+        EXPECT_TRUE(cli::subcommands_of(tables(), command.path).empty()) << command.path;
+}
+
+TEST(Table, EveryExitStatusHasAMeaning)
+{
+    for (int status = 0; status <= static_cast<int>(Exit::not_ready); ++status)
+        EXPECT_EQ(exit_meanings[status].name, std::to_string(status));
+    EXPECT_EQ(std::size(exit_meanings), static_cast<std::size_t>(Exit::not_ready) + 1);
 }
 
 } // namespace

@@ -1,8 +1,8 @@
 // What cmifctl prints: escaped text, sections and tables, documents.
+#include "cli/numbers.h"
 #include "cmifctl/output/enums.h"
 #include "cmifctl/output/flat_text.h"
 #include "cmifctl/output/json_text.h"
-#include "cmifctl/output/numbers.h"
 #include "cmifctl/output/report.h"
 #include "cmifctl/output/terminal.h"
 #include "cmifctl/output/terminal_text.h"
@@ -74,15 +74,15 @@ TEST(IsoTime, RefusesAnythingElse)
 
 TEST(Numbers, AreParsedOnlyIfComplete)
 {
-    EXPECT_EQ(whole_number("-71"), -71);
-    EXPECT_EQ(whole_number("+7"), 7);
-    EXPECT_FALSE(whole_number("7 "));
-    EXPECT_FALSE(whole_number(""));
-    EXPECT_FALSE(whole_number("0x10"));
-    EXPECT_FALSE(whole_number("99999999999999999999"));
-    EXPECT_EQ(decimal_number("8.5"), 8.5);
-    EXPECT_FALSE(decimal_number("nan"));
-    EXPECT_FALSE(decimal_number("1e5"));
+    EXPECT_EQ(cli::whole_number("-71"), -71);
+    EXPECT_EQ(cli::whole_number("+7"), 7);
+    EXPECT_FALSE(cli::whole_number("7 "));
+    EXPECT_FALSE(cli::whole_number(""));
+    EXPECT_FALSE(cli::whole_number("0x10"));
+    EXPECT_FALSE(cli::whole_number("99999999999999999999"));
+    EXPECT_EQ(cli::decimal_number("8.5"), 8.5);
+    EXPECT_FALSE(cli::decimal_number("nan"));
+    EXPECT_FALSE(cli::decimal_number("1e5"));
 }
 
 TEST(Duration, CountsDays)
@@ -229,9 +229,9 @@ TEST(Enumeration, KnowsNamesAndNumbers)
     EXPECT_EQ(enumeration(enums::sim_state, 9), Json::parse(R"({"code": 9, "name": null})"));
     EXPECT_EQ(named(enums::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
     EXPECT_EQ(named(enums::on_off, "x"), Json::parse(R"({"code": null, "name": "x"})"));
-    EXPECT_EQ(code_of(enums::functionality, "offline"), 4);
-    EXPECT_EQ(code_of(enums::functionality, "4"), 4);
-    EXPECT_FALSE(code_of(enums::functionality, "2"));
+    EXPECT_EQ(cli::code_of(enums::functionality, "offline"), 4);
+    EXPECT_EQ(cli::code_of(enums::functionality, "4"), 4);
+    EXPECT_FALSE(cli::code_of(enums::functionality, "2"));
 }
 
 } // namespace

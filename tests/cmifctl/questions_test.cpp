@@ -140,7 +140,7 @@ TEST(Questions, NeedATerminal)
         EXPECT_EQ(failure.status(), Exit::usage);
     }
     Context agreed;
-    agreed.arguments.set("yes", "");
+    agreed.arguments.add("yes", "");
     EXPECT_NO_THROW(confirm(agreed, "This deletes everything"));
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace cmifctl
+namespace cli
 {
 namespace
 {
@@ -37,4 +37,4 @@ std::optional<double> decimal_number(std::string_view text)
     return plain ? number : std::nullopt;
 }
 
-} // namespace cmifctl
+} // namespace cli

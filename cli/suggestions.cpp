@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <numeric>
 
-namespace cmifctl
+namespace cli
 {
 namespace
 {
@@ -25,17 +25,29 @@ std::size_t distance(std::string_view a, std::string_view b)
     return row[b.size()];
 }
 
+// 0 for a part of the candidate, however short.
+std::size_t difference(std::string_view word, std::string_view candidate)
+{
+    const bool part = word.size() > 1 && candidate.find(word) != std::string_view::npos;
+    return part ? 0 : distance(word, candidate);
+}
+
 } // namespace
 
 std::vector<std::string> suggestions(std::string_view word,
                                      const std::vector<std::string> &candidates)
 {
+    std::size_t least = 3; // more than two letters differ
     std::vector<std::string> similar;
-    for (const std::string &candidate : candidates)
-        if ((word.size() > 1 && candidate.find(word) != std::string::npos) ||
-            distance(word, candidate) <= 2)
+    for (const std::string &candidate : candidates) {
+        const std::size_t different = difference(word, candidate);
+        if (different < least)
+            similar.clear();
+        if (different < least || (different == least && !similar.empty()))
             similar.push_back(candidate);
+        least = std::min(least, different);
+    }
     return similar;
 }
 
-} // namespace cmifctl
+} // namespace cli

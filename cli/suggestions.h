@@ -1,18 +1,19 @@
 // What a mistyped word may have been meant for.
-#ifndef CMIFCTL_CLI_SUGGESTIONS_H
-#define CMIFCTL_CLI_SUGGESTIONS_H
+#ifndef CLI_SUGGESTIONS_H
+#define CLI_SUGGESTIONS_H
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-namespace cmifctl
+namespace cli
 {
 
-// The candidates that contain `word` or differ from it in at most two letters.
+// The candidates that contain `word`; without such, those that differ from it the least, in at most
+// two letters.
 std::vector<std::string> suggestions(std::string_view word,
                                      const std::vector<std::string> &candidates);
 
-} // namespace cmifctl
+} // namespace cli
 
 #endif

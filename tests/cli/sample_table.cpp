@@ -1,0 +1,73 @@
+#include "sample_table.h"
+
+namespace
+{
+
+using cli::Argument;
+using enum Argument::Kind;
+using enum cli::Access;
+
+std::vector<cli::Candidate> known_plants()
+{
+    return {{"rose", "red; \x1b\nthorns"}, {"rosemary", ""}, {"sea kale", "two words"}};
+}
+
+// clang-format off
+
+constexpr cli::Choice colours[] = {{1, "red"}, {2, "blue"}};
+constexpr cli::Choice input[]   = {{0, "-"}};
+
+constexpr Argument plant_arguments[] = {
+    {required, "plant",  "PLANT",  "which plant", {}, false, '\0', false, known_plants},
+    {optional, "colour", "COLOUR", "its colour",  colours},
+    {option,   "depth",  "CM",     "how deep"},
+    {option,   "beside", "PLANT",  "which neighbours", {}, false, '\0', true, known_plants},
+    {flag,     "dry",    "",       "without water"},
+};
+constexpr Argument unlock_arguments[] = {
+    {optional, "source", "-",      "read the code from standard input", input, true},
+};
+constexpr Argument run_arguments[] = {
+    {flag,     "quiet",  "",       "without output"},
+    {rest,     "words",  "TOOL [ARGUMENT...]", "the tool"},
+};
+constexpr Argument options[] = {
+    {option,   "colour", "WHEN",   "colour of the output", colours, false, 'c'},
+    {flag,     "repeat", "N",      "repeat, N times if given"},
+    cli::help_option,
+    cli::version_option,
+};
+
+constexpr cli::Command commands[] = {
+    //path            summary               access   example               arguments
+    {"plant",        "put in a plant",     either,  "rose red --depth 3", plant_arguments, "Digs first. Then waters."},
+    {"gate open",    "open the gate",      acts,    ""},
+    {"gate unlock",  "unlock the gate",    acts,    "-",                  unlock_arguments},
+    {"gate show",    "show the gate",      reads,   "--repeat=2"},
+    {"run",          "run a tool",         acts,    "-- rake --fast",     run_arguments},
+};
+
+constexpr cli::Group groups[]     = {{"gate", "the garden's gate"}};
+constexpr cli::Term examples[]    = {{"garden plant rose", "one rose"}, {".dots 'and' \\back", "odd characters"}};
+constexpr cli::Term exit_status[] = {{"0", "done"}, {"9", "frost"}};
+constexpr cli::Term environment[] = {{"GARDEN", "where it is"}};
+constexpr cli::Term files[]       = {{"/tmp/garden", "the map"}};
+
+// clang-format on
+
+} // namespace
+
+const cli::Program sample{
+    .name = "garden",
+    .version = "1.2",
+    .summary = "look after a garden",
+    .description = "Plants. Waters.",
+    .groups = groups,
+    .commands = commands,
+    .options = options,
+    .examples = examples,
+    .exit_status = exit_status,
+    .environment = environment,
+    .files = files,
+    .see_also = "rake(1)",
+};
