@@ -57,7 +57,8 @@ Candidates read_operators(Context &context)
 {
     report_providers(context);
     Candidates operators;
-    for (const Json &row : context.report.document()["providers"]) {
+    const Json document = context.report.document();
+    for (const Json &row : document["providers"]) {
         const std::string code = text_of(row, "code");
         if (std::none_of(operators.begin(), operators.end(),
                          [&code](const cli::Candidate &known) { return known.value == code; }))
@@ -68,10 +69,11 @@ Candidates read_operators(Context &context)
 
 Candidates read_settings(Context &context)
 {
-    Candidates settings;
-    for (const auto &[key, value] : all_settings(context).items())
-        settings.push_back({key, ""});
-    return settings;
+    const Json settings = all_settings(context);
+    Candidates keys;
+    for (const auto &[key, value] : settings.items())
+        keys.push_back({key, ""});
+    return keys;
 }
 
 } // namespace

@@ -71,5 +71,29 @@ holds
 exits 0 cmifctl --version
 exits 0 cmifctl --json --version
 holds
-exits 0 cmifctl manual
-exits 0 cmifctl completion bash
+exits 0 cmifctl --json manual
+holds 'command="manual"'
+
+# --help counts wherever it stands, even on a line that is wrong otherwise; after -- it is a word.
+for words in '--help sim enter-pin' 'sim --help enter-pin' 'sim enter-pin --help 987654' 'sim enter-pin --bogus -h' \
+    'data profile set --apn --help'; do
+    # shellcheck disable=SC2086
+    exits 0 cmifctl $words </dev/null
+    hides 98765
+    grep -q '^Usage: cmifctl ' "$work/out" || fail 'no help'
+done
+exits 2 cmifctl sim enter-pin -- --help
+complains 'secrets are not taken from the command line'
+prints_example() { grep -qFx -e "  $1" "$work/out" || fail "no example '$1'"; }
+exits 0 cmifctl network select --help
+prints_example 'cmifctl network select 00101 --technology 4g'
+
+# The manual pages are in order as mandoc sees it. They have no date, but a version.
+for program in cmifctl cmif-sim; do
+    exits 0 "$program" manual
+    for section in NAME SYNOPSIS OPTIONS COMMANDS EXAMPLES 'EXIT STATUS' ENVIRONMENT FILES 'SEE ALSO'; do
+        prints ".SH $section"
+    done
+    ! command -v mandoc >/dev/null || mandoc -T lint -W warning "$work/out" >"$work/lint" 2>&1 || :
+    [ ! -e "$work/lint" ] || ! grep -v 'missing date' "$work/lint" >&2 || fail "$program: see above"
+done
