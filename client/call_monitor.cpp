@@ -61,7 +61,7 @@ CallMonitor::CallMonitor(const CallOptions &options, const Call &call)
         wait_for_earlier_replies();
     }
     Unanswered *unanswered = unanswered_ && call.request.is_answered ? &*unanswered_ : nullptr;
-    child_.emplace(call, tracing_, sent_, unanswered);
+    child_.emplace(call, tracing_, sent_, unanswered, marker_.path());
 }
 
 // A reply to an earlier request that its caller gave up would be taken for the answer to this one.
@@ -90,8 +90,10 @@ Answer CallMonitor::wait_for_answer()
     }
     filter_.finish();
     const int status = child_->wait();
-    if (status != 0)
+    if (status != 0) { // another process has killed it
         marker_.remove();
+        withdraw_request();
+    }
     return decode_answer(bytes_, status, call_);
 }
 
@@ -102,10 +104,15 @@ void CallMonitor::poll_until_done()
             poll_once();
     } catch (...) { // a signal, or a failure in on_wait
         end_child();
-        if (unanswered_)
-            withdraw(call_.request.code, sent_, *unanswered_);
+        withdraw_request();
         throw;
     }
+}
+
+void CallMonitor::withdraw_request()
+{
+    if (unanswered_)
+        withdraw(call_.request.code, sent_, *unanswered_);
 }
 
 void CallMonitor::poll_once()

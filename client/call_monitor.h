@@ -20,6 +20,7 @@ class Marker
 public:
     explicit Marker(const char *path);
     void remove() const;
+    const char *path() const { return path_; } // null unless it is this call's
 
 private:
     const char *path_;
@@ -42,6 +43,7 @@ private:
     void report_waiting();
     void read_lines();
     void end_child();
+    void withdraw_request();
     double elapsed() const;
     bool timed_out() const;
     int poll_milliseconds() const;

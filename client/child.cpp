@@ -1,5 +1,6 @@
 #include "child.h"
 
+#include "call_end.h"
 #include "cmif/cmif.h"
 #include "signals.h"
 
@@ -10,6 +11,7 @@
 #include <fcntl.h>
 #include <sys/prctl.h>
 #include <sys/wait.h>
+#include <unistd.h>
 #include <utility>
 #include <vector>
 
@@ -78,12 +80,14 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
 // In a process group of its own, so that the shell commands of a call can be ended with it. From
 // there it may still write to the terminal; it never reads from it, or rm would ask about a
 // write-protected marker.
-[[noreturn]] void run_child(const Call &call, int answer, int lines, pid_t parent)
+[[noreturn]] void run_child(const Call &call, int answer, int lines, const char *marker,
+                            pid_t parent)
 {
-    prctl(PR_SET_PDEATHSIG, SIGKILL); // a killed parent leaves no child waiting for an answer
+    setpgid(0, 0);
+    end_on_sigterm(marker);
+    prctl(PR_SET_PDEATHSIG, SIGTERM); // a killed parent leaves no child waiting for an answer
     if (getppid() != parent)
         _exit(1);
-    setpgid(0, 0);
     std::signal(SIGTTOU, SIG_IGN);
     unblock_held_signals();
     const File null(open("/dev/null", O_RDWR | O_CLOEXEC));
@@ -99,7 +103,8 @@ void send_all(int fd, const std::vector<std::uint8_t> &bytes)
 
 } // namespace
 
-Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered)
+Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered,
+             const char *marker)
 {
     Pipe answer = make_pipe();
     Pipe lines;
@@ -114,7 +119,7 @@ Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswe
         throw Failure(Exit::other, "can't start a process for the call", "Close some programs.");
     if (pid_ == 0) {
         sent.watch(call.request.code, unanswered);
-        run_child(call, answer.in.fd(), lines.in.fd(), parent);
+        run_child(call, answer.in.fd(), lines.in.fd(), marker, parent);
     }
     setpgid(pid_, pid_); // here too, whichever process runs first
     answer_ = std::move(answer.out);
@@ -143,10 +148,23 @@ int Child::wait()
     return status;
 }
 
+bool Child::has_ended() const
+{
+    siginfo_t end{};
+    waitid(P_PID, static_cast<id_t>(pid_), &end, WEXITED | WNOWAIT | WNOHANG);
+    return end.si_pid != 0;
+}
+
+// A process that does not end in order in good time is killed.
 void Child::kill()
 {
     if (pid_ == -1)
         return;
+    for (int patience_ms = 100; patience_ms > 0 && !has_ended(); --patience_ms) {
+        ::kill(pid_, SIGTERM);
+        ::kill(pid_, SIGCONT);
+        usleep(1000);
+    }
     if (::kill(-pid_, SIGKILL) != 0)
         ::kill(pid_, SIGKILL);
     wait();

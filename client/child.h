@@ -16,20 +16,26 @@ class Child
 public:
     // With `trace` the library's lines can be read from lines_fd(); without it they are dropped.
     // `sent` notes the request, `unanswered` counts the reply that is to come; null for none.
-    Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered);
+    // `marker` is removed when the call is ended; null for none, or when it is not the call's.
+    Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswered,
+          const char *marker);
     ~Child();
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
+    pid_t process() const { return pid_; }
     int answer_fd() const { return answer_.fd(); }
     int lines_fd() const { return lines_.fd(); } // -1 without trace
 
-    // Returns the status as waitpid() gives it.
+    // Returns the status as waitpid() gives it. A call that fails ends with all processes that it
+    // has started.
     int wait();
-    // With all processes that the call has started.
+    // Ends the call with all processes that it has started.
     void kill();
 
 private:
+    bool has_ended() const;
+
     pid_t pid_ = -1;
     File answer_;
     File lines_;

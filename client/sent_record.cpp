@@ -1,5 +1,6 @@
 #include "sent_record.h"
 
+#include "call_end.h"
 #include "failure.h"
 
 #include <algorithm>
@@ -82,8 +83,11 @@ struct Hooks {
     static ssize_t receive(int queue, void *record, std::size_t size, long type, int flags)
     {
         static const auto real = next<Receive>("msgrcv");
+        if (!watched || type != watched_request.code)
+            return real(queue, record, size, type, flags);
+        const Exchange exchange;
         const ssize_t received = real(queue, record, size, type, flags);
-        if (watched && type == watched_request.code && received >= 0) {
+        if (received >= 0) {
             if (replies_due)
                 replies_due->remove(watched_request);
             watched->shared_->state = State::answered;
@@ -103,6 +107,7 @@ private:
     static int send_once(int queue, const void *record, std::size_t size, Send real)
     {
         SentRecord::Shared &shared = *watched->shared_;
+        const Exchange exchange;
         if (replies_due)
             replies_due->add(watched_request);
         shared.state = State::sending;

@@ -3,6 +3,7 @@
 #include "client/file.h"
 #include "client/request.h"
 #include "client/signals.h"
+#include "tests/support/child.h"
 #include "tests/support/client_calls.h"
 #include "tests/support/files.h"
 
@@ -145,6 +146,27 @@ TEST(CallInChild, NeverDumpsCore)
         EXPECT_EQ(WTERMSIG(status), signal);
         EXPECT_FALSE(WCOREDUMP(status));
     }
+}
+
+// The shell would create the marker later.
+TEST(CallInChild, LeavesNothingWhenItsCallerIsKilled)
+{
+    const Call starting{.request = no_request("it"),
+                        .body =
+                            [](Json &) {
+                                File(creat("/tmp/marker", 0600));
+                                return std::system(
+                                    "echo $$ > /tmp/shell; sleep 0.3; echo 1 > /tmp/marker");
+                            },
+                        .marker = "/tmp/marker"};
+    Child caller([&] { call({}, starting); });
+    while (access("/tmp/shell", F_OK) != 0)
+        usleep(1000);
+    caller.signal(SIGKILL);
+    for (int i = 0; i < 1000 && access("/tmp/marker", F_OK) == 0; ++i)
+        usleep(1000);
+    usleep(500'000);
+    EXPECT_NE(access("/tmp/marker", F_OK), 0);
 }
 
 TEST(CallInChild, RefusesAMarkerThatIsNoFile)

@@ -256,6 +256,36 @@ TEST_F(Queue, AKilledCallerLeavesItsRequestAndNothingElse)
     EXPECT_TRUE(lock.holds(enter_pin.code));
 }
 
+TEST_F(Queue, AKilledCallIsWithdrawn)
+{
+    Child killer([this] {
+        msqid_ds state{};
+        while (state.msg_qnum == 0)
+            msgctl(queue_, IPC_STAT, &state);
+        kill(state.msg_lspid, SIGKILL);
+    });
+    EXPECT_STREQ(failure_of(entering("a"), {.timeout = 10}).what(),
+                 "the call call was ended by signal 9");
+    EXPECT_EQ(letters(), "");
+    EXPECT_EQ(Unanswered().count(enter_pin.code), 0);
+}
+
+// The kernel gives a reply to a process that sleeps in the receive, however late that runs again.
+TEST_F(Queue, AReplyThatAKilledCallHadReceivedIsCounted)
+{
+    Child daemon([this] {
+        take_one();
+        msqid_ds state{};
+        msgctl(queue_, IPC_STAT, &state);
+        usleep(100'000); // until it sleeps
+        reply(0);
+        kill(state.msg_lspid, SIGKILL);
+        pause();
+    });
+    failure_of(entering("a"), {.timeout = 10}); // or an answer, if the call was quick
+    EXPECT_EQ(Unanswered().count(enter_pin.code), 0);
+}
+
 TEST_F(Queue, ALockThatIsHeldAlreadyIsNotTakenAgain)
 {
     const CodeLock lock = lock_codes({}, {enter_pin.code});
