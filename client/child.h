@@ -23,7 +23,6 @@ public:
     Child(const Child &) = delete;
     Child &operator=(const Child &) = delete;
 
-    pid_t process() const { return pid_; }
     int answer_fd() const { return answer_.fd(); }
     int lines_fd() const { return lines_.fd(); } // -1 without trace
 
