@@ -1,6 +1,6 @@
 #include "checks.h"
+#include "cli/numbers.h"
 #include "client/call.h"
-#include "cmifctl/output/numbers.h"
 #include "cmifctl/verbs/log_files.h"
 
 #include <algorithm>
@@ -17,7 +17,7 @@ constexpr const char *log_directory = "/data";
 
 bool log_is_on(const Look &look)
 {
-    return whole_number(look.store.value("debug_lte_enable")).value_or(0) != 0;
+    return cli::whole_number(look.store.value("debug_lte_enable")).value_or(0) != 0;
 }
 
 bool is_irregular(const char *path)

@@ -1,5 +1,5 @@
 #include "checks.h"
-#include "cmifctl/output/numbers.h"
+#include "cli/numbers.h"
 
 #include <algorithm>
 #include <array>
@@ -76,7 +76,7 @@ Texts checks::traced_secrets(const Look &look)
     const std::pair<const char *, const char *> switches[]{
         {"debug_at_cmif", "PINs, PUKs and keys"}, {"debug_qmi_cmif", "the profile's password"}};
     for (const auto &[key, secrets] : switches)
-        if (whole_number(look.store.value(key)).value_or(0) > 0)
+        if (cli::whole_number(look.store.value(key)).value_or(0) > 0)
             texts.push_back(std::string(key) + " is on: programs print " + secrets +
                             " on their standard output");
     return texts;

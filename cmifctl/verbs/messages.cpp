@@ -1,7 +1,7 @@
 #include "messages.h"
 
+#include "cli/numbers.h"
 #include "cmif/cmif.h"
-#include "cmifctl/output/numbers.h"
 #include "cmifctl/output/times.h"
 #include "settings.h"
 
@@ -55,7 +55,7 @@ int fill_messages(Json &output)
 void check_count(const Context &context)
 {
     const std::string count = setting(context, "lte_mobile_sms_counts");
-    if (whole_number(count).value_or(0) > static_cast<long long>(max_messages))
+    if (cli::whole_number(count).value_or(0) > static_cast<long long>(max_messages))
         throw Failure(Exit::other,
                       "the daemon counts " + count + " messages, more than a store can hold",
                       "Restart the daemon: it counts them again.");

@@ -94,7 +94,7 @@ protected:
     static Names fixed()
     {
         Context context;
-        context.arguments.set("fix", "");
+        context.arguments.add("fix", "");
         doctor(context);
         const Json document = context.report.document();
         Names names;
