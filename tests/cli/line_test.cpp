@@ -131,14 +131,14 @@ TEST(Line, EndsForEveryLine)
                          "--xyz",    "\x1b[2J\xff", "--version", "--=",    "-=",     "-c=red"};
     std::mt19937 random(20);
     int accepted = 0;
-    for (int round = 0; round < 100'000; ++round) {
+    for (int round = 0; round < 20'000; ++round) {
         Words words(random() % 7);
         for (const char *&word : words)
             word = alphabet[random() % alphabet.size()];
         accepted += failure(words) == "accepted" ? 1 : 0;
     }
-    EXPECT_GT(accepted, 1000); // both kinds are among them
-    EXPECT_LT(accepted, 99'000);
+    EXPECT_GT(accepted, 200); // both kinds are among them
+    EXPECT_LT(accepted, 19'800);
 }
 
 } // namespace
