@@ -5,7 +5,7 @@ namespace cli
 
 std::string usage_of(const Argument &argument)
 {
-    const std::string value = argument.value;
+    std::string value = argument.value;
     const std::string letter =
         argument.letter != '\0' ? std::string("-") + argument.letter + ", " : "";
     switch (argument.kind) {

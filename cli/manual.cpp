@@ -93,7 +93,7 @@ std::string upper_case(std::string text)
 std::string opening(const Program &program)
 {
     const std::string name = program.name;
-    return ".TH " + upper_case(name) + " 1 \"\" \"CMIF " + program.version + "\" \"CMIF\"\n" +
+    return ".TH " + upper_case(name) + R"( 1 "" "CMIF )" + program.version + "\" \"CMIF\"\n" +
            ".SH NAME\n" + escaped(name) + " \\- " + escaped(program.summary) + "\n" +
            ".SH SYNOPSIS\n.B " + escaped(name) + "\n" +
            escaped(synopsis_of(program, "").substr(name.size() + 1)) + "\n" + ".SH DESCRIPTION\n" +

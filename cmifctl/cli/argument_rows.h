@@ -6,9 +6,7 @@
 #include "cmifctl/output/enums.h"
 #include "cmifctl/verbs/known_values.h"
 
-namespace cmifctl
-{
-namespace arguments
+namespace cmifctl::arguments
 {
 
 using cli::Argument;
@@ -130,7 +128,6 @@ constexpr Argument doctor[] = {
 
 // clang-format on
 
-} // namespace arguments
-} // namespace cmifctl
+} // namespace cmifctl::arguments
 
 #endif

@@ -112,12 +112,12 @@ constexpr Verb verbs[] = {
 };
 
 constexpr cli::Term examples[] = {
-    {"cmifctl status",                            "all that is known"},
-    {"cmifctl --field network.operator network show", "one value for a script"},
-    {"cmifctl --json sms list | jq -r '.messages[].text'", "the texts of the messages"},
-    {"printf '%s\\n' \"$pin\" | cmifctl sim enter-pin -", "unlock the SIM in a script"},
+    {"cmifctl status",                                                 "show all that is known"},
+    {"cmifctl --field network.operator network show",                  "print one value, for a script"},
+    {"cmifctl --json sms list | jq -r '.messages[].text'",             "print the texts of the messages"},
+    {R"(printf '%s\n' "$pin" | cmifctl sim enter-pin -)",              "unlock the SIM in a script"},
     {"cmifctl --timeout 60 data start && cmifctl --watch data status", "connect, then watch the connection"},
-    {"eval \"$(cmifctl completion bash)\"",       "completion in this shell"},
+    {"source <(cmifctl completion bash)",                              "complete command lines in this shell"},
 };
 
 constexpr cli::Term environment[] = {
@@ -174,7 +174,7 @@ const cli::Program &tables()
 
 void run(const std::string &path, Context &context)
 {
-    const auto found = std::find_if(std::begin(verbs), std::end(verbs), [&path](const Verb &verb) {
+    const Verb *found = std::find_if(std::begin(verbs), std::end(verbs), [&path](const Verb &verb) {
         return path == verb.command.path;
     });
     found->run(context);
