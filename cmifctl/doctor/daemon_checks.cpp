@@ -38,7 +38,7 @@ Texts checks::frozen_daemons(const Look &look)
 
 Texts checks::silent_daemons(const Look &look)
 {
-    return of_daemons(look, DaemonState::silent, "does not answer");
+    return of_daemons(look, DaemonState::silent, "did not answer within 2 s");
 }
 
 Texts checks::unready_daemon(const Look &look)

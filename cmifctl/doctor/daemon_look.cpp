@@ -23,8 +23,7 @@ namespace
 constexpr double probe_timeout = 2; // seconds
 constexpr double short_change = 5;  // a caller may not have sent its request yet
 
-// Requests that read and have no side effects. A call takes stale replies of its code away, so one
-// is used whose code has none.
+// Requests that read and have no side effects.
 std::vector<Call> probes_of(Channel channel)
 {
     // clang-format off
@@ -46,14 +45,23 @@ bool is_answer(Channel channel, int result)
     return !client::channel_failed(result); // an error of the daemon is an answer, too
 }
 
+// A call takes stale replies of its code away, waits for earlier ones and for another caller.
+bool is_free(const ChannelLook &look, client::RequestCode code)
+try {
+    const std::vector<long> lying = codes_of(look.replies.records);
+    return std::find(lying.begin(), lying.end(), code.code) == lying.end() &&
+           !client::lock_process(code) && client::Unanswered().count(code) == 0;
+} catch (const Failure &) {
+    return false;
+}
+
 // Nothing when it can't be tried.
 std::optional<bool> answers(const Context &context, const ChannelLook &look)
 {
     client::CallOptions options = context.options;
     options.timeout = probe_timeout;
-    const std::vector<long> lying = codes_of(look.replies.records);
     for (const Call &probe : probes_of(look.channel)) {
-        if (std::find(lying.begin(), lying.end(), probe.request.code.code) != lying.end())
+        if (!is_free(look, probe.request.code))
             continue;
         try {
             return is_answer(look.channel, client::call(options, probe).result);

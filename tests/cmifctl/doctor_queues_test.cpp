@@ -91,9 +91,8 @@ TEST_F(Doctor, FindsAReplyQueueThatForeignRepliesFill)
 {
     fill(900, 4711);
     const Names names = found();
-    EXPECT_EQ(names.front(), "queue_full");
-    EXPECT_TRUE(finds("replies_foreign"));
-    EXPECT_TRUE(finds("daemon_silent"));
+    EXPECT_EQ(names,
+              (Names{"queue_full", "daemon_silent", "replies_foreign", "requests_unanswered"}));
     EXPECT_EQ(text_of("queue_full"), "the AT reply queue (900) is full of replies that no caller "
                                      "takes: the AT daemon can't answer");
     fixed();
@@ -150,6 +149,15 @@ TEST_F(Doctor, FindsAFrozenCaller)
     EXPECT_EQ(found(), Names{"caller_frozen"});
     EXPECT_NE(text_of("caller_frozen").find("process " + std::to_string(caller.process())),
               std::string::npos);
+}
+
+// Both codes that the doctor asks for itself are kept from it: it does not blame the daemon.
+TEST_F(Doctor, DoesNotCallADaemonSilentThatItCouldNotAsk)
+{
+    const client::CodeLock lock({{Channel::at, CMIF_AT_GET_SEARCH_STATE}}, 1, [] {});
+    EXPECT_EQ(found(), Names{});
+    client::Unanswered().add({Channel::at, CMIF_AT_GET_PACKET_DOMAIN});
+    EXPECT_EQ(found(), Names{"requests_unanswered"});
 }
 
 TEST_F(Doctor, FindsLocksThatCantBeUsed)

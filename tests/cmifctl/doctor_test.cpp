@@ -7,6 +7,7 @@
 #include <ctime>
 #include <fcntl.h>
 #include <filesystem>
+#include <sys/mount.h>
 #include <sys/stat.h>
 
 namespace
@@ -138,6 +139,14 @@ TEST_F(Doctor, FindsALogThatCantBeWritten)
     std::filesystem::remove(debug_log_path);
     std::filesystem::create_directory(debug_log_path);
     EXPECT_TRUE(finds("log_unwritable"));
+}
+
+TEST_F(Doctor, FindsThatThereIsLittleSpaceForTheLog)
+{
+    if (mount("tmpfs", "/data", "tmpfs", 0, "size=512k") != 0)
+        GTEST_SKIP() << "no mounts in this sandbox";
+    EXPECT_EQ(found(), Names{"log_space"});
+    EXPECT_EQ(text_of("log_space"), "less than 1024 KiB is free in /data");
 }
 
 // --- Store ---
