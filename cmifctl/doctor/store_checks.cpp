@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <set>
 
 namespace cmifctl
@@ -41,7 +42,9 @@ Texts checks::unreadable_store(const Look &look)
 
 Texts checks::other_store(const Look &look)
 {
-    if (look.store.theirs.empty() || look.store.theirs == look.store.path)
+    std::error_code not_there;
+    if (look.store.theirs.empty() || look.store.theirs == look.store.path ||
+        std::filesystem::equivalent(look.store.theirs, look.store.path, not_there))
         return {};
     return {"this program's store is in " + look.store.path + ", the daemons' in " +
             look.store.theirs};

@@ -172,6 +172,20 @@ TEST_F(Doctor, FindsThatTheDaemonsStoreIsAnotherOne)
               "this program's store is in /tmp/ours, the daemons' in /tmp/theirs");
 }
 
+TEST_F(Doctor, KnowsTheDaemonsStoreByAnotherPath)
+{
+    std::filesystem::create_directory("/tmp/real");
+    std::filesystem::create_directory_symlink("/tmp/real", "/tmp/alias");
+    at_.reset();
+    at_ = std::make_unique<Child>([] {
+        setenv("CMIF_STORE", "/tmp/real/store", 1);
+        tarnNvramConfig_set("lte_sim_status", "READY");
+        answer_all(899, 900, CMIF_AT_PAYLOAD);
+    });
+    setenv("CMIF_STORE", "/tmp/alias/store", 1);
+    EXPECT_EQ(found(), Names{});
+}
+
 TEST_F(Doctor, FindsAnEmptyStoreBesideDaemonsThatAnswer)
 {
     setenv("CMIF_STORE", "/tmp/another", 1);
