@@ -170,7 +170,8 @@ TEST_F(QmiAutoApn, TheLongestNamesAreComparedWhole)
     EXPECT_EQ(store::value(record_key), apn);
 }
 
-// Stored texts longer than any field damage nothing, and match nothing.
+// Stored texts longer than any field damage nothing, and match nothing. The lines show 49
+// characters of the state.
 TEST_F(QmiAutoApn, LongStoredTextsMatchNothing)
 {
     const std::string apn(40, 'a');
@@ -180,7 +181,8 @@ TEST_F(QmiAutoApn, LongStoredTextsMatchNothing)
     const Recorded run = record([&] { return shared_CMIF_modify_profile_settings(profile, 1); });
     EXPECT_EQ(run.result, 0);
     EXPECT_FALSE(queues.take_request());
-    EXPECT_NE(run.output.find(" set apn is " + apn + " and apn in nvram is " + apn),
+    EXPECT_NE(run.output.find(" Connection status is " + std::string(49, '3') + " set apn is " +
+                              apn + " and apn in nvram is " + apn),
               std::string::npos);
     EXPECT_EQ(store::value(record_key), std::string(5000, 'a'));
 }
