@@ -86,8 +86,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Damage{"LastPageBeyondTheMap",
                            [](const fs::path &file) {
                                // The number of the last page, in both meta pages: 16384 is the
-                               // first that
-                               // lies beyond 64 MiB.
+                               // first that lies beyond 64 MiB.
                                for (const std::streamoff page : {0, 4096})
                                    overwrite(file, page + 136,
                                              std::string("\0\x40\0\0\0\0\0\0", 8));
@@ -136,6 +135,33 @@ TEST_F(HostStoreDatabase, UnfinishedIsSilentlyCreatedAgain)
         EXPECT_EQ(in_child([] { require(has_all()); }), 0) << size;
     }
     expect_no_error();
+}
+
+TEST_F(HostStoreDatabase, IsNotExtendedByOpeningIt)
+{
+    fill();
+    const auto size = fs::file_size(database());
+    EXPECT_EQ(in_child([] { require(has_all()); }), 0);
+    EXPECT_EQ(fs::file_size(database()), size);
+}
+
+// Another program that knows LMDB may have written it.
+TEST_F(HostStoreDatabase, AValueThatIsTooLongIsCut)
+{
+    fill();
+    std::string key = "key0", value(host_store_value_limit + 1000, 'v');
+    MDB_env *lmdb = nullptr;
+    MDB_txn *transaction = nullptr;
+    MDB_dbi table = 0;
+    MDB_val key_val{key.size(), key.data()}, value_val{value.size(), value.data()};
+    ASSERT_EQ(mdb_env_create(&lmdb), 0);
+    ASSERT_EQ(mdb_env_open(lmdb, database().c_str(), MDB_NOSUBDIR | MDB_NOSYNC, 0600), 0);
+    ASSERT_EQ(mdb_txn_begin(lmdb, nullptr, 0, &transaction), 0);
+    ASSERT_EQ(mdb_dbi_open(transaction, nullptr, 0, &table), 0);
+    EXPECT_EQ(mdb_put(transaction, table, &key_val, &value_val, 0), 0);
+    EXPECT_EQ(mdb_txn_commit(transaction), 0);
+    mdb_env_close(lmdb);
+    EXPECT_EQ(get("key0"), value.substr(0, host_store_value_limit));
 }
 
 TEST_F(HostStoreDatabase, OnAFullDiskIsReportedAndRecovers)

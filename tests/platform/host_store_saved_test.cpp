@@ -66,6 +66,16 @@ TEST_F(HostStoreSaved, MayBeEdited)
     EXPECT_EQ(all(), expected);
 }
 
+// The file is read in blocks of 16 KiB.
+TEST_F(HostStoreSaved, MayHaveAnySize)
+{
+    for (const std::size_t size : {0U, 1U, 2U, 16383U, 16384U, 16385U, 32769U}) {
+        write(saved(), std::string(size, '#'));
+        EXPECT_EQ(host_store_power_cycle(), 0);
+        expect_no_error();
+    }
+}
+
 TEST_F(HostStoreSaved, SurvivesAPowerCycleWhileTheRestIsLost)
 {
     set("saved", "1");

@@ -185,6 +185,23 @@ TEST_F(HostStoreSystemCalls, InterruptsAndShortWritesAreContinued)
     EXPECT_EQ(all(), expected);
 }
 
+// Another thread may start a program at any moment.
+TEST_F(HostStoreSystemCalls, ASaveOpensNothingThatAProgramStartedMeanwhileInherits)
+{
+    int open_ones = 0;
+    script_.on_sync = [&open_ones] {
+        for (const std::string &name : open_descriptors()) {
+            const int descriptor = std::stoi(name), flags = fcntl(descriptor, F_GETFD);
+            if (flags == -1 || !is_scripted(descriptor))
+                continue;
+            EXPECT_NE(flags & FD_CLOEXEC, 0) << file_name(descriptor);
+            ++open_ones;
+        }
+    };
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    EXPECT_EQ(open_ones, 3); // the directory at both syncs, the file at the first
+}
+
 // A child that no fork handler knows of has a copy of the lock's descriptor.
 TEST_F(HostStoreSystemCalls, ASaveReleasesTheLockEvenIfAChildHasACopy)
 {
