@@ -1,5 +1,6 @@
 """The changes that scripts/mutate makes: each one line of a C++ source, changed in one place."""
 
+import itertools
 import random
 import re
 
@@ -118,10 +119,19 @@ def skipped(code):
 
 
 def changes(path):
-    """Yields (line number, old line, new line) for a file."""
+    """Yields (line number, line before, old line, new line) for a file."""
     lines = path.read_text().split("\n")
     for number, (line, code) in enumerate(zip(lines, mask(lines)), 1):
         if skipped(code):
             continue
         for new in {*code_changes(line, code), *literal_changes(line, code)} - {line}:
-            yield number, line, new
+            yield number, lines[number - 2] if number > 1 else "", line, new
+
+
+def named_in(text):
+    """The (file, line before or "", old line, new line) that paragraphs of a text name: file, maybe
+    the line before after two spaces, "- old", one or more "+ new", reason."""
+    for paragraph in re.split(r"\n\n+", text.strip()):
+        file, *lines = paragraph.split("\n")
+        before, old, new = ([line[2:] for line in lines if line[:2] == mark] for mark in ("  ", "- ", "+ "))
+        yield from ((file, *names) for names in itertools.product(before or [""], old, new))
