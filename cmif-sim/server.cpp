@@ -83,6 +83,7 @@ try {
     const sigset_t signals = block_termination_signals();
     if (host_store_power_cycle() != 0)
         return 1;
+    host_store_announce();
     return serve_until(signals, options, ready_fd);
 } catch (const std::exception &error) {
     std::fprintf(stderr, "cmif-sim: %s\n", error.what());

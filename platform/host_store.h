@@ -14,7 +14,7 @@
  * refused.
  *
  * Every failure is reported on standard error: "cmif store: WHERE: WHAT; REMEDY", each message once
- * per process. All functions may be called from any thread.
+ * per process. All functions may be called from any thread, unless they say otherwise.
  */
 #ifndef PLATFORM_HOST_STORE_H
 #define PLATFORM_HOST_STORE_H
@@ -55,6 +55,18 @@ void host_store_list_saved(void (*each)(const char *key, const char *value, void
  * neither creates nor opens anything, and prints nothing. The text is valid until the process ends.
  */
 const char *host_store_directory(void);
+
+/*
+ * For a daemon that publishes into this process's store: lets every user find out which store that
+ * is, until the process ends. Best effort: nothing is reported.
+ */
+void host_store_announce(void);
+
+/*
+ * The directory of the store that a running daemon has announced, "" without one. The text is valid
+ * until the next call; one thread at a time.
+ */
+const char *host_store_announced(void);
 
 #ifdef __cplusplus
 }
