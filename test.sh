@@ -6,7 +6,7 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages libgtest-dev googletest g++-i686-linux-gnu \
-    clang clangd clang-tidy clang-format jq libclang-rt-14-dev mandoc shellcheck zsh
+    clang clangd clang-tidy clang-format jq libclang-rt-14-dev mandoc python3-jsonschema shellcheck zsh
 
 rm -rf build/log
 tests() {

@@ -3,13 +3,17 @@
 #include "answer.h"
 #include "directory_lock.h"
 #include "error_report.h"
+#include "open_store.h"
 #include "running_store.h"
 #include "saved_file.h"
 #include "store_directory.h"
 #include "tarn_nvram_config.h"
 
+#include <algorithm>
 #include <cstring>
+#include <ctime>
 #include <string>
+#include <sys/stat.h>
 
 namespace
 {
@@ -112,4 +116,14 @@ void host_store_list_saved(void (*each)(const char *key, const char *value, void
 const char *host_store_directory(void)
 {
     return store_directory().c_str();
+}
+
+double host_store_age(void)
+{
+    struct stat file = {};
+    timespec now = {};
+    if (stat(database_path().c_str(), &file) != 0 || clock_gettime(CLOCK_REALTIME, &now) != 0)
+        return -1;
+    const auto seconds = static_cast<double>(now.tv_sec - file.st_mtim.tv_sec);
+    return std::max(0.0, seconds + static_cast<double>(now.tv_nsec - file.st_mtim.tv_nsec) * 1e-9);
 }

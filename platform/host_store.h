@@ -57,6 +57,12 @@ void host_store_list_saved(void (*each)(const char *key, const char *value, void
 const char *host_store_directory(void);
 
 /*
+ * Seconds since a process last changed a value of the running configuration; negative when that is
+ * not known. Neither creates nor opens anything, and prints nothing.
+ */
+double host_store_age(void);
+
+/*
  * For a daemon that publishes into this process's store: lets every user find out which store that
  * is, until the process ends. Best effort: nothing is reported.
  */

@@ -13,6 +13,15 @@
 
 namespace host_store
 {
+
+// Each run of the host has its own file: nothing is synced, so a file may be torn by a crash.
+std::string database_path()
+{
+    std::string run;
+    std::ifstream("/proc/sys/kernel/random/boot_id") >> run;
+    return store_directory() + "/running-" + run.substr(0, run.find('-')) + ".mdb";
+}
+
 namespace
 {
 
@@ -38,14 +47,6 @@ void disown_in_child()
 __attribute__((constructor)) void register_fork_handler()
 {
     register_fork_handlers(nullptr, nullptr, disown_in_child);
-}
-
-// Each run of the host has its own file: nothing is synced, so a file may be torn by a crash.
-std::string database_path()
-{
-    std::string run;
-    std::ifstream("/proc/sys/kernel/random/boot_id") >> run;
-    return store_directory() + "/running-" + run.substr(0, run.find('-')) + ".mdb";
 }
 
 void remove_older_runs(const std::string &file)

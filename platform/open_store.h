@@ -4,12 +4,17 @@
 
 #include "database.h"
 
+#include <string>
+
 namespace host_store
 {
 
 // The open database, which stays open until the process ends; a forked child opens it again. Null
 // after reporting why it can't be opened; the next call tries again.
 const Database *open_store();
+
+// The database's file.
+std::string database_path();
 
 } // namespace host_store
 

@@ -20,6 +20,7 @@ constexpr Argument secret_input  {optional, "source",       "-",      "read the 
                                                                                                                          enums::from_input, true};
 constexpr Argument force         {flag,     "force",        "",       "try even if only one attempt is left"};
 constexpr Argument yes           {flag,     "yes",          "",       "don't ask for confirmation"};
+constexpr Argument no_wait       {flag,     "no-wait",      "",       "return when the daemon has accepted the request"};
 constexpr Argument show_secrets  {flag,     "show-secrets", "",       "show passwords in clear"};
 constexpr Argument message_id    {required, "id",           "ID",     "its index in the list",    {}, false, '\0', false, known_messages};
 constexpr Argument key           {required, "key",          "KEY",    "its name",                 {}, false, '\0', false, known_settings};
@@ -54,10 +55,10 @@ constexpr Argument lock_network[] = {
 };
 
 constexpr Argument search_mode[] = {
-    {optional, "mode",       "MODE",       "which generations to search for",                  enums::settable_search_mode},
+    {optional, "mode",       "MODE",       "which generations to search for",                  enums::search_mode},
 };
 constexpr Argument band_region[] = {
-    {optional, "region",     "REGION",     "which region",                                     enums::settable_band_region},
+    {optional, "region",     "REGION",     "which region",                                     enums::band_region},
 };
 constexpr Argument roaming[] = {
     {optional, "roaming",    "ROAMING",    "whether to roam",                                  enums::roaming},
@@ -71,7 +72,8 @@ constexpr Argument functionality[] = {
 
 constexpr Argument select_operator[] = {
     {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits",                       {}, false, '\0', false, known_operators},
-    {option,   "technology", "GENERATION", "access technology (default: any)",                 enums::generation},
+    {option,   "technology", "GENERATION", "access technology (default: any)",                 enums::selectable_technology},
+    no_wait,
 };
 constexpr Argument name_format[] = {
     {required, "format",     "FORMAT",     "how the name is written",                          enums::name_format},
@@ -84,6 +86,7 @@ constexpr Argument delete_messages[] = {
     yes,
 };
 
+constexpr Argument start[]         = {no_wait};
 constexpr Argument auto_connect[] = {
     {optional, "state",      "STATE",      "whether to connect",                               enums::on_off},
 };
@@ -92,7 +95,7 @@ constexpr Argument set_profile[] = {
     {option,   "user",       "NAME",       "user name, at most 128 bytes"},
     {option,   "password",   "SOURCE",     "ask for it, or read it from standard input",       enums::password_source, true},
     {option,   "auth",       "TYPE",       "authentication",                                   enums::authentication},
-    {option,   "pdp",        "TYPE",       "PDP type",                                         enums::profile_pdp},
+    {option,   "pdp",        "TYPE",       "PDP type",                                         enums::pdp_type},
     {option,   "family",     "FAMILY",     "IP family",                                        enums::ip_family},
     {flag,     "auto-apn",   "",           "send it as automatic APN selection, which the daemon may ignore"},
     show_secrets,

@@ -35,6 +35,7 @@ using enum cli::Access;
 constexpr Verb verbs[] = {
     //verb                  path                    summary                                                       access   example                               arguments
     {status,               {"status",               "show all that is known, with or without the daemons",        reads,   ""}},
+    {summary,              {"summary",              "show the library's summary of the modem",                    reads,   ""}},
 
     {doctor,               {"doctor",               "say what is wrong and how to cure it",                       acts,    "",                                   arguments::doctor,
                            "Takes nothing away without --fix. The exit status is 1 when something is wrong."}},
@@ -71,7 +72,7 @@ constexpr Verb verbs[] = {
                            "May take minutes: waits 180 seconds unless --timeout is given."}},
     {network_scan_state,   {"network scan-state",   "show whether a search is running",                           reads,   ""}},
     {network_list,         {"network list",         "list the operators of the last search",                      reads,   "--json"}},
-    {network_select,       {"network select",       "register with one operator",                                 acts,    "00101 --technology 4g",              arguments::select_operator}},
+    {network_select,       {"network select",       "register with one operator, and wait until it is done",      acts,    "00101 --technology 4g",              arguments::select_operator}},
     {network_auto,         {"network auto",         "let the modem choose the operator",                          acts,    ""}},
     {network_format,       {"network format",       "set the format of the operator's name",                      acts,    "numeric",                            arguments::name_format}},
 
@@ -80,7 +81,7 @@ constexpr Verb verbs[] = {
     {sms_delete,           {"sms delete",           "delete one message, or all",                                 acts,    "--all --yes",                        arguments::delete_messages}},
 
     {data_status,          {"data status",          "show the connection",                                        reads,   "--watch"}},
-    {data_start,           {"data start",           "connect, and wait until the connection is up",               acts,    "--timeout 60"}},
+    {data_start,           {"data start",           "connect, and wait until the connection is up",               acts,    "--timeout 60",                       arguments::start}},
     {data_stop,            {"data stop",            "disconnect, and wait until the connection is down",          acts,    ""}},
     {data_uptime,          {"data uptime",          "show how long the connection has been up",                   reads,   ""}},
     {data_auto_connect,    {"data auto-connect",    "show or set whether to connect at start",                    either,  "on",                                 arguments::auto_connect}},

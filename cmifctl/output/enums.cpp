@@ -4,20 +4,47 @@
 
 namespace cmifctl
 {
+namespace
+{
 
-Json enumeration(EnumTable table, int code)
+const EnumValue *find(EnumTable table, int code)
 {
     const auto found = std::find_if(table.begin(), table.end(),
                                     [code](const EnumValue &value) { return value.code == code; });
-    return {{"code", code}, {"name", found == table.end() ? Json() : Json(found->name)}};
+    return found == table.end() ? nullptr : &*found;
 }
 
-Json named(EnumTable table, const Json &text)
+std::string text_of(const EnumValue &value)
 {
-    if (text.is_null())
-        return text;
-    const std::optional<int> code = cli::code_of(table, text.get_ref<const std::string &>());
-    return code ? enumeration(table, *code) : Json{{"code", nullptr}, {"name", text}};
+    std::string text = *value.text != '\0' ? value.text : value.name;
+    std::replace(text.begin(), text.end(), '_', ' ');
+    return text;
+}
+
+} // namespace
+
+Json enumeration(EnumTable table, const Json &raw)
+{
+    if (raw.is_null())
+        return raw;
+    if (raw.is_string()) {
+        const auto code = cli::code_of(table, raw.get_ref<const std::string &>());
+        return code ? enumeration(table, *code)
+                    : Json{{"code", nullptr}, {"name", nullptr}, {"text", raw}};
+    }
+    const EnumValue *value = find(table, raw);
+    return {{"code", raw}, {"name", value == nullptr ? Json() : Json(value->name)}};
+}
+
+std::string enumeration_text(EnumTable table, const Json &raw)
+{
+    const Json all = enumeration(table, raw);
+    if (all.is_null())
+        return "";
+    if (all["code"].is_null())
+        return all["text"];
+    const EnumValue *value = find(table, all["code"]);
+    return value == nullptr ? all["code"].dump() : text_of(*value);
 }
 
 } // namespace cmifctl

@@ -18,7 +18,22 @@ std::string program_key(const Field &field)
     return key;
 }
 
+// The member that "a.b" leads to, in an object that is made when it is missing.
+Json &place(Json &object, const std::string &path)
+{
+    const std::size_t dot = path.find('.');
+    return dot == std::string::npos ? object[path]
+                                    : place(object[path.substr(0, dot)], path.substr(dot + 1));
+}
+
 } // namespace
+
+Field coded(std::string key, EnumTable table, const Json &raw)
+{
+    return {.key = std::move(key),
+            .value = enumeration(table, raw),
+            .text = enumeration_text(table, raw)};
+}
 
 Section &Report::section(const std::string &key)
 {
@@ -30,7 +45,19 @@ Section &Report::section(const std::string &key)
 
 void Report::field(const std::string &section_key, Field field)
 {
-    section(section_key).fields.push_back(std::move(field));
+    std::vector<Field> &fields = section(section_key).fields;
+    for (Field &known : fields)
+        if (known.key == field.key) {
+            known = std::move(field);
+            return;
+        }
+    fields.push_back(std::move(field));
+}
+
+void Report::result(const std::string &identifier, const std::string &text)
+{
+    data("result", identifier);
+    line(text);
 }
 
 void Report::table(Table table)
@@ -60,7 +87,7 @@ Json Report::document() const
     for (const Section &section : sections_) {
         Json &object = document[section.key] = Json::object();
         for (const Field &field : section.fields)
-            object[program_key(field)] = field.value;
+            place(object, program_key(field)) = field.value;
     }
     for (const Table &table : tables_)
         document[table.key] = table.rows;

@@ -2,7 +2,7 @@
 #ifndef CMIFCTL_OUTPUT_REPORT_H
 #define CMIFCTL_OUTPUT_REPORT_H
 
-#include "client/failure.h"
+#include "enums.h"
 
 #include <string>
 #include <vector>
@@ -10,16 +10,17 @@
 namespace cmifctl
 {
 
-using client::Json;
-
 struct Field {
-    std::string key;
+    std::string key; // "context.apn" is a member of an object in the section
     Json value;
     std::string unit{};  // "dBm": after the value for people, in the key for programs (rssi_dbm)
     std::string text{};  // shown to people instead of the value
     std::string label{}; // shown to people instead of the key
     bool hidden = false; // from people, because another field shows it
 };
+
+// A field with a code of the table, the text of one, or null.
+Field coded(std::string key, EnumTable table, const Json &raw);
 
 struct Section {
     std::string key;
@@ -42,7 +43,10 @@ struct Table {
 class Report
 {
 public:
+    // Replaces a field of the section that has the same key.
     void field(const std::string &section_key, Field field);
+    // What became of a command that carries something out: an identifier for programs.
+    void result(const std::string &identifier, const std::string &text);
     void table(Table table);
     // A line for people, with control characters escaped.
     void line(const std::string &text);

@@ -13,15 +13,17 @@ namespace cmifctl
 namespace
 {
 
-std::string spaces_for_underscores(std::string text)
+// "context.pdp_type" as "context pdp type".
+std::string label_of(std::string key)
 {
-    std::replace(text.begin(), text.end(), '_', ' ');
-    return text;
+    std::replace_if(
+        key.begin(), key.end(), [](char letter) { return letter == '_' || letter == '.'; }, ' ');
+    return key;
 }
 
 std::string title(const Section &section)
 {
-    std::string text = spaces_for_underscores(section.key);
+    std::string text = label_of(section.key);
     constexpr const char *abbreviations[]{"sim", "sms"};
     const bool abbreviation = std::find(std::begin(abbreviations), std::end(abbreviations), text) !=
                               std::end(abbreviations);
@@ -53,8 +55,8 @@ std::vector<Line> lines_of(const Section &section)
     std::vector<Line> lines;
     for (const Field &field : section.fields)
         if (std::string text = field_text(field); !text.empty())
-            lines.push_back({spaces_for_underscores(field.label.empty() ? field.key : field.label),
-                             std::move(text)});
+            lines.push_back(
+                {label_of(field.label.empty() ? field.key : field.label), std::move(text)});
     return lines;
 }
 

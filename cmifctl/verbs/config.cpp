@@ -12,12 +12,21 @@ bool is_secret(const std::string &key)
     return key.find("password") != std::string::npos;
 }
 
-// The value, masked if it is a password; null when unset.
-Json shown(const Context &context, const std::string &key, const std::string &value)
+// {"key", "value", "hidden"}: a secret that isn't shown has no value.
+Json entry(const Context &context, const std::string &key, const std::string &value)
 {
-    if (value.empty())
-        return nullptr;
-    return is_secret(key) && !context.arguments.has("show-secrets") ? Json("****") : Json(value);
+    const bool hidden = is_secret(key) && !value.empty() && !context.arguments.has("show-secrets");
+    return {{"key", key},
+            {"value", hidden || value.empty() ? Json() : Json(value)},
+            {"hidden", hidden}};
+}
+
+// For people.
+std::string value_text(const Json &entry)
+{
+    if (entry["hidden"] == true)
+        return "****";
+    return entry["value"].is_null() ? "" : entry["value"].get<std::string>();
 }
 
 std::string given_value(const Context &context, const std::string &key)
@@ -36,10 +45,10 @@ std::string given_value(const Context &context, const std::string &key)
 void config_get(Context &context)
 {
     const std::string key = context.arguments.text("key");
-    const Json value = shown(context, key, setting(context, key));
-    context.report.data(key, value);
-    if (!value.is_null())
-        context.report.line(value.get<std::string>());
+    const Json found = entry(context, key, setting(context, key));
+    context.report.data("setting", found);
+    if (const std::string text = value_text(found); !text.empty())
+        context.report.line(text);
 }
 
 void config_set(Context &context)
@@ -47,26 +56,27 @@ void config_set(Context &context)
     const std::string key = context.arguments.text("key");
     const std::string value = given_value(context, key);
     change_setting(context, key, value);
-    context.report.data(key, shown(context, key, value));
+    context.report.data("setting", entry(context, key, value));
 }
 
 void config_list(Context &context)
 {
     const std::string prefix = context.arguments.text("prefix");
-    const Json settings = all_settings(context);
-    for (const auto &[key, value] : settings.items()) {
+    Json list = Json::array();
+    const Json all = all_settings(context);
+    for (const auto &[key, value] : all.items()) {
         if (!key.starts_with(prefix))
             continue;
-        const Json visible = shown(context, key, value);
-        context.report.data(key, visible);
-        context.report.line(key + "=" + (visible.is_null() ? "" : visible.get<std::string>()));
+        list.push_back(entry(context, key, value));
+        context.report.line(key + "=" + value_text(list.back()));
     }
+    context.report.data("settings", std::move(list));
 }
 
 void config_save(Context &context)
 {
     save_settings(context);
-    context.report.data("saved", true);
+    context.report.data("result", "saved");
 }
 
 } // namespace cmifctl

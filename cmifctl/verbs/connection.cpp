@@ -51,7 +51,7 @@ std::string state_text(int state)
 {
     if (state == profile_change)
         return "a profile change is in progress";
-    return enumeration(enums::connection, state)["name"];
+    return enumeration_text(enums::connection, state);
 }
 
 void show_state(const Transition &transition, int state, Clock::time_point started)
@@ -84,6 +84,11 @@ int connection_state(const Context &context)
         client::call(context.options, {.request = no_request("shared_CMIF_get_connection_status"),
                                        .body = reads(shared_CMIF_get_connection_status)});
     return answer.result == CMIF_PROFILE_BUSY ? profile_change : answer.output.get<int>();
+}
+
+void request(const Context &context, Target target)
+{
+    qmi_call(context, transition_to(target).call);
 }
 
 void drive_to(const Context &context, Target target)

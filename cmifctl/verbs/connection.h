@@ -14,6 +14,9 @@ int connection_state(const Context &context);
 
 enum class Target { connected, disconnected };
 
+// Returns when the daemon has accepted the request.
+void request(const Context &context, Target target);
+
 // Sends the request and returns when the published state is the target. Fails with the reason when
 // the daemon refuses, when the state falls back, or when time is up.
 void drive_to(const Context &context, Target target);

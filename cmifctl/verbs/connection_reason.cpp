@@ -16,9 +16,8 @@ Reason connection_reason(const Context &context)
 {
     constexpr int ready = 2;
     const Json sim = qmi_call(context, sim_state_call());
-    if (sim["code"] != ready)
-        return {"the SIM's state is: " +
-                    (sim["name"].is_null() ? sim["code"].dump() : sim["name"].get<std::string>()),
+    if (sim != ready)
+        return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim),
                 "'cmifctl sim status' shows the SIM; 'cmifctl sim enter-pin' unlocks it."};
     constexpr int registered = 0;
     if (read(context, "shared_CMIF_get_mobileNetworkStatus",

@@ -128,7 +128,7 @@ void log_rotate(Context &context)
                       "the new log " CMIF_LOG_FILE " could not be written (status " +
                           std::to_string(answer.result) + ")",
                       "Check that /data exists and can be written.");
-    context.report.field("log", {"result", "the log was rotated and a new one started"});
+    context.report.result("rotated", "The log was rotated and a new one started.");
 }
 
 void log_enable(Context &context)

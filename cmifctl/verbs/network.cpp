@@ -6,6 +6,7 @@
 #include "daemons/digits.h"
 #include "providers.h"
 #include "readings.h"
+#include "registration.h"
 #include "verbs.h"
 
 #include <chrono>
@@ -58,9 +59,9 @@ void network_scan_state(Context &context)
     Json state = client::daemon_error(result);
     if (result == CMIF_OK)
         state["name"] = "idle";
-    const bool busy = result != CMIF_OK && known != nullptr;
-    context.report.field("search",
-                         {.key = "state", .value = state, .text = busy ? known->text : ""});
+    const std::string text = known == nullptr ? std::to_string(result) : known->text;
+    context.report.field(
+        "search", {.key = "state", .value = state, .text = result == CMIF_OK ? "idle" : text});
 }
 
 void network_list(Context &context)
@@ -72,20 +73,27 @@ void network_select(Context &context)
 {
     const std::string code = context.arguments.text("code");
     check_operator_code(code);
-    const std::string technology =
-        context.arguments.has("technology")
-            ? std::to_string(context.arguments.code("technology", enums::generation))
-            : ""; // any
+    Json technology; // any
+    if (context.arguments.has("technology"))
+        technology = context.arguments.code("technology", enums::selectable_technology);
+    const auto started = std::chrono::steady_clock::now();
     at_call(context,
             {.request = at_request("shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR),
              .body =
                  [&code, &technology](Json &) {
-                     return shared_CMIF_SetNetworkProvider(code.c_str(), technology.c_str());
+                     const std::string number = technology.is_null() ? "" : technology.dump();
+                     return shared_CMIF_SetNetworkProvider(code.c_str(), number.c_str());
                  },
              .timeout = search_timeout});
     constexpr int manual = 2;
-    context.report.field("network", {"selection_requested", enumeration(enums::selection, manual)});
-    context.report.field("network", {"operator_code", code});
+    context.report.field("requested", coded("selection", enums::selection, manual));
+    context.report.field("requested", {"operator_code", code});
+    context.report.field("requested", coded("technology", enums::technology, technology));
+    if (context.arguments.has("no-wait"))
+        return context.report.result("accepted", "The modem has accepted the request.");
+    wait_for_registration(context, {code, technology}, started);
+    context.report.result("registered", "The modem is registered.");
+    report_readings(context, {"network"});
 }
 
 void network_auto(Context &context)
@@ -95,8 +103,7 @@ void network_auto(Context &context)
             {.request = at_request("shared_CMIF_SetNetworkMode", CMIF_AT_SELECT_AUTOMATICALLY),
              .body = [](Json &) { return shared_CMIF_SetNetworkMode(automatic); },
              .timeout = search_timeout});
-    context.report.field("network",
-                         {"selection_requested", enumeration(enums::selection, automatic)});
+    context.report.field("requested", coded("selection", enums::selection, automatic));
 }
 
 void network_format(Context &context)
@@ -107,7 +114,7 @@ void network_format(Context &context)
                       .body = [format](Json &) {
                           return shared_Set_Operator_Selection_switch_format(format);
                       }});
-    context.report.field("network", {"format_requested", enumeration(enums::name_format, format)});
+    context.report.field("requested", coded("name_format", enums::name_format, format));
 }
 
 } // namespace cmifctl

@@ -225,7 +225,7 @@ void make_attempt(Context &context, const Attempt &attempt)
     const Verdict verdict = judge(result, before, after);
     if (verdict != Verdict::accepted)
         fail_attempt(attempt, verdict, result, before, after);
-    context.report.field("sim", {"result", attempt.done});
+    context.report.result(attempt.result, attempt.done);
     context.report.field("attempts", {"before", before});
     context.report.field("attempts", {"after", after});
 }

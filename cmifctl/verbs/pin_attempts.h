@@ -25,7 +25,8 @@ struct Attempt {
     Request request;
     // Calls the library with the secrets, in the child.
     std::function<int(const std::vector<std::string> &secrets)> call;
-    const char *done; // for the report
+    const char *result; // for programs, when it succeeds
+    const char *done;   // for people
 };
 
 // One pass: looks at the counters, asks for the secrets, and then, with the SIM's requests locked

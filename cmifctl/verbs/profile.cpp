@@ -11,7 +11,7 @@ namespace cmifctl
 namespace
 {
 
-constexpr const char *mask = "****";
+constexpr const char *mask = "****"; // for people
 
 // A field of the profile, which may be full and without a NUL.
 template <std::size_t N>
@@ -41,22 +41,24 @@ Json stored_profile(const Context &context)
                               .secret = true});
 }
 
-bool empty(const Json &text)
+Json text_or_null(const Json &text)
 {
-    return text.get_ref<const std::string &>().empty();
+    return text.get_ref<const std::string &>().empty() ? Json() : text;
 }
 
 void report_profile(Context &context)
 {
-    Json profile = stored_profile(context);
-    const bool hidden = !context.arguments.has("show-secrets") && !empty(profile["password"]);
-    if (hidden)
-        profile["password"] = mask;
-    for (const char *key : {"apn", "user", "password"})
-        context.report.field("profile", {key, empty(profile[key]) ? Json() : profile[key]});
-    context.report.field("profile", {"auth", enumeration(enums::authentication, profile["auth"])});
-    context.report.field("profile", {"pdp", enumeration(enums::profile_pdp, profile["pdp"])});
-    context.report.field("profile", {"family", enumeration(enums::ip_family, profile["family"])});
+    const Json profile = stored_profile(context);
+    const Json password = text_or_null(profile["password"]);
+    const bool hidden = !context.arguments.has("show-secrets") && !password.is_null();
+    const auto add = [&context](Field field) { context.report.field("profile", std::move(field)); };
+    add({"apn", text_or_null(profile["apn"])});
+    add({"user", text_or_null(profile["user"])});
+    add({.key = "password", .value = hidden ? Json() : password, .text = hidden ? mask : ""});
+    add({.key = "password_set", .value = !password.is_null(), .hidden = true});
+    add(coded("authentication", enums::authentication, profile["auth"]));
+    add(coded("pdp_type", enums::pdp_type, profile["pdp"]));
+    add(coded("ip_family", enums::ip_family, profile["family"]));
 }
 
 template <std::size_t N>
@@ -88,9 +90,8 @@ void change(Json &profile, const Arguments &given)
         const bool from_input = given.text("password") == "-";
         profile["password"] = ask_secrets({{"password", true}}, from_input).front();
     }
-    const std::array<std::pair<const char *, EnumTable>, 3> codes{{{"auth", enums::authentication},
-                                                                   {"pdp", enums::profile_pdp},
-                                                                   {"family", enums::ip_family}}};
+    const std::array<std::pair<const char *, EnumTable>, 3> codes{
+        {{"auth", enums::authentication}, {"pdp", enums::pdp_type}, {"family", enums::ip_family}}};
     for (const auto &[key, table] : codes)
         if (given.has(key))
             profile[key] = given.code(key, table);

@@ -3,6 +3,9 @@
 #include "cmif/cmif.h"
 #include "cmifctl/calls.h"
 
+#include <algorithm>
+#include <ctime>
+#include <sys/stat.h>
 #include <vector>
 
 namespace cmifctl
@@ -22,8 +25,8 @@ Json provider(const cmif_provider_info &info)
     return {{"code", text_or_null(info.oper_numeric)},
             {"name", text_or_null(info.oper_long)},
             {"short_name", text_or_null(info.oper_short)},
-            {"status", enumeration(enums::provider_state, info.stat)},
-            {"technology", enumeration(enums::provider_technology, info.act)}};
+            {"status", enumeration(enums::provider_status, info.stat)},
+            {"technology", enumeration(enums::technology, info.act)}};
 }
 
 // The groups at the end of the modem's answer are ranges of numbers, without a name or code.
@@ -38,6 +41,15 @@ int read_providers(Json &output)
     return result;
 }
 
+// A list of long ago may name operators that are out of reach now.
+void report_age(Context &context)
+{
+    struct stat file {
+    };
+    if (stat(CMIF_PROVIDER_LIST_FILE, &file) == 0)
+        context.report.data("age_s", std::max<long long>(0, std::time(nullptr) - file.st_mtime));
+}
+
 } // namespace
 
 void report_providers(Context &context)
@@ -48,13 +60,19 @@ void report_providers(Context &context)
     if (answer.result != CMIF_OK)
         throw Failure(Exit::no_file, "there is no provider list (" CMIF_PROVIDER_LIST_FILE ")",
                       "Search for operators first: 'cmifctl network scan'.");
-    context.report.table({"providers",
-                          {{"code", "CODE"},
-                           {"status", "STATUS"},
-                           {"technology", "TECHNOLOGY"},
-                           {"short_name", "SHORT"},
-                           {"name", "NAME"}},
-                          std::move(answer.output)});
+    report_age(context);
+    Table table{"providers",
+                {{"code", "CODE"},
+                 {"status", "STATUS"},
+                 {"technology", "TECHNOLOGY"},
+                 {"short_name", "SHORT"},
+                 {"name", "NAME"}},
+                std::move(answer.output)};
+    for (const Json &row : table.rows)
+        table.shown.push_back(
+            {{"status", enumeration_text(enums::provider_status, row["status"]["code"])},
+             {"technology", enumeration_text(enums::technology, row["technology"]["code"])}});
+    context.report.table(std::move(table));
 }
 
 } // namespace cmifctl

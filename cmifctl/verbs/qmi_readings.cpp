@@ -24,7 +24,7 @@ int read_sim_state(Json &output)
 {
     int state = 0;
     const int result = shared_CMIF_get_sim_status(&state);
-    output = enumeration(enums::sim_state, state);
+    output = state;
     return result;
 }
 
@@ -46,6 +46,15 @@ std::array<QmiReading, 3> all_readings()
                                       .body = read_bounded<51, shared_CMIF_get_ps_service>}},
     }};
     // clang-format on
+}
+
+// The SIM's state that the AT daemon has published stays when there is no newer one.
+void report_value(Context &context, const QmiReading &reading, const Json &value)
+{
+    if (std::string_view(reading.key) != "state")
+        context.report.field(reading.section, {reading.key, value});
+    else if (!value.is_null())
+        context.report.field(reading.section, coded(reading.key, enums::sim_state, value));
 }
 
 // With a time limit that suits a reading which may be left out.
@@ -79,14 +88,14 @@ void report_qmi_readings(Context &context, std::initializer_list<std::string_vie
         } catch (const Failure &failure) {
             reason = failure.what();
         }
-        context.report.field(reading.section, {reading.key, value});
+        report_value(context, reading, value);
     }
     const bool answers = reason.is_null();
-    context.report.field("daemons", {.key = "qmi_answers",
+    context.report.field("daemons", {.key = "qmi.answers",
                                      .value = answers,
                                      .text = answers ? "responding" : "not responding",
                                      .label = "QMI daemon"});
-    context.report.field("daemons", {.key = "qmi_reason", .value = reason, .label = "reason"});
+    context.report.field("daemons", {.key = "qmi.reason", .value = reason, .label = "reason"});
 }
 
 } // namespace cmifctl

@@ -14,7 +14,7 @@ namespace cmifctl
 // sections, and in the section "daemons" whether the daemon answered. Does not fail without it.
 void report_qmi_readings(Context &context, std::initializer_list<std::string_view> keys);
 
-// The SIM's state as the QMI daemon gives it (enums::sim_state).
+// The code of the SIM's state as the QMI daemon gives it (enums::sim_state).
 Call sim_state_call();
 
 } // namespace cmifctl

@@ -9,8 +9,10 @@ namespace cmifctl
 namespace
 {
 
-// A setting of the modem: the argument's name and codes, and the request that changes it.
+// A setting of the modem: the argument's name, the name and codes under which it is shown, and the
+// request that changes it.
 struct Setting {
+    const char *argument;
     const char *key;
     EnumTable table;
     const char *function;
@@ -20,27 +22,26 @@ struct Setting {
 
 // clang-format off
 #define FUNCTION(name) #name, name
-constexpr Setting mode_setting   {"mode",    enums::settable_search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),        CMIF_AT_SET_SEARCH_MODE};
-constexpr Setting region_setting {"region",  enums::settable_band_region, FUNCTION(shared_CMIF_SetBandRegion),                CMIF_AT_SET_SEARCH_MODE};
-constexpr Setting roaming_setting{"roaming", enums::roaming,              FUNCTION(shared_CMIF_set_mobileInternationalRoam),  CMIF_AT_SET_ROAMING};
-constexpr Setting domain_setting {"domain",  enums::on_off,               FUNCTION(shared_CMIF_set_DomainServiceStatus),      CMIF_AT_SET_PACKET_DOMAIN};
+constexpr Setting mode_setting   {"mode",    "search_mode", enums::search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),       CMIF_AT_SET_SEARCH_MODE};
+constexpr Setting region_setting {"region",  "band_region", enums::band_region, FUNCTION(shared_CMIF_SetBandRegion),               CMIF_AT_SET_SEARCH_MODE};
+constexpr Setting roaming_setting{"roaming", "roaming",     enums::roaming,     FUNCTION(shared_CMIF_set_mobileInternationalRoam), CMIF_AT_SET_ROAMING};
+constexpr Setting domain_setting {"domain",  "domain",      enums::on_off,      FUNCTION(shared_CMIF_set_DomainServiceStatus),     CMIF_AT_SET_PACKET_DOMAIN};
 #undef FUNCTION
 // clang-format on
 
 // Sends the value that was given, and reports what was asked for.
 void change(Context &context, const Setting &setting)
 {
-    const int code = context.arguments.code(setting.key, setting.table);
+    const int code = context.arguments.code(setting.argument, setting.table);
     at_call(context, {.request = at_request(setting.function, setting.code),
                       .body = [&setting, code](Json &) { return setting.change(code); }});
-    context.report.field(
-        "radio", {std::string(setting.key) + "_requested", enumeration(setting.table, code)});
+    context.report.field("requested", coded(setting.key, setting.table, code));
 }
 
 // For settings that the modem publishes.
 void show_or_change(Context &context, const Setting &setting)
 {
-    if (context.arguments.has(setting.key))
+    if (context.arguments.has(setting.argument))
         return change(context, setting);
     report_readings(context, {"radio"});
 }
@@ -77,7 +78,7 @@ void radio_domain(Context &context)
          .body = [](Json &output) {
              return read_text(output, shared_CMIF_get_DomainServiceStatus);
          }});
-    context.report.field("radio", {"domain", named(enums::on_off, domain)});
+    context.report.field("radio", coded("domain", enums::on_off, domain));
 }
 
 void radio_functionality(Context &context)
@@ -87,8 +88,7 @@ void radio_functionality(Context &context)
         context,
         {.request = at_request("shared_CMIF_set_phone_functionality", CMIF_AT_SET_FUNCTIONALITY),
          .body = [level](Json &) { return shared_CMIF_set_phone_functionality(level); }});
-    context.report.field("radio",
-                         {"functionality_requested", enumeration(enums::functionality, level)});
+    context.report.field("requested", coded("functionality", enums::functionality, level));
 }
 
 void radio_reset(Context &context)
@@ -98,14 +98,14 @@ void radio_reset(Context &context)
             "messages and locks the SIM until its PIN is entered");
     at_command(context, "shared_CMIF_set_FactoryReset", CMIF_AT_FACTORY_RESET,
                shared_CMIF_set_FactoryReset);
-    context.report.field("radio", {"result", "the modem was reset to its factory settings"});
+    context.report.result("reset", "The modem was reset to its factory settings.");
 }
 
 void radio_timezone(Context &context)
 {
     at_command(context, "shared_CMIF_set_timezone", CMIF_AT_SET_TIME_ZONE,
                shared_CMIF_set_timezone);
-    context.report.field("radio", {"result", "the modem has the system's time zone"});
+    context.report.result("done", "The modem has the system's time zone.");
 }
 
 void radio_download_mode(Context &context)
@@ -113,7 +113,7 @@ void radio_download_mode(Context &context)
     confirm(context, download_warning);
     at_command(context, "shared_CMIF_set_AT_qfirehose", CMIF_AT_DOWNLOAD_MODE,
                shared_CMIF_set_AT_qfirehose);
-    context.report.field("radio", {"result", "the request was sent; no reply is expected"});
+    context.report.result("sent", "The request was sent; no reply is expected.");
 }
 
 } // namespace cmifctl

@@ -1,4 +1,4 @@
-// All values that getters give, as rows: section, name, form.
+// The values that the daemons publish in the store.
 #ifndef CMIFCTL_VERBS_READINGS_H
 #define CMIFCTL_VERBS_READINGS_H
 
@@ -11,11 +11,11 @@ namespace cmifctl
 {
 
 // Reports the named sections ("modem", "sim", "network", "last_known", "radio", "data"). Reads the
-// store in one child and asks no daemon.
+// store in one child and asks no daemon. What has no value there is null. When the daemons use
+// another store, a note names both.
 void report_readings(Context &context, std::initializer_list<std::string_view> sections);
-
-// Reports the wireless broadband summary in the same way.
-void report_summary(Context &context);
+// Only one of them. People are told when it isn't known.
+void report_reading(Context &context, std::string_view section, std::string_view key);
 
 // For bodies: stores the text that a getter gives in `output`, or null when it is empty or the
 // getter fails. Returns the getter's result.

@@ -3,6 +3,8 @@
 #include "platform/host_store.h"
 #include "platform/tarn_nvram_config.h"
 
+#include <filesystem>
+
 namespace cmifctl
 {
 namespace
@@ -33,10 +35,24 @@ void require_store()
                 "the settings can't be read");
 }
 
+std::string other_store()
+{
+    const std::string own = host_store_directory();
+    const std::string daemons = host_store_announced();
+    std::error_code ignored;
+    if (daemons.empty() || daemons == own || std::filesystem::equivalent(daemons, own, ignored))
+        return "";
+    return "the daemons use the store " + daemons + ", and this command " + own +
+           "; CMIF_STORE=" + daemons + " selects theirs";
+}
+
 std::string unknown_values_hint()
 {
-    return "The daemon has published none in this store (" + std::string(host_store_directory()) +
-           "); CMIF_STORE names another one.";
+    const std::string other = other_store();
+    return other.empty()
+               ? "The daemon has published none in this store (" +
+                     std::string(host_store_directory()) + "); CMIF_STORE names another one."
+               : "The cause: " + other + ".";
 }
 
 std::string setting(const Context &context, const std::string &key)

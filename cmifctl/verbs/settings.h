@@ -12,6 +12,10 @@ namespace cmifctl
 // In a child: fails when the store can't be read. The library's getters would show it as empty.
 void require_store();
 
+// "the daemons use the store A, this command B"; empty when no running daemon has announced
+// another store than this process's.
+std::string other_store();
+
 // What to do about values that a daemon should have published and that this store doesn't have.
 std::string unknown_values_hint();
 

@@ -20,7 +20,7 @@ void show_pin_mode(Context &context)
         context,
         {.request = at_request("shared_CMIF_get_mobileSimPINMode", CMIF_AT_GET_PIN_MODE),
          .body = [](Json &output) { return read_text(output, shared_CMIF_get_mobileSimPINMode); }});
-    context.report.field("sim", {"pin_mode", named(enums::on_off, mode)});
+    context.report.field("sim", coded("pin_mode", enums::on_off, mode));
 }
 
 std::string ask_control_key(const Context &context)
@@ -60,7 +60,8 @@ void sim_enter_pin(Context &context)
                       [](const Secrets &secrets) {
                           return shared_CMIF_set_EntermobilePIN(secrets[0].c_str());
                       },
-                  .done = "the PIN is accepted"});
+                  .result = "accepted",
+                  .done = "The PIN is accepted."});
 }
 
 void sim_enter_puk(Context &context)
@@ -76,7 +77,8 @@ void sim_enter_puk(Context &context)
                           return shared_CMIF_set_EntermobilePINPUK(secrets[0].c_str(),
                                                                    secrets[1].c_str());
                       },
-                  .done = "the SIM is unblocked and has the new PIN"});
+                  .result = "unblocked",
+                  .done = "The SIM is unblocked and has the new PIN."});
 }
 
 void sim_change_pin(Context &context)
@@ -92,7 +94,8 @@ void sim_change_pin(Context &context)
                           return shared_CMIF_set_ChangemobileSimPIN(secrets[0].c_str(),
                                                                     secrets[1].c_str());
                       },
-                  .done = "the PIN is changed"});
+                  .result = "changed",
+                  .done = "The PIN is changed."});
 }
 
 void sim_pin_mode(Context &context)
@@ -111,7 +114,8 @@ void sim_pin_mode(Context &context)
                           return shared_CMIF_set_mobileSimPINMode(on ? "1" : "0",
                                                                   secrets[0].c_str());
                       },
-                  .done = on ? "the SIM asks for its PIN" : "the SIM does not ask for its PIN"});
+                  .result = on ? "enabled" : "disabled",
+                  .done = on ? "The SIM asks for its PIN." : "The SIM does not ask for its PIN."});
 }
 
 void sim_lock_network(Context &context)
@@ -131,9 +135,9 @@ void sim_lock_network(Context &context)
                                   facility.c_str(), "1", network.c_str(), key.c_str());
                           },
                       .secret = true});
-    context.report.field("sim",
-                         {"result", "the modem is locked to " +
-                                        (network.empty() ? "the SIM's own network" : network)});
+    context.report.result("locked",
+                          "The modem is locked to " +
+                              (network.empty() ? "the SIM's own network." : network + "."));
 }
 
 void sim_unlock_network(Context &context)
@@ -146,7 +150,7 @@ void sim_unlock_network(Context &context)
                               return shared_CMIF_set_NetworkPersonalizationUNLock(key.c_str());
                           },
                       .secret = true});
-    context.report.field("sim", {"result", "the modem works with the SIM of any network"});
+    context.report.result("unlocked", "The modem works with the SIM of any network.");
 }
 
 } // namespace cmifctl

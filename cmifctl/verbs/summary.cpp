@@ -1,10 +1,10 @@
 #include "cmif/cmif.h"
-#include "readings.h"
+#include "cmifctl/calls.h"
+#include "settings.h"
+#include "verbs.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <iterator>
 
 namespace cmifctl
 {
@@ -37,16 +37,16 @@ int read_summary(Json &output)
     static SummaryRecord record;
     const WirelessBroadbandInfo &info = record.info;
     const int result = shared_CMIF_GetWirelessBroadbandInfo(&record.info);
-    output = {{"identity", text_of(info.NewModemIdentity)},
-              {"software", text_of(info.NewModemSWversion)},
+    output = {{"modem_identity", text_of(info.NewModemIdentity)},
+              {"modem_sw_version", text_of(info.NewModemSWversion)},
               {"imsi", text_of(info.NewIMSI)},
               {"imei", text_of(info.NewIMEI)},
-              {"operator", text_of(info.NewOperatorName)},
-              {"selection", text_of(info.NewNetworkMode)},
+              {"operator_name", text_of(info.NewOperatorName)},
+              {"network_mode", text_of(info.NewNetworkMode)},
               {"rssi", info.NewRSSI},
-              {"modem_status", text_of(info.NewModemCurrentStatus)},
-              {"generation", text_of(info.NewModemType)},
-              {"number", record.number()}};
+              {"modem_current_status", text_of(info.NewModemCurrentStatus)},
+              {"modem_type", text_of(info.NewModemType)},
+              {"phone_number", record.number()}};
     if (info.NewRSSI == 0)
         output["rssi"] = nullptr; // nothing published; no receiver measures 0 dBm
     return result;
@@ -54,16 +54,15 @@ int read_summary(Json &output)
 
 } // namespace
 
-void report_summary(Context &context)
+// The record as the library fills it: its own words for what other commands show as codes.
+void summary(Context &context)
 {
-    const Json summary = read(context, "shared_CMIF_GetWirelessBroadbandInfo", read_summary);
-    constexpr std::string_view shown[]{"operator", "selection", "rssi", "generation", "number"};
-    for (const auto &[key, value] : summary.items()) {
-        const bool hidden = std::find(std::begin(shown), std::end(shown), key) == std::end(shown);
-        context.report.field(
-            "summary",
-            {.key = key, .value = value, .unit = key == "rssi" ? "dBm" : "", .hidden = hidden});
-    }
+    const Json values = read(context, "shared_CMIF_GetWirelessBroadbandInfo", [](Json &output) {
+        require_store();
+        return read_summary(output);
+    });
+    for (const auto &[key, value] : values.items())
+        context.report.field("summary", {key, value, key == "rssi" ? "dBm" : ""});
 }
 
 } // namespace cmifctl

@@ -12,6 +12,7 @@ constexpr const char *download_warning = "This requests firmware-download mode: 
                                          "working until it is reflashed or power-cycled";
 
 void status(Context &context);
+void summary(Context &context);
 void doctor(Context &context);
 
 void sim_status(Context &context);

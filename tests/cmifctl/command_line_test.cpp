@@ -123,8 +123,8 @@ TEST(CommandLine, ChecksArguments)
 {
     expect_failures({
         {{"sms", "show"},             "missing ID for 'cmifctl sms show' | ID: its index in the list."},
-        {{"radio", "functionality"},  "missing LEVEL for 'cmifctl radio functionality' | One of: minimum, full, offline."},
-        {{"radio", "mode", "5g"},     "invalid MODE '5g' for 'cmifctl radio mode' | One of: auto, 2g, 3g, 4g."},
+        {{"radio", "functionality"},  "missing LEVEL for 'cmifctl radio functionality' | One of: minimum, full, radio_off."},
+        {{"radio", "mode", "5g"},     "invalid MODE '5g' for 'cmifctl radio mode' | One of: auto, gsm, utran, eutran."},
         {{"status", "more"},          "unexpected argument 'more' for 'cmifctl status' | 'cmifctl status --help' shows its usage."},
     });
 }

@@ -6,6 +6,7 @@
 #include "cmifctl/cli/exit_meanings.h"
 
 #include <algorithm>
+#include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <set>
@@ -68,6 +69,23 @@ TEST(Table, CompletionKnowsEveryCommand)
             [&words](const cli::Candidate &next) { return next.value == words.back(); }))
             << command.path;
     }
+}
+
+TEST(Table, EveryCommandHasADefinitionInTheSchema)
+{
+    const Json schema = Json::parse(std::ifstream(CMIF_SCHEMA));
+    std::set<std::string> defined;
+    for (const auto &[name, definition] : schema["$defs"].items())
+        if (name.starts_with("verb."))
+            defined.insert(name);
+    std::set<std::string> expected;
+    for (const Command &command : commands()) {
+        std::string name = std::string("verb.") + command.path;
+        std::replace(name.begin(), name.end(), ' ', '.');
+        expected.insert(name);
+        EXPECT_NE(schema["anyOf"].dump().find("#/$defs/" + name + "\""), std::string::npos) << name;
+    }
+    EXPECT_EQ(defined, expected);
 }
 
 // A word after a command is an argument of it.

@@ -108,7 +108,8 @@ Report example()
     report.field("last_known", {"operator", "Test"});
     report.field("last_known", {"rssi", -71, "dBm"});
     report.field("last_known", {"imei", nullptr});
-    report.field("sim", {"state", enumeration(enums::sim_state, 3)});
+    report.field("sim", coded("state", enums::sim_state, 1));
+    report.field("sim", coded("state", enums::sim_state, 3)); // instead of the first
     report.field("sim", {"uptime", 90, "s", "00:01:30"});
     report.field("sim", {"open", false});
     report.field("sim", {.key = "internal", .value = 1, .hidden = true});
@@ -174,7 +175,7 @@ TEST(Document, IsTyped)
 {
     EXPECT_EQ(example().document(),
               Json::parse(R"({"last_known": {"operator": "Test", "rssi_dbm": -71, "imei": null},
-                              "sim": {"state": {"code": 3, "name": "PIN required"},
+                              "sim": {"state": {"code": 3, "name": "pin_required"},
                                       "uptime_s": 90, "open": false, "internal": 1}})"));
 }
 
@@ -224,14 +225,45 @@ TEST(Fields, ListWhatThereIs)
     }
 }
 
+TEST(Report, HasObjectsInASection)
+{
+    Report report;
+    report.field("data", {"context.apn", "x"});
+    report.field("data", {"context.more.age", 3, "s"});
+    report.result("connected", "The connection is up.");
+    EXPECT_EQ(report.document(),
+              Json::parse(R"({"data": {"context": {"apn": "x", "more": {"age_s": 3}}},
+                              "result": "connected"})"));
+    EXPECT_EQ(render_text(report, 0, false), "  ------------------------\n"
+                                             "  Data |      context apn: x\n"
+                                             "       | context more age: 3 s\n"
+                                             "The connection is up.\n");
+}
+
 TEST(Enumeration, KnowsNamesAndNumbers)
 {
     EXPECT_EQ(enumeration(enums::sim_state, 9), Json::parse(R"({"code": 9, "name": null})"));
-    EXPECT_EQ(named(enums::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
-    EXPECT_EQ(named(enums::on_off, "x"), Json::parse(R"({"code": null, "name": "x"})"));
+    EXPECT_EQ(enumeration(enums::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
+    EXPECT_EQ(enumeration(enums::sim_state, "SIM PIN"),
+              Json::parse(R"({"code": 3, "name": "pin_required"})"));
+    EXPECT_EQ(enumeration(enums::on_off, "x"),
+              Json::parse(R"({"code": null, "name": null, "text": "x"})"));
+    EXPECT_EQ(enumeration(enums::on_off, nullptr), nullptr);
     EXPECT_EQ(cli::code_of(enums::functionality, "offline"), 4);
+    EXPECT_EQ(cli::code_of(enums::functionality, "radio_off"), 4);
     EXPECT_EQ(cli::code_of(enums::functionality, "4"), 4);
     EXPECT_FALSE(cli::code_of(enums::functionality, "2"));
+    EXPECT_FALSE(cli::code_of(enums::registration, "")); // no word
+}
+
+TEST(Enumeration, HasATextForPeople)
+{
+    EXPECT_EQ(enumeration_text(enums::sim_state, 3), "PIN required");
+    EXPECT_EQ(enumeration_text(enums::sim_state, "PH-NET PIN"), "network locked");
+    EXPECT_EQ(enumeration_text(enums::registration, 5), "registered (roaming)");
+    EXPECT_EQ(enumeration_text(enums::sim_state, 9), "9");
+    EXPECT_EQ(enumeration_text(enums::sim_state, "ODD"), "ODD");
+    EXPECT_EQ(enumeration_text(enums::sim_state, nullptr), "");
 }
 
 } // namespace

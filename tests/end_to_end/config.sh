@@ -9,12 +9,12 @@ start_router --pace 0.1
 exits 0 cmifctl config get example.key
 writes_nothing
 exits 0 cmifctl --json config get example.key
-holds example.key=null
+holds 'setting.key="example.key"' setting.value=null setting.hidden=false
 exits 0 cmifctl config set example.key 'a value, with "quotes" and 100%'
 exits 0 cmifctl config get example.key
 prints 'a value, with "quotes" and 100%'
 exits 0 cmifctl --json config get example.key
-holds 'example.key="a value, with \"quotes\" and 100%"'
+holds 'setting.value="a value, with \"quotes\" and 100%"'
 echo 'from input' | exits 0 cmifctl config set example.second -
 exits 0 cmifctl config list example.
 prints 'example.key=a value, with "quotes" and 100%'
@@ -29,11 +29,15 @@ echo secret | exits 0 cmifctl config set example.password -
 exits 0 cmifctl config list
 prints 'example.password=****'
 hides secret
+exits 0 cmifctl --json config list example.p
+holds 'settings.0.key="example.password"' settings.0.value=null settings.0.hidden=true
+exits 0 cmifctl --json config set error harmless
+holds 'command="config set"' 'setting.key="error"'
 exits 0 cmifctl config get example.password --show-secrets
 prints secret
 
 exits 0 cmifctl --json config save
-holds saved=true
+holds 'result="saved"'
 exits 0 cmifctl config set example.key 'not saved'
 kill_router 15
 start_router --pace 0.1

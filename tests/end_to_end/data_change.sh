@@ -12,14 +12,14 @@ within 10 data_is connecting
 exits 0 cmifctl data profile set --apn second.example
 wait "$start"
 exits 0 cmifctl --json data status
-holds 'data.state.name="connected"' 'data.apn="second.example"'
+holds 'data.state.name="connected"' 'data.context.apn="second.example"'
 
 # A change while connected reconnects.
 before=$(value data.ipv4)
 exits 0 cmifctl data profile set --apn third.example
 within 10 data_is connected
 exits 0 cmifctl --json data status
-holds 'data.apn="third.example"'
+holds 'data.context.apn="third.example"'
 [ "$(value data.ipv4)" != "$before" ] || fail 'still the old connection'
 exits 0 cmifctl data stop
 

@@ -21,12 +21,12 @@ esac
 exits 4 cmifctl --timeout 1 data start
 complains 'the modem is not registered with a network'
 exits 0 cmifctl radio functionality full
-within 20 network_is registered
+within 20 network_is home
 
 exits 0 cmifctl data start
 shows 'state: connected'
 shows 'ipv4: 192.0.2.10'
-shows 'apn: internet.example'
+shows 'context apn: internet.example'
 exits 0 cmifctl --json data status
 holds data.state.code=3 'data.state.name="connected"' 'data.ipv4="192.0.2.10"' \
     'data.ipv6="2001:db8:0:1::1"' 'data.packet_service="attached"'

@@ -8,7 +8,7 @@ start_router --pace 0.1
 exits 0 cmifctl data profile set --apn internet.example --user anna --auth pap
 echo secret | exits 0 cmifctl data profile set --password -
 exits 0 cmifctl --json data auto-connect
-holds data.auto_connect=false
+holds data.auto_connect=null
 exits 0 cmifctl --json data auto-connect on
 holds data.auto_connect=true
 exits 0 cmifctl config save
@@ -18,7 +18,7 @@ kill_router 15
 start_router --pace 0.1
 exits 0 cmifctl --json data profile show --show-secrets
 holds 'profile.apn="internet.example"' 'profile.user="anna"' 'profile.password="secret"' \
-    'profile.auth.name="pap"'
+    'profile.authentication.name="pap"'
 exits 0 cmifctl data auto-connect
 shows 'auto connect: yes'
 exits 0 cmifctl --json data status

@@ -4,7 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 
 exits 0 cmifctl --json data profile show
-holds profile.user=null profile.password=null
+holds profile.user=null profile.password=null profile.password_set=false
 exits 0 cmifctl data profile set --apn internet.example --user anna
 echo 'pass word' | exits 0 cmifctl data profile set --password - --auth chap
 hides 'pass word'
@@ -12,12 +12,13 @@ exits 0 cmifctl data profile show
 shows 'apn: internet.example'
 shows 'user: anna'
 shows 'password: ****'
-shows 'auth: chap'
+shows 'authentication: CHAP'
 hides 'pass word'
 exits 0 cmifctl data profile set --pdp ipv6 --family ipv6
 exits 0 cmifctl --json data profile show
-holds 'profile.apn="internet.example"' 'profile.user="anna"' 'profile.password="****"' \
-    profile.auth.code=2 'profile.pdp.name="ipv6"' 'profile.family.name="ipv6"'
+holds 'profile.apn="internet.example"' 'profile.user="anna"' profile.password=null profile.password_set=true \
+    profile.authentication.code=2 'profile.pdp_type.name="ipv6"' \
+    'profile.ip_family.name="ipv6"'
 exits 0 cmifctl --json data profile show --show-secrets
 holds 'profile.password="pass word"'
 exits 0 cmifctl --json --trace data profile show
@@ -37,10 +38,10 @@ holds "profile.apn=\"$forty\"" "profile.user=\"$forty$forty${forty}12345678\""
 exits 0 cmifctl data at-profile 3 IPV4V6 other.example
 exits 0 cmifctl data profile-sync
 exits 0 cmifctl data status
-shows 'apn: other.example'
-shows 'pdp type: IPV4V6'
+shows 'context apn: other.example'
+shows 'context pdp type: IPv4v6'
 exits 2 cmifctl data at-profile 17 IP other.example
 register
 exits 0 cmifctl data ota-dm
-managed() { cmifctl data profile-sync && cmifctl data status | grep -q ' apn: managed.example$'; }
+managed() { cmifctl data profile-sync && cmifctl data status | grep -q ' context apn: managed.example$'; }
 within 10 managed

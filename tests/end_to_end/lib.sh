@@ -3,14 +3,30 @@
 # first check that fails, and shows the last command and its output.
 set -eu
 
+here=$(dirname "$0")
 work=$(mktemp -d)
+documents=$work/documents # all that the checks have seen, one on each line
 router=
 
+# A test that has passed so far fails here when a document doesn't fit the schema.
 at_end() {
+    status=$?
+    trap - EXIT
     [ -z "$router" ] || kill -9 "$router" 2>/dev/null || :
+    if [ "$status" -eq 0 ] && [ -e "$documents" ]; then
+        validates "$documents" || status=1
+    fi
     rm -rf "$work"
+    exit "$status"
 }
 trap at_end EXIT
+
+# validates FILE [--every-command]
+validates() {
+    file=$1
+    shift
+    "$here/validate_documents.py" "$here/../../docs/cmifctl.schema.json" "$file" "$@" >&2
+}
 
 fail() {
     {
@@ -62,6 +78,7 @@ value() { values | sed -n "s/^$1=//p"; }
 # document, valid as UTF-8 too, which jq would repair.
 values() {
     iconv -f UTF-8 -t UTF-8 "$work/out" >/dev/null || return
+    jq -c . "$work/out" >>"$documents" || return
     jq -rs 'if length == 1 then .[0] else error("\(length) documents") end
         | . as $document
         | paths(type != "object" and type != "array" or length == 0)
@@ -80,14 +97,14 @@ within() {
     done
 }
 
-network_is() { cmifctl network show | grep -q "registration: $1\$"; }
-data_is() { cmifctl data status | grep -q " state: $1\$"; }
+network_is() { [ "$(cmifctl network show --field network.registration)" = "$1" ]; }
+data_is() { [ "$(cmifctl data status --field data.state)" = "$1" ]; }
 
 unlock() { echo 1234 | exits 0 cmifctl sim enter-pin -; }
 
 register() {
     unlock
-    within 20 network_is registered
+    within 20 network_is home
 }
 
 # queued KEY: how many messages wait in the queue.

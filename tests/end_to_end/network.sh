@@ -23,9 +23,9 @@ holds 'providers.0.code="00101"' 'providers.0.name="Test Network"' 'providers.0.
 [ "$(grep -c '^providers\..*\.code="' "$work/values")" -eq 6 ] || fail 'not six operators'
 
 exits 0 cmifctl network select 00102
-shows 'selection requested: manual'
+shows 'selection: manual'
 shows 'operator code: 00102'
-within 20 network_is registered
+prints 'The modem is registered.'
 exits 0 cmifctl --json network show
 holds network.selection.code=2 'network.selection.name="manual"' \
     'network.operator="Second Test Network"' 'network.operator_code="00102"' 'network.lac="2B01"'
@@ -37,22 +37,22 @@ exits 4 cmifctl --json network select 31026
 holds error.daemon.code=30 'error.daemon.name="no_network_service"'
 exits 2 cmifctl network select Test
 exits 0 cmifctl --json network show
-holds 'network.operator_code="00102"' 'network.registration.name="registered"'
+holds 'network.operator_code="00102"' 'network.registration.name="roaming"'
 
 exits 0 cmifctl network select 00101 --technology 3g
-within 20 network_is registered
 exits 0 cmifctl --json network show
-holds 'network.operator_code="00101"' 'network.technology.name="UTRAN"'
-exits 0 cmifctl network select 99971
-within 20 network_is registered
+holds 'network.operator_code="00101"' 'network.technology.name="utran"'
+exits 0 cmifctl network select 99971 --no-wait
+prints 'The modem has accepted the request.'
+within 20 network_is roaming
 exits 0 cmifctl --json network show
-holds 'network.technology.name="GSM"'
+holds 'network.technology.name="gsm"'
 
 exits 0 cmifctl network auto
-shows 'selection requested: automatic'
-within 20 network_is registered
+shows 'selection: automatic'
+within 20 network_is home
 exits 0 cmifctl --json network show
-holds network.selection.code=1 'network.operator="Test Network"' 'network.technology.name="E-UTRAN"'
+holds network.selection.code=1 'network.operator="Test Network"' 'network.technology.name="eutran"'
 
 for format in 'short:Test' 'numeric:00101' 'long:Test Network'; do
     exits 0 cmifctl network format "${format%%:*}"

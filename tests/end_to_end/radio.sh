@@ -13,16 +13,16 @@ shows 'access: LTE'
 # Without LTE the home network is found on UMTS; mode and band are two views of one setting.
 technology_is() { cmifctl network show | grep -q "technology: $1\$"; }
 exits 0 cmifctl radio mode 3g
-shows 'mode requested: 3g'
+shows 'search mode: UTRAN'
 within 20 technology_is UTRAN
 exits 0 cmifctl --json radio show
-holds radio.search_mode.code=2 'radio.search_mode.name="3g"' radio.band_region.code=2 \
+holds radio.search_mode.code=2 'radio.search_mode.name="utran"' radio.band_region.code=2 \
     'radio.access="UMTS"' radio.rsrp_dbm=null radio.channel=10700
 exits 0 cmifctl radio band 4g
 within 20 technology_is E-UTRAN
 exits 0 cmifctl radio mode
-shows 'search mode: 4g'
-shows 'band region: 4g'
+shows 'search mode: E-UTRAN'
+shows 'band region: E-UTRAN'
 exits 0 cmifctl radio band all
 exits 0 cmifctl radio mode
 shows 'search mode: auto'
@@ -46,14 +46,14 @@ holds radio.domain.code=1
 
 # Offline there is no network; the last known one is kept.
 exits 0 cmifctl radio functionality offline
-within 20 network_is 'not registered'
+within 20 network_is not_registered
 exits 0 cmifctl --json network show
 holds network.operator=null network.cell_id=null 'last_known.cell_id="01A2D003"'
 exits 4 cmifctl network scan
 complains 'operation not allowed (203)'
 complains 'cmifctl radio functionality full'
 exits 0 cmifctl radio functionality full
-within 20 network_is registered
+within 20 network_is home
 exits 4 cmifctl network select 00199
 complains 'No operator with this code can be reached'
 exits 0 cmifctl network auto
@@ -65,10 +65,10 @@ exits 2 cmifctl radio reset </dev/null
 complains 'deletes all messages and locks the SIM'
 complains 'Give --yes'
 exits 0 cmifctl radio mode
-shows 'search mode: 3g'
+shows 'search mode: UTRAN'
 exits 0 cmifctl radio reset --yes
 exits 0 cmifctl --json status
-holds 'sim.status="SIM PIN"' radio.search_mode.code=0 network.operator=null
+holds 'sim.state.name="pin_required"' radio.search_mode.code=0 network.operator=null
 exits 6 cmifctl network list
 
 # A request for download mode is never answered.

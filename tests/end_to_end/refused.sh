@@ -17,7 +17,7 @@ complains 'a profile change is in progress'
 exits 7 cmifctl --json data status
 holds error.code=7 'error.name="profile-busy"'
 exits 0 cmifctl --json status
-holds data.state=null 'sim.status="SIM PIN"'
+holds data.state=null 'sim.state.name="pin_required"'
 exits 0 cmifctl config set lte_qmi_apn internet.example
 exits 7 cmifctl --json --timeout 1 data start
 holds error.code=7

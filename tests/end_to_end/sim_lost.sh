@@ -15,6 +15,6 @@ holds retries.puk1=1
 printf '00000000\n4321\n' | exits 4 cmifctl --json sim enter-puk - --force
 holds error.attempts.before=1 error.attempts.after=0
 exits 0 cmifctl --json sim status
-holds 'sim.status="SIM FAILURE"' sim.state.code=6 'sim.state.name="permanently blocked"'
+holds sim.state.code=6 'sim.state.name="permanently_blocked"'
 printf '12345678\n4321\n' | exits 5 cmifctl sim enter-puk - --force
 complains 'no attempts left for the PUK'

@@ -4,7 +4,6 @@
 . "$(dirname "$0")/lib.sh"
 
 exits 0 cmifctl sim status
-shows 'status: SIM PIN'
 shows 'state: PIN required'
 hides imsi
 exits 0 cmifctl sim retries
@@ -30,7 +29,7 @@ holds retries.pin1=1
 echo 0000 | exits 4 cmifctl sim enter-pin - --force
 complains 'wrong PIN: SIM PUK required (12); attempts left: 0, before: 1'
 exits 0 cmifctl --json sim status
-holds 'sim.status="SIM PUK"' sim.state.code=4 'sim.state.name="PUK required"' sim.imsi=null
+holds sim.state.code=4 'sim.state.name="puk_required"' sim.imsi=null
 
 # Now no PIN is accepted, forced or not, and only the PUK unblocks the SIM.
 echo 1234 | exits 5 cmifctl --json sim enter-pin - --force
@@ -53,5 +52,5 @@ echo 4321 | exits 0 cmifctl sim enter-pin - --force
 shows 'before: 2'
 shows 'after: 3'
 exits 0 cmifctl sim status
-shows 'status: READY'
+shows 'state: ready'
 shows 'imsi: 001010123456789'

@@ -20,14 +20,14 @@ unlock
 printf '0000\n98765\n' | exits 4 cmifctl sim change-pin -
 complains 'wrong PIN: incorrect password (16); attempts left: 2, before: 3'
 printf '1234\n98765\n' | exits 0 cmifctl --json sim change-pin -
-holds 'sim.result="the PIN is changed"' attempts.before=2 attempts.after=3
+holds 'result="changed"' attempts.before=2 attempts.after=3
 
 exits 0 cmifctl sim pin-mode
 shows 'pin mode: on'
 echo 1234 | exits 4 cmifctl sim pin-mode off -
 complains 'wrong PIN'
 echo 98765 | exits 0 cmifctl sim pin-mode off -
-shows 'result: the SIM does not ask for its PIN'
+prints 'The SIM does not ask for its PIN.'
 exits 0 cmifctl --json sim pin-mode
 holds sim.pin_mode.code=0 'sim.pin_mode.name="off"'
 echo 98765 | exits 4 cmifctl sim pin-mode off -
@@ -37,16 +37,16 @@ exits 0 cmifctl sim pin-mode
 shows 'pin mode: on'
 
 # Locked to its own network the SIM still works; locked to another one it doesn't.
-within 20 network_is registered
+within 20 network_is home
 echo 11223344 | exits 0 cmifctl sim lock-network -
 exits 0 cmifctl sim status
-shows 'status: READY'
+shows 'state: ready'
 echo 11223344 | exits 0 cmifctl sim unlock-network -
 echo 11223344 | exits 0 cmifctl sim lock-network --network 00102 -
-shows 'result: the modem is locked to 00102'
+prints 'The modem is locked to 00102.'
 exits 0 cmifctl --json sim status
-holds 'sim.status="PH-NET PIN"' sim.state.code=5 'sim.state.name="network locked"'
-within 20 network_is 'not registered'
+holds sim.state.code=5 'sim.state.name="network_locked"'
+within 20 network_is not_registered
 echo 99999999 | exits 4 cmifctl sim unlock-network -
 complains 'incorrect password (16)'
 complains 'does not tell how many are left'
@@ -55,5 +55,5 @@ exits 4 cmifctl network scan
 complains 'insert one of those, or give the control key'
 echo 11223344 | exits 0 cmifctl sim unlock-network -
 exits 0 cmifctl sim status
-shows 'status: READY'
-within 20 network_is registered
+shows 'state: ready'
+within 20 network_is home

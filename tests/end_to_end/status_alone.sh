@@ -7,8 +7,8 @@ export CMIF_STORE="$work/store"
 
 started=$(date +%s)
 exits 0 cmifctl --json status
-holds modem.imei=null sim.status=null sim.state=null network.operator=null radio.channel=null \
-    data.ipv4=null summary.identity=null daemons.qmi_answers=false
+holds modem.imei=null sim.state=null network.operator=null radio.channel=null \
+    data.ipv4=null daemons.qmi.answers=false
 exits 0 cmifctl status
 shows 'QMI daemon: not responding'
 exits 0 cmifctl radio show
@@ -26,4 +26,4 @@ holds error.code=8 'error.name="not-ready"'
 start_router --pace 0.1
 kill_router 15
 exits 0 cmifctl --json status
-holds 'sim.status="SIM PIN"' 'modem.imei="001010012345672"' daemons.qmi_answers=false
+holds 'sim.state.name="pin_required"' 'modem.imei="001010012345672"' daemons.qmi.answers=false
