@@ -11,6 +11,13 @@ Answer call(const CallOptions &options, const Call &call)
     return CallMonitor(options, call).wait_for_answer();
 }
 
+std::vector<RequestCode> codes_of(const Call &call)
+{
+    std::vector<RequestCode> codes{call.request.code};
+    codes.insert(codes.end(), call.further.begin(), call.further.end());
+    return codes;
+}
+
 CodeLock lock_codes(const CallOptions &options, const std::vector<RequestCode> &codes)
 {
     const HeldSignals signals;

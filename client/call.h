@@ -17,6 +17,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 namespace client
 {
@@ -36,6 +37,8 @@ using Body = std::function<int(Json &output)>;
 struct Call {
     Request request;
     Body body;
+    std::vector<RequestCode> further{}; // that the body sends after the request, each when the one
+                                        // before it is answered
     double timeout = default_timeout;
     bool logs = false;               // writes the debug log; every QMI request does
     bool secret = false;             // the library's lines hold a PIN, PUK, key or password
@@ -44,6 +47,9 @@ struct Call {
     std::function<void()> on_wait{}; // called about twice a second until the answer arrives
     const char *crash_hint = "Run it again with --trace to see how far the library got.";
 };
+
+// All that it sends.
+std::vector<RequestCode> codes_of(const Call &call);
 
 struct Answer {
     int result = 0;

@@ -53,21 +53,21 @@ CallMonitor::CallMonitor(const CallOptions &options, const Call &call)
     : call_(call), timeout_(options.timeout.value_or(call.timeout)), marker_(call.marker),
       filter_(call.secret, options.trace), tracing_(options.trace != nullptr)
 {
-    const RequestCode code = call.request.code;
-    if (place_of(code)) {
-        if (options.lock == nullptr || !options.lock->holds(code))
-            lock_.emplace(std::vector{code}, timeout_, [this] { signals_.check(); });
+    const std::vector<RequestCode> codes = codes_of(call);
+    if (place_of(call.request.code)) {
+        if (options.lock == nullptr || !options.lock->holds(call.request.code))
+            lock_.emplace(codes, timeout_, [this] { signals_.check(); });
         unanswered_.emplace();
-        wait_for_earlier_replies();
+        for (const RequestCode code : codes)
+            wait_for_earlier_replies(code);
     }
     Unanswered *unanswered = unanswered_ && call.request.is_answered ? &*unanswered_ : nullptr;
     child_.emplace(call, tracing_, sent_, unanswered, marker_.path());
 }
 
 // A reply to an earlier request that its caller gave up would be taken for the answer to this one.
-void CallMonitor::wait_for_earlier_replies()
+void CallMonitor::wait_for_earlier_replies(RequestCode code)
 {
-    const RequestCode code = call_.request.code;
     for (;;) {
         unanswered_->remove(code, clear_replies(code));
         if (unanswered_->count(code) == 0)
@@ -75,7 +75,7 @@ void CallMonitor::wait_for_earlier_replies()
         unanswered_->forget_lost(code);
         signals_.check();
         if (timed_out())
-            fail_earlier_unanswered(call_.request, unanswered_->age(code), timeout_);
+            fail_earlier_unanswered({call_.request.name, code}, unanswered_->age(code), timeout_);
         constexpr useconds_t pause = 5'000;
         usleep(pause);
     }
@@ -86,7 +86,7 @@ Answer CallMonitor::wait_for_answer()
     poll_until_done();
     if (answering_) {
         end_child();
-        fail_timed_out(call_.request, sent_, unanswered_ ? &*unanswered_ : nullptr, timeout_);
+        fail_timed_out(sent_request(), sent_, unanswered_ ? &*unanswered_ : nullptr, timeout_);
     }
     filter_.finish();
     const int status = child_->wait();
@@ -112,7 +112,7 @@ void CallMonitor::poll_until_done()
 void CallMonitor::withdraw_request()
 {
     if (unanswered_)
-        withdraw(call_.request.code, sent_, *unanswered_);
+        withdraw(sent_request().code, sent_, *unanswered_);
 }
 
 void CallMonitor::poll_once()
@@ -143,6 +143,15 @@ void CallMonitor::read_lines()
     std::string lines;
     tracing_ = read_some(child_->lines_fd(), lines);
     filter_.feed(lines);
+}
+
+// The one under way, when there are several.
+Request CallMonitor::sent_request() const
+{
+    Request request = call_.request;
+    if (sent_.state() != SentRecord::State::not_sent)
+        request.code = sent_.request();
+    return request;
 }
 
 void CallMonitor::end_child()

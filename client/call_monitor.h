@@ -37,7 +37,8 @@ public:
 private:
     using Clock = std::chrono::steady_clock;
 
-    void wait_for_earlier_replies();
+    void wait_for_earlier_replies(RequestCode code);
+    Request sent_request() const;
     void poll_until_done();
     void poll_once();
     void report_waiting();

@@ -118,7 +118,7 @@ Child::Child(const Call &call, bool trace, SentRecord &sent, Unanswered *unanswe
     if (pid_ == -1)
         throw Failure(Exit::other, "can't start a process for the call", "Close some programs.");
     if (pid_ == 0) {
-        sent.watch(call.request.code, unanswered);
+        sent.watch(codes_of(call), unanswered);
         run_child(call, answer.in.fd(), lines.in.fd(), marker, parent);
     }
     setpgid(pid_, pid_); // here too, whichever process runs first

@@ -12,6 +12,7 @@
 #include <sys/mman.h>
 #include <sys/msg.h>
 #include <unistd.h>
+#include <utility>
 
 namespace client
 {
@@ -20,8 +21,17 @@ namespace
 
 // Of the child that runs a call; a process runs one at a time.
 SentRecord *watched = nullptr;
-RequestCode watched_request;
+std::vector<RequestCode> watched_requests;
 Unanswered *replies_due = nullptr;
+
+// Null for a type that the call doesn't use.
+const RequestCode *watched_request(long type)
+{
+    for (const RequestCode &request : watched_requests)
+        if (request.code == type)
+            return &request;
+    return nullptr;
+}
 
 template <class Function>
 Function next(const char *name)
@@ -47,11 +57,11 @@ SentRecord::~SentRecord()
     munmap(shared_, sizeof(Shared));
 }
 
-void SentRecord::watch(RequestCode request, Unanswered *unanswered)
+void SentRecord::watch(std::vector<RequestCode> requests, Unanswered *unanswered)
 {
     watched = this;
     shared_->sender = getpid();
-    watched_request = request;
+    watched_requests = std::move(requests);
     replies_due = unanswered;
 }
 
@@ -67,9 +77,10 @@ struct Hooks {
         static const auto real = next<Send>("msgsnd");
         long type = 0;
         std::memcpy(&type, record, sizeof type);
-        if (!watched || type != watched_request.code)
+        const RequestCode *request = watched_request(type);
+        if (!request)
             return real(queue, record, size, flags);
-        note(queue, static_cast<const char *>(record) + sizeof type, size);
+        note(*request, queue, static_cast<const char *>(record) + sizeof type, size);
         constexpr timespec pause{0, 5'000'000};
         for (;;) {
             if (send_once(queue, record, size, real) == 0)
@@ -83,22 +94,24 @@ struct Hooks {
     static ssize_t receive(int queue, void *record, std::size_t size, long type, int flags)
     {
         static const auto real = next<Receive>("msgrcv");
-        if (!watched || type != watched_request.code)
+        const RequestCode *request = watched_request(type);
+        if (!request)
             return real(queue, record, size, type, flags);
         const Exchange exchange;
         const ssize_t received = real(queue, record, size, type, flags);
         if (received >= 0) {
             if (replies_due)
-                replies_due->remove(watched_request);
+                replies_due->remove(*request);
             watched->shared_->state = State::answered;
         }
         return received;
     }
 
 private:
-    static void note(int queue, const char *payload, std::size_t size)
+    static void note(RequestCode request, int queue, const char *payload, std::size_t size)
     {
         SentRecord::Shared &shared = *watched->shared_;
+        shared.request = request;
         shared.queue = queue;
         shared.size = std::min(size, sizeof shared.payload);
         std::memcpy(shared.payload, payload, shared.size);
@@ -109,7 +122,7 @@ private:
         SentRecord::Shared &shared = *watched->shared_;
         const Exchange exchange;
         if (replies_due)
-            replies_due->add(watched_request);
+            replies_due->add(shared.request);
         shared.state = State::sending;
         std::atomic_signal_fence(std::memory_order_seq_cst);
         const int result = real(queue, record, size, IPC_NOWAIT);
@@ -117,7 +130,7 @@ private:
         std::atomic_signal_fence(std::memory_order_seq_cst);
         shared.state = result == 0 ? State::sent : State::not_sent;
         if (result != 0 && replies_due)
-            replies_due->remove(watched_request);
+            replies_due->remove(shared.request);
         errno = error;
         return result;
     }

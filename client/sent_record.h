@@ -10,6 +10,7 @@
 #include "unanswered.h"
 
 #include <cstddef>
+#include <vector>
 
 namespace client
 {
@@ -25,13 +26,14 @@ public:
     SentRecord(const SentRecord &) = delete;
     SentRecord &operator=(const SentRecord &) = delete;
 
-    // In the child, before the call: from now on its sends and receives of this request are noted.
-    // `unanswered` is null for a request that is never answered.
-    void watch(RequestCode request, Unanswered *unanswered);
+    // In the child, before the call: from now on its sends and receives of these requests, one
+    // after another, are noted. `unanswered` is null for a request that is never answered.
+    void watch(std::vector<RequestCode> requests, Unanswered *unanswered);
 
     enum class State { not_sent, sending, sent, answered };
     State state() const { return shared_->state; }
     pid_t sender() const { return shared_->sender; }
+    RequestCode request() const { return shared_->request; } // the last one that was sent
     int queue() const { return shared_->queue; }
     std::size_t size() const { return shared_->size; }
     const char *payload() const { return shared_->payload; }
@@ -42,6 +44,7 @@ private:
     struct Shared {
         volatile State state;
         pid_t sender;
+        RequestCode request;
         int queue;
         std::size_t size;
         char payload[max_payload];
