@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace cmifctl
 {
@@ -66,6 +67,42 @@ Context impatient(const Context &context)
     return copy;
 }
 
+using Readings = std::vector<QmiReading>;
+
+Readings readings_of(std::initializer_list<std::string_view> keys)
+{
+    Readings wanted;
+    for (QmiReading &reading : all_readings())
+        if (std::find(keys.begin(), keys.end(), reading.key) != keys.end())
+            wanted.push_back(std::move(reading));
+    return wanted;
+}
+
+// One child for all of them; each process costs as much as a request.
+Call call_for(const Readings &readings)
+{
+    Call call = readings.front().call;
+    for (std::size_t i = 1; i < readings.size(); ++i)
+        call.further.push_back(readings[i].call.request.code);
+    call.body = [&readings](Json &output) {
+        for (const QmiReading &reading : readings)
+            if (const int result = reading.call.body(output[reading.key]); result != CMIF_OK)
+                return result;
+        return static_cast<int>(CMIF_OK);
+    };
+    return call;
+}
+
+void report_daemon(Context &context, const Json &reason)
+{
+    const bool answers = reason.is_null();
+    context.report.field("daemons", {.key = "qmi.answers",
+                                     .value = answers,
+                                     .text = answers ? "responding" : "not responding",
+                                     .label = "QMI daemon"});
+    context.report.field("daemons", {.key = "qmi.reason", .value = reason, .label = "reason"});
+}
+
 } // namespace
 
 Call sim_state_call()
@@ -76,26 +113,17 @@ Call sim_state_call()
 
 void report_qmi_readings(Context &context, std::initializer_list<std::string_view> keys)
 {
-    const Context limited = impatient(context);
+    const Readings readings = readings_of(keys);
+    Json values;
     Json reason;
-    for (const QmiReading &reading : all_readings()) {
-        if (std::find(keys.begin(), keys.end(), reading.key) == keys.end())
-            continue;
-        Json value;
-        try {
-            if (reason.is_null())
-                value = qmi_call(limited, reading.call);
-        } catch (const Failure &failure) {
-            reason = failure.what();
-        }
-        report_value(context, reading, value);
+    try {
+        values = qmi_call(impatient(context), call_for(readings));
+    } catch (const Failure &failure) {
+        reason = failure.what();
     }
-    const bool answers = reason.is_null();
-    context.report.field("daemons", {.key = "qmi.answers",
-                                     .value = answers,
-                                     .text = answers ? "responding" : "not responding",
-                                     .label = "QMI daemon"});
-    context.report.field("daemons", {.key = "qmi.reason", .value = reason, .label = "reason"});
+    for (const QmiReading &reading : readings)
+        report_value(context, reading, values.is_null() ? Json() : values[reading.key]);
+    report_daemon(context, reason);
 }
 
 } // namespace cmifctl
