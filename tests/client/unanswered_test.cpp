@@ -149,7 +149,7 @@ protected:
     void send(const char *text)
     {
         Child([&] {
-            record.watch(enter_pin, &replies);
+            record.watch({enter_pin}, &replies);
             put(request_queue(), 12, text);
         }).wait();
     }
@@ -172,7 +172,7 @@ TEST_F(Sent, LeavesNothingToComeOnceItIsAnswered)
 {
     put(reply_queue(), 12, "");
     Child([&] {
-        record.watch(enter_pin, &replies);
+        record.watch({enter_pin}, &replies);
         put(request_queue(), 12, "1234");
         Message message{};
         msgrcv(reply_queue(), &message, sizeof message.payload, 12, 0);
@@ -186,7 +186,7 @@ TEST_F(Sent, LeavesNothingToComeOnceItIsAnswered)
 TEST_F(Sent, LeavesNothingToComeWhenItsCallerIsKilledWithTheReply)
 {
     Child caller([&] {
-        record.watch(enter_pin, &replies);
+        record.watch({enter_pin}, &replies);
         put(request_queue(), 12, "1234");
         Message message{};
         syscall(SYS_msgrcv, reply_queue(), &message, sizeof message.payload, 12, 0);
@@ -210,7 +210,7 @@ TEST_F(Sent, LeavesNoCountWhenItsCallerIsKilledBeforeAFullQueue)
     state.msg_qbytes = 100;
     msgctl(request_queue(), IPC_SET, &state);
     Child child([&] {
-        record.watch(enter_pin, &replies);
+        record.watch({enter_pin}, &replies);
         Message message{12, {}};
         msgsnd(request_queue(), &message, CMIF_AT_PAYLOAD, 0);
     });

@@ -79,7 +79,7 @@ TEST(Table, EveryCommandHasADefinitionInTheSchema)
         if (name.starts_with("verb."))
             defined.insert(name);
     std::set<std::string> expected;
-    for (const Command &command : commands()) {
+    for (const cli::Command &command : tables().commands) {
         std::string name = std::string("verb.") + command.path;
         std::replace(name.begin(), name.end(), ' ', '.');
         expected.insert(name);

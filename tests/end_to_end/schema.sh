@@ -41,7 +41,7 @@ for words in status summary 'radio show' 'radio mode' 'radio band' 'radio roamin
     # shellcheck disable=SC2086 # words
     document $words
 done
-for words in nonsense 'radio mode 5g' 'sms show 99' 'network list --timeout x'; do
+for words in doctor nonsense 'radio mode 5g' 'sms show 99' 'network list --timeout x'; do
     # shellcheck disable=SC2086
     cmifctl --json $words >"$work/out" 2>"$work/err" || :
     holds version=1
