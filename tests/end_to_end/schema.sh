@@ -36,7 +36,7 @@ for words in status summary 'radio show' 'radio mode' 'radio band' 'radio roamin
     'data profile-sync' 'data auto-connect' 'data auto-connect off' 'data start' 'data uptime' \
     'data stop' 'data start --no-wait' 'data ota-dm' 'log enable' 'log mark text' 'log show' \
     'log rotate' 'log disable' 'config set a b' 'config get a' 'config get none' 'config list' \
-    'config save' 'completion bash' manual 'radio download-mode --yes' 'data download-mode --yes' \
+    'config save' 'completion bash' 'complete -- sim' manual 'radio download-mode --yes' 'data download-mode --yes' \
     'radio reset --yes' --help --version; do
     # shellcheck disable=SC2086 # words
     document $words

@@ -28,22 +28,20 @@ protected:
     }
     static bool has_all()
     {
+        bool all = true;
         for (int i = 0; i < 100; ++i)
-            if (get("key" + std::to_string(i)) != std::string(100, 'v'))
-                return false;
-        return true;
+            all = all && get("key" + std::to_string(i)) == std::string(100, 'v');
+        return all;
     }
     void remove_database() const
     {
-        const fs::path file = database();
-        fs::remove(file);
-        fs::remove(file.string() + "-lock");
+        fs::remove(database().string() + "-lock");
+        fs::remove(database());
     }
 };
 
 struct Damage {
     friend void PrintTo(const Damage &damage, std::ostream *out) { *out << damage.name; }
-
     const char *name;
     void (*inflict)(const fs::path &file);
     const char *error;
@@ -84,9 +82,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Damage{"CutShort", [](const fs::path &file) { fs::resize_file(file, 8192); },
                            "MDB_CORRUPTED: Located page was wrong type"},
                     Damage{"LastPageBeyondTheMap",
-                           [](const fs::path &file) {
-                               // The number of the last page, in both meta pages: 16384 is the
-                               // first that lies beyond 64 MiB.
+                           [](const fs::path &file) { // last page 16384, beyond 64 MiB
                                for (const std::streamoff page : {0, 4096})
                                    overwrite(file, page + 136,
                                              std::string("\0\x40\0\0\0\0\0\0", 8));
@@ -290,9 +286,9 @@ TEST_F(HostStoreDatabase, OfAnyRunIsKeptWhileTheRunIsNotKnown)
 {
     fill();
     const fs::path earlier = database();
-    write(top() / "empty", "");
-    if (mount((top() / "empty").c_str(), "/proc/sys/kernel/random/boot_id", nullptr, MS_BIND,
-              nullptr) != 0)
+    const std::string empty = top() / "empty";
+    write(empty, "");
+    if (mount(empty.c_str(), "/proc/sys/kernel/random/boot_id", nullptr, MS_BIND, nullptr) != 0)
         GTEST_SKIP() << "no file can be mounted here";
     EXPECT_EQ(in_child([] { require(has_all()); }), 0);
     EXPECT_TRUE(fs::exists(earlier));
