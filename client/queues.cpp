@@ -52,11 +52,12 @@ Oldest oldest_of(RequestCode request, const SentRecord &sent)
     return oldest;
 }
 
-// The kernel may hand a reply to a caller that is killed before it can note it.
+// The kernel may hand a reply to a caller that is killed before it can note it. Of a call's further
+// requests that can't be told: the last reader of the queue is this caller anyway.
 bool reply_was_lost(RequestCode request, const SentRecord &sent)
 {
     msqid_ds state{};
-    return sent.state() == SentRecord::State::sent &&
+    return sent.state() == SentRecord::State::sent && sent.is_first() &&
            msgctl(msgget(reply_key(request.channel), 0), IPC_STAT, &state) == 0 &&
            state.msg_lrpid == sent.sender();
 }

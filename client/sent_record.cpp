@@ -112,6 +112,7 @@ private:
     {
         SentRecord::Shared &shared = *watched->shared_;
         shared.request = request;
+        shared.is_first = shared.state != State::answered;
         shared.queue = queue;
         shared.size = std::min(size, sizeof shared.payload);
         std::memcpy(shared.payload, payload, shared.size);

@@ -34,6 +34,7 @@ public:
     State state() const { return shared_->state; }
     pid_t sender() const { return shared_->sender; }
     RequestCode request() const { return shared_->request; } // the last one that was sent
+    bool is_first() const { return shared_->is_first; }      // no earlier one was answered
     int queue() const { return shared_->queue; }
     std::size_t size() const { return shared_->size; }
     const char *payload() const { return shared_->payload; }
@@ -45,6 +46,7 @@ private:
         volatile State state;
         pid_t sender;
         RequestCode request;
+        bool is_first;
         int queue;
         std::size_t size;
         char payload[max_payload];

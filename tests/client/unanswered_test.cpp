@@ -203,6 +203,24 @@ TEST_F(Sent, LeavesNothingToComeWhenItsCallerIsKilledWithTheReply)
     EXPECT_EQ(replies.count(enter_pin), 0);
 }
 
+// The last reader of the reply queue is the caller, which has taken the first reply only.
+TEST_F(Sent, LeavesASecondReplyToComeAfterTheFirst)
+{
+    constexpr RequestCode change_pin{Channel::at, 13};
+    put(reply_queue(), 12, "");
+    Child([&] {
+        record.watch({enter_pin, change_pin}, &replies);
+        put(request_queue(), 12, "1234");
+        Message message{};
+        msgrcv(reply_queue(), &message, sizeof message.payload, 12, 0);
+        put(request_queue(), 13, "5678");
+    }).wait();
+    take_one();
+    take_one();
+    EXPECT_EQ(withdraw(change_pin, record, replies), Withdrawal::taken);
+    EXPECT_EQ(replies.count(change_pin), 1);
+}
+
 TEST_F(Sent, LeavesNoCountWhenItsCallerIsKilledBeforeAFullQueue)
 {
     msqid_ds state{};
