@@ -14,8 +14,8 @@ import sys
 import figure
 
 LONGEST = 30  # seconds; a line that takes longer hangs
-# Output without an end, and other formats, on request.
-EXCLUDED = re.compile(r"^(-o|-f|-w|--o|--f|--w|--h|--v|-[hV])|^0+(\.0*)?$")
+# On request, output has another format or no end.
+EXCLUDED = re.compile(r"^(-o|-f|-w|--output|--field|--watch)")
 VALUES = ["", "-", "--", "1", "3", "16", "-1", "00101", "00102", "99999999999999999999", "1e9", "0x10", "nan", "on",
           "off", "IP", "ipv4", "lte_mobile_imei", "debug_at_cmif", "internet.example", "a b", "%s%n%1000d", "'\"\\",
           "\x1b[31m", "\u202e", "\xe9\u4e16", "x" * 29, "x" * 30, "x" * 5000, "=", "--=", "--x=y", "\udcff\udcfe",
