@@ -68,12 +68,12 @@ TEST(Run, IsAShellWithoutACommand)
 
 TEST(Run, ReportsAShellThatItCanNotRun)
 {
-    fs::create_directories("/tmp/work");
-    std::ofstream("/tmp/work/shell") << "#!/no/interpreter\n";
-    fs::permissions("/tmp/work/shell", fs::perms::all);
-    const Outcome failed = shell("cd /tmp/work; SHELL=/tmp/work/shell $S run </dev/null");
+    fs::create_directories("/tmp/shells");
+    std::ofstream("/tmp/shells/shell") << "#!/no/interpreter\n";
+    fs::permissions("/tmp/shells/shell", fs::perms::all);
+    const Outcome failed = shell("cd /tmp/shells; SHELL=/tmp/shells/shell $S run </dev/null");
     EXPECT_EQ(failed.status, 127);
-    EXPECT_EQ(failed.errors, "cmif-sim: cannot run /tmp/work/shell: No such file or directory\n");
+    EXPECT_EQ(failed.errors, "cmif-sim: cannot run /tmp/shells/shell: No such file or directory\n");
 }
 
 TEST(Run, HasANewStoreUnlessGivenOne)

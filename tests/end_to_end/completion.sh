@@ -73,7 +73,7 @@ for shell in bash zsh; do
     end_shell
 done
 
-# Daemons that don't answer make nobody wait, and errors don't disturb the line that is typed.
+# A daemon that doesn't answer delays no completion, and no error disturbs the line that is typed.
 kill -STOP "$router"
 exits 0 timeout 5 cmifctl complete -- config get example.com
 prints "$(printf 'example.completed\t')"
