@@ -20,11 +20,23 @@ struct StateRow {
 };
 
 const StateRow states[] = {
-    {"0", 0, true},    {"1", 1, true},   {"2", 2, true},
-    {"3", 3, true},    {"", 0, false},   {"4", 0, false},
-    {"10", 0, false},  {"33", 0, false}, {"-1", 0, false},
-    {" 3", 0, false},  {"3 ", 0, false}, {"03", 0, false},
-    {"3\n", 0, false}, {"x", 0, false},  {"3000000000000000000000000000", 0, false},
+    {"0", 0, true},
+    {"1", 1, true},
+    {"2", 2, true},
+    {"3", 3, true},
+    {"", 0, false},
+    {"4", 0, false},
+    {"10", 0, false},
+    {"33", 0, false},
+    {"-1", 0, false},
+    {" 3", 0, false},
+    {"3 ", 0, false},
+    {"03", 0, false},
+    {"/", 0, false},
+    {":", 0, false},
+    {"x", 0, false},
+    {"3\n", 0, false},
+    {"3000000000000000000000000000", 0, false},
 };
 
 TEST_F(QmiConnection, StatusIsTheStoredNumber)
