@@ -20,8 +20,9 @@ void walk(const Json &value, const std::string &path, const Each &each)
 {
     if (!value.is_structured())
         return each(path, value);
+    const std::string start = path.empty() ? "" : path + ".";
     for (const auto &[key, member] : value.items())
-        walk(member, path.empty() ? key : path + "." + key, each);
+        walk(member, std::string(start).append(key), each);
 }
 
 std::string one_line(const Json &value)

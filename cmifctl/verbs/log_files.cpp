@@ -21,7 +21,7 @@ using client::Exit;
 using client::Failure;
 using client::File;
 
-constexpr off_t block_size = 64 * 1024;
+constexpr off_t block_size = 65536;
 
 struct stat status_of(const File &file)
 {
