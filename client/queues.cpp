@@ -30,7 +30,6 @@ std::string_view bytes_of(const SentRecord &sent)
 
 struct Oldest {
     bool known = false;
-    bool found = false;
     bool is_ours = false;
     bool ours_follows = false;
 };
@@ -42,12 +41,8 @@ Oldest oldest_of(RequestCode request, const SentRecord &sent)
     oldest.known = peek(sent.queue(), [&](long type, std::string_view payload) {
         if (type != request.code)
             return;
-        const bool is_ours = payload == bytes_of(sent);
-        if (oldest.found)
-            oldest.ours_follows = oldest.ours_follows || is_ours;
-        else
-            oldest.is_ours = is_ours;
-        oldest.found = true;
+        oldest.ours_follows = oldest.ours_follows || oldest.is_ours;
+        oldest.is_ours = payload == bytes_of(sent);
     });
     return oldest;
 }
@@ -84,12 +79,17 @@ bool peek(int queue, const std::function<void(long type, std::string_view payloa
 {
     std::vector<char> room = message_room();
     auto *message = reinterpret_cast<Message *>(room.data());
-    for (long index = 0;; ++index) {
+    msqid_ds state{};
+    if (msgctl(queue, IPC_STAT, &state) != 0)
+        return false;
+    for (auto index = static_cast<long>(state.msg_qnum) - 1; index >= 0; --index) {
         const ssize_t size = msgrcv(queue, message, max_message, index, MSG_COPY | IPC_NOWAIT);
-        if (size == -1)
-            return errno == ENOMSG;
-        each(message->type, {message->payload, static_cast<std::size_t>(size)});
+        if (size == -1 && errno != ENOMSG) // ENOMSG: the queue has become shorter
+            return false;
+        if (size != -1)
+            each(message->type, {message->payload, static_cast<std::size_t>(size)});
     }
+    return true;
 }
 
 int clear_replies(RequestCode request)

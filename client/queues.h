@@ -25,8 +25,10 @@ struct Filling {
 };
 Filling filling_of(Channel channel, key_t key);
 
-// The records that lie in a queue, oldest first, without taking any. Records that a receiver waits
-// for never lie there. False where the kernel can't look (no CONFIG_CHECKPOINT_RESTORE).
+// The records that lie in a queue, newest first, without taking any. When another process takes one
+// meanwhile, the later ones move up: a record may be shown twice, but none that stays is missed.
+// Records that a receiver waits for never lie there. False where the kernel can't look (no
+// CONFIG_CHECKPOINT_RESTORE).
 bool peek(int queue, const std::function<void(long type, std::string_view payload)> &each);
 
 // Takes away the replies of this code that lie in the reply queue, of any size; how many. For the

@@ -45,8 +45,8 @@ void put(int queue, long type, const char *text, std::size_t size = CMIF_AT_PAYL
 std::string letters(int queue)
 {
     std::string all;
-    EXPECT_TRUE(
-        client::peek(queue, [&](long, std::string_view payload) { all += payload.front(); }));
+    EXPECT_TRUE(client::peek(
+        queue, [&](long, std::string_view payload) { all.insert(0, 1, payload.front()); }));
     return all;
 }
 

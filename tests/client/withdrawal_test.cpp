@@ -63,8 +63,26 @@ int make_calls(int caller)
 std::string letters_left()
 {
     std::string letters;
-    peek(request_queue(), [&](long, std::string_view payload) { letters += payload.front(); });
+    peek(request_queue(),
+         [&](long, std::string_view payload) { letters.insert(0, 1, payload.front()); });
     return letters;
+}
+
+// The records behind one that is taken move up, past a look that went the other way.
+TEST(Peek, MissesNoRecordThatStaysWhileAnotherIsTaken)
+{
+    for (const char letter : {'a', 'b', 'c', 'd'})
+        send(1, letter);
+    std::string seen;
+    peek(request_queue(), [&](long, std::string_view payload) {
+        cmif_msg taken{};
+        if (seen.empty())
+            ASSERT_NE(msgrcv(request_queue(), &taken, CMIF_AT_PAYLOAD, 0, 0), -1);
+        seen += payload.front();
+    });
+    for (const char letter : letters_left())
+        EXPECT_NE(seen.find(letter), std::string::npos) << letter;
+    EXPECT_EQ(letters_left(), "bcd");
 }
 
 TEST(ParallelWithdrawals, LeaveNothingAndKeepTheOrderOfOthers)
