@@ -1,5 +1,6 @@
 // Calls in a child process.
 #include "client/call.h"
+#include "client/call_end.h"
 #include "client/file.h"
 #include "client/request.h"
 #include "client/signals.h"
@@ -7,6 +8,7 @@
 #include "tests/support/client_calls.h"
 #include "tests/support/files.h"
 
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -21,6 +23,7 @@ namespace
 {
 
 using namespace client;
+using Clock = std::chrono::steady_clock;
 
 TEST(CallInChild, ReturnsResultAndOutput)
 {
@@ -86,6 +89,20 @@ TEST(CallInChild, EndsWithAllThatItStarted)
     for (int i = 0; i < 1000 && kill(shell, 0) == 0; ++i)
         usleep(1000);
     EXPECT_NE(kill(shell, 0), 0);
+}
+
+// As on a machine that leaves the call no processor between the send and the count of it.
+TEST(CallInChild, FinishesARecordThatPassesBeforeItIsEnded)
+{
+    const Call passing{.request = no_request("it"), .body = [](Json &) {
+                           const Exchange exchange;
+                           const auto end = Clock::now() + std::chrono::milliseconds(600);
+                           while (Clock::now() < end) {}
+                           write_file("/tmp/counted", "");
+                           return 0;
+                       }};
+    EXPECT_EQ(failure_of(passing, {.timeout = 0.1}).status(), Exit::no_answer);
+    EXPECT_TRUE(file_exists("/tmp/counted"));
 }
 
 // A shell that is still at work when the call crashes could create a marker afterwards.
