@@ -94,6 +94,6 @@ for program in cmifctl cmif-sim; do
     for section in NAME SYNOPSIS OPTIONS COMMANDS EXAMPLES 'EXIT STATUS' ENVIRONMENT FILES 'SEE ALSO'; do
         prints ".SH $section"
     done
-    ! command -v mandoc >/dev/null || mandoc -T lint -W warning "$work/out" >"$work/lint" 2>&1 || :
+    ! command -v mandoc >/dev/null || mandoc -T lint -W warning <"$work/out" >"$work/lint" 2>&1 || :
     [ ! -e "$work/lint" ] || ! grep -v 'missing date' "$work/lint" >&2 || fail "$program: see above"
 done
