@@ -1,0 +1,61 @@
+// A command line as words, read one after the other. What is not as it must be is a ScriptError
+// that names the column and what is allowed.
+#ifndef SCENARIO_WORDS_H
+#define SCENARIO_WORDS_H
+
+#include "script_error.h"
+
+#include <chrono>
+#include <initializer_list>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scenario
+{
+
+struct Word {
+    std::string text; // without its quotes
+    std::size_t column = 0;
+};
+
+class Words
+{
+public:
+    // Splits at spaces and tabs. "..." is one word, in which \" and \\ stand for " and \. A # that
+    // begins a word begins a comment. Fails where a quote is not closed.
+    explicit Words(std::string_view line);
+
+    bool at_end() const { return next_ == words_.size(); }
+    const Word *peek() const { return at_end() ? nullptr : &words_[next_]; }
+    bool next_is(std::string_view text) const { return !at_end() && peek()->text == text; }
+    bool take_if(std::string_view text); // takes the next word if it is this one
+
+    // The next word. `what` names it in the error when it is missing or not allowed.
+    Word take(std::string_view what);
+    int take_number(std::string_view what, int min, int max);
+    std::string take_digits(std::string_view what, std::size_t min, std::size_t max);
+    std::string take_one_of(std::string_view what, std::initializer_list<std::string_view> allowed);
+    std::chrono::milliseconds take_duration(std::string_view what); // 250ms, 5s, 1.5s, 2min
+
+    // All words that are left, with one space between them.
+    std::string take_rest(std::string_view what);
+
+    // Fails when words are left.
+    void expect_end() const;
+
+    // Fails at the word that was taken last.
+    [[noreturn]] void fail(const std::string &message) const;
+
+private:
+    std::size_t end_column() const;
+
+    std::vector<Word> words_;
+    std::size_t next_ = 0;
+    std::size_t length_; // of the line
+};
+
+} // namespace scenario
+
+#endif
