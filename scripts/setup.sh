@@ -58,10 +58,11 @@ configure() {
     cmake --fresh --preset "$preset" "$@"
 }
 
-# build PRESET [CMAKE OPTION...]
+# build PRESET [CMAKE OPTION...]: with $nice, a command, in front.
+nice=
 build() {
     configure "$@"
-    cmake --build --preset "$1"
+    $nice cmake --build --preset "$1"
 }
 
 # shellcheck disable=SC2034 # for the scripts that source this
