@@ -67,10 +67,6 @@ Texts not_registered(const Look &);
 } // namespace checks
 // clang-format on
 
-// One line each, for the report; "" when nothing is known.
-std::string sim_line(const Look &look);
-std::string registration_line(const Look &look);
-
 } // namespace cmifctl
 
 #endif

@@ -21,7 +21,7 @@ Look take_look(const Context &context)
 {
     Look look{look_at_queues(), {}, {}};
     look_at_daemons(context, look.channels);
-    look.store = look_at_store(context, look.channels);
+    look.store = look_at_store(context);
     look.profile_change = look_at_profile_change(look.qmi());
     return look;
 }

@@ -46,7 +46,7 @@ struct StoreLook {
     Json saved{};       // the same of the saved configuration
     std::string error;  // why they can't be read
     std::string path;   // of this process's store
-    std::string theirs; // of the daemons' store; "" when it can't be seen
+    std::string other;  // says that the daemons use another one; "" when that isn't known
 
     std::string value(const char *key) const;
 };
@@ -72,7 +72,7 @@ Look take_look(const Context &context);
 // Parts of it.
 std::array<ChannelLook, 2> look_at_queues();
 void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels);
-StoreLook look_at_store(const Context &context, const std::array<ChannelLook, 2> &channels);
+StoreLook look_at_store(const Context &context);
 std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi);
 
 // Codes that lie in a queue, once each; whether the interface has the code.

@@ -1,7 +1,5 @@
 #include "checks.h"
 
-#include <array>
-
 namespace cmifctl
 {
 namespace
@@ -76,20 +74,6 @@ Texts checks::not_registered(const Look &look)
         return {"the modem is searching for a network"};
     return when(ready && (state == "0" || state == "4"),
                 "the modem is not registered with a network");
-}
-
-std::string sim_line(const Look &look)
-{
-    return look.store.value("lte_sim_status");
-}
-
-std::string registration_line(const Look &look)
-{
-    constexpr std::array states{"not registered",      "registered (home)", "searching",
-                                "registration denied", "unknown",           "registered (roaming)"};
-    const std::string state = look.store.value("lte_network_reg_status_state");
-    const bool known = state.size() == 1 && state[0] >= '0' && state[0] <= '5';
-    return known ? states.at(static_cast<std::size_t>(state[0] - '0')) : state;
 }
 
 } // namespace cmifctl

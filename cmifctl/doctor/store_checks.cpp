@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
 #include <set>
 
 namespace cmifctl
@@ -42,18 +41,13 @@ Texts checks::unreadable_store(const Look &look)
 
 Texts checks::other_store(const Look &look)
 {
-    std::error_code not_there;
-    if (look.store.theirs.empty() || look.store.theirs == look.store.path ||
-        std::filesystem::equivalent(look.store.theirs, look.store.path, not_there))
-        return {};
-    return {"this program's store is in " + look.store.path + ", the daemons' in " +
-            look.store.theirs};
+    return look.store.other.empty() ? Texts{} : Texts{look.store.other};
 }
 
 Texts checks::empty_store(const Look &look)
 {
     const StoreLook &store = look.store;
-    const bool told = !store.error.empty() || !other_store(look).empty();
+    const bool told = !store.error.empty() || !store.other.empty();
     if (told || !look.served() || !store.value("lte_sim_status").empty())
         return {};
     return {"the daemons answer, but have published nothing in the store in " + store.path};

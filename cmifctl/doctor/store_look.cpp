@@ -3,9 +3,6 @@
 #include "look.h"
 #include "platform/host_store.h"
 
-#include <fstream>
-#include <string_view>
-
 namespace cmifctl
 {
 namespace
@@ -27,27 +24,11 @@ int read_store(Json &output)
     return 0;
 }
 
-// The directory of the database that a process maps; "" when its maps can't be read.
-std::string store_of(pid_t process)
-{
-    std::ifstream maps("/proc/" + std::to_string(process) + "/maps");
-    for (std::string line; std::getline(maps, line);) {
-        const std::size_t path = line.find('/');
-        const std::size_t name = line.rfind("/running-");
-        if (path != std::string::npos && name != std::string::npos && line.ends_with(".mdb"))
-            return line.substr(path, name - path);
-    }
-    return "";
-}
-
 } // namespace
 
-StoreLook look_at_store(const Context &context, const std::array<ChannelLook, 2> &channels)
+StoreLook look_at_store(const Context &context)
 {
-    StoreLook look{.error = "", .path = host_store_directory(), .theirs = ""};
-    for (const ChannelLook &channel : channels)
-        if (channel.process > 0 && look.theirs.empty())
-            look.theirs = store_of(channel.process);
+    StoreLook look{.error = "", .path = host_store_directory(), .other = other_store()};
     client::CallOptions options = context.options;
     options.timeout = store_timeout;
     try {

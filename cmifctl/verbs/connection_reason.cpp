@@ -6,6 +6,27 @@
 
 namespace cmifctl
 {
+namespace
+{
+
+std::string sim_cure(int state)
+{
+    constexpr int pin_required = 3;
+    constexpr int puk_required = 4;
+    constexpr int network_locked = 5;
+    switch (state) {
+    case pin_required:
+        return "'cmifctl sim enter-pin' unlocks it.";
+    case puk_required:
+        return "'cmifctl sim enter-puk' unblocks it and sets a new PIN.";
+    case network_locked:
+        return "'cmifctl sim unlock-network' removes the lock; it asks for the control key.";
+    default:
+        return "'cmifctl sim status' shows the SIM.";
+    }
+}
+
+} // namespace
 
 std::string last_error(const Context &context)
 {
@@ -17,8 +38,7 @@ Reason connection_reason(const Context &context)
     constexpr int ready = 2;
     const Json sim = qmi_call(context, sim_state_call());
     if (sim != ready)
-        return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim),
-                "'cmifctl sim status' shows the SIM; 'cmifctl sim enter-pin' unlocks it."};
+        return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim), sim_cure(sim)};
     constexpr int registered = 0;
     if (read(context, "shared_CMIF_get_mobileNetworkStatus",
              reads(shared_CMIF_get_mobileNetworkStatus)) != registered)

@@ -24,8 +24,10 @@ constexpr const char *enable_setting = "debug_lte_enable";
 void switch_log(Context &context, bool on)
 {
     change_setting(context, enable_setting, on ? "1" : "0");
-    context.report.field("log", {"enabled", on});
-    note("this affects programs that start afterwards; 'cmifctl config save' makes it persistent");
+    context.report.result(on ? "enabled" : "disabled", std::string("The log is ") +
+                                                           (on ? "on" : "off") +
+                                                           " for programs that start from now on.");
+    note("'cmifctl config save' makes it persistent");
 }
 
 // A line of more than 128 characters, which the library writes to the file at once.
@@ -114,7 +116,7 @@ void log_mark(Context &context)
                                    .logs = true});
     if (log_size(CMIF_LOG_FILE) <= before)
         fail_not_written();
-    context.report.field("log", {"marked", text});
+    context.report.result("marked", "The text is in the log.");
 }
 
 void log_rotate(Context &context)

@@ -88,15 +88,14 @@ void sms_delete(Context &context)
     if (context.arguments.has("all")) {
         confirm(context, "This deletes all messages");
         at_call(context, removal(0, all));
-        context.report.field("sms", {"all_deleted", true});
-        return;
+        return context.report.result("deleted", "All messages were deleted.");
     }
     const int id = message_id(context);
     const int result = at_call_raw(context, removal(id, one)).result;
     if (result == static_cast<int>(daemons::CmeError::invalid_index))
         fail_no_message(id, {{"daemon", client::daemon_error(result)}});
     client::check_at("shared_CMIF_set_DeletemobileSMS", result);
-    context.report.field("sms", {"deleted_id", id});
+    context.report.result("deleted", "Message " + std::to_string(id) + " was deleted.");
 }
 
 } // namespace cmifctl

@@ -2,6 +2,7 @@
 // for real.
 #include "client/code_lock.h"
 #include "doctor_fixture.h"
+#include "platform/host_store.h"
 
 #include <csignal>
 #include <ctime>
@@ -163,13 +164,15 @@ TEST_F(Doctor, FindsThatTheDaemonsStoreIsAnotherOne)
     at_.reset();
     at_ = std::make_unique<Child>([] {
         setenv("CMIF_STORE", "/tmp/theirs", 1);
+        host_store_announce();
         tarnNvramConfig_set("lte_sim_status", "READY");
         answer_all(899, 900, CMIF_AT_PAYLOAD);
     });
     setenv("CMIF_STORE", "/tmp/ours", 1);
     EXPECT_EQ(found(), Names{"store_differs"});
     EXPECT_EQ(text_of("store_differs"),
-              "this program's store is in /tmp/ours, the daemons' in /tmp/theirs");
+              "the daemons use the store /tmp/theirs, and this command /tmp/ours; "
+              "CMIF_STORE=/tmp/theirs selects theirs");
 }
 
 TEST_F(Doctor, KnowsTheDaemonsStoreByAnotherPath)
@@ -179,6 +182,7 @@ TEST_F(Doctor, KnowsTheDaemonsStoreByAnotherPath)
     at_.reset();
     at_ = std::make_unique<Child>([] {
         setenv("CMIF_STORE", "/tmp/real/store", 1);
+        host_store_announce();
         tarnNvramConfig_set("lte_sim_status", "READY");
         answer_all(899, 900, CMIF_AT_PAYLOAD);
     });

@@ -9,8 +9,15 @@ complains 'no access point name (APN) is set'
 exits 0 cmifctl data profile set --apn internet.example --pdp ipv4v6
 exits 4 cmifctl data start
 complains "the SIM's state is: PIN required"
+complains "'cmifctl sim enter-pin' unlocks it"
 writes_nothing
 register
+echo 11223344 | exits 0 cmifctl sim lock-network --network 00102 -
+exits 4 cmifctl data start
+complains "the SIM's state is: network locked"
+complains "'cmifctl sim unlock-network' removes the lock"
+echo 11223344 | exits 0 cmifctl sim unlock-network -
+within 20 network_is home
 exits 0 cmifctl radio functionality offline
 exits 4 cmifctl --json data start
 holds error.code=4 'error.name="refused"'

@@ -18,13 +18,13 @@ found queue_missing
 
 start_router --pace 0.1
 found sim_pin_required
-holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'router.sim="SIM PIN"' \
+holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'router.sim.name="pin_required"' 'router.at_daemon.state="answers"' \
     "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
 register
 exits 0 cmifctl config save
 exits 0 cmifctl doctor
 prints 'nothing wrong'
-shows 'SIM: READY'
+shows 'SIM: ready'
 shows 'registration: registered (home)'
 exits 0 cmifctl --json doctor
 holds 'findings=[]' "router.store=\"$CMIF_STORE\""
@@ -40,7 +40,7 @@ prints 'nothing wrong'
 [ ! -e /tmp/modify_profile_in_progress ] || fail 'the marker is still there'
 
 exits 1 env CMIF_STORE="$work/other" cmifctl --json doctor
-grep -qF "\"this program's store is in $work/other, the daemons' in $CMIF_STORE\"" "$work/out" ||
+grep -qF "the daemons use the store $CMIF_STORE, and this command $work/other" "$work/out" ||
     fail 'the two stores are not named'
 
 kill -STOP "$router"

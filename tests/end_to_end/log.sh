@@ -13,7 +13,7 @@ follower=$!
 waits() { grep -qF 'there is no log /data/debug_lte.txt yet' "$work/waits"; }
 within 5 waits
 exits 0 cmifctl --json log enable
-holds log.enabled=true
+holds 'result="enabled"'
 
 exits 0 cmifctl data profile set --apn internet.example
 register

@@ -52,6 +52,6 @@ complains 'Give --yes'
 exits 0 cmifctl --json sms list
 holds messages.0.id=1
 exits 0 cmifctl --json sms delete --all --yes
-holds sms.all_deleted=true
+holds 'result="deleted"'
 exits 0 cmifctl --json sms list
 holds 'messages=[]' unread=0
