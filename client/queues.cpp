@@ -106,12 +106,14 @@ Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &una
 {
     if (sent.state() == SentRecord::State::not_sent)
         return Withdrawal::nothing_sent;
+    if (sent.state() == SentRecord::State::answered)
+        return Withdrawal::answered;
     msqid_ds state{};
     if (msgctl(sent.queue(), IPC_STAT, &state) != 0)
         return Withdrawal::queue_gone;
     if (reply_was_lost(request, sent)) {
         unanswered.remove(request);
-        return Withdrawal::taken;
+        return Withdrawal::answered;
     }
     const Oldest oldest = oldest_of(request, sent);
     if (!oldest.known)

@@ -35,7 +35,7 @@ bool peek(int queue, const std::function<void(long type, std::string_view payloa
 // holder of the code's lock: a reply that lies there has no receiver waiting for it.
 int clear_replies(RequestCode request);
 
-enum class Withdrawal { nothing_sent, withdrawn, taken, kept, queue_gone, unknown };
+enum class Withdrawal { nothing_sent, withdrawn, taken, answered, kept, queue_gone, unknown };
 
 // Takes the request back, for the holder of the code's lock, if it is the oldest of its code in
 // the queue; `kept` when another one, of a caller that was killed, lies before it. The others keep

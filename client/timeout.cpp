@@ -34,15 +34,32 @@ const char *describe(Withdrawal withdrawal)
         return "this kernel does not let a program look into a queue, so the request was left; the "
                "daemon may still carry it out";
     case Withdrawal::taken:
+    case Withdrawal::answered:
         break;
     }
     return "the daemon had picked up the request and may still carry it out";
+}
+
+std::string request_text(const Request &request)
+{
+    return std::string(request.name) + " (request " + std::to_string(request.code.code) + ")";
 }
 
 [[noreturn]] void fail_local(const Request &request, const std::string &within)
 {
     throw Failure(Exit::no_answer, std::string(request.name) + " did not finish" + within,
                   "Check the configuration store, or wait longer with --timeout SECONDS.");
+}
+
+[[noreturn]] void fail_answer_lost(const Request &request, const std::string &within)
+{
+    throw Failure(Exit::no_answer,
+                  std::string(daemon_name(request.channel())) + " has answered " +
+                      request_text(request) + ", but the call did not end" + within +
+                      "; its result is not known",
+                  "The daemon has carried the request out or refused it: look at the state before "
+                  "you try again.",
+                  {{"withdrawn", false}, {"sent", true}});
 }
 
 [[noreturn]] void fail_profile_busy(const std::string &within)
@@ -76,11 +93,6 @@ Obstacle obstacle_of(Channel channel)
     return {};
 }
 
-std::string request_text(const Request &request)
-{
-    return std::string(request.name) + " (request " + std::to_string(request.code.code) + ")";
-}
-
 } // namespace
 
 void fail_timed_out(const Request &request, const SentRecord &sent, Unanswered *unanswered,
@@ -90,6 +102,8 @@ void fail_timed_out(const Request &request, const SentRecord &sent, Unanswered *
     if (unanswered == nullptr)
         fail_local(request, within);
     const Withdrawal withdrawal = withdraw(request.code, sent, *unanswered);
+    if (withdrawal == Withdrawal::answered)
+        fail_answer_lost(request, within);
     const bool busy = access(CMIF_PROFILE_BUSY_FILE, F_OK) == 0;
     if (withdrawal == Withdrawal::nothing_sent && request.channel() == Channel::qmi && busy)
         fail_profile_busy(within);

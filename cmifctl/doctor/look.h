@@ -42,11 +42,11 @@ struct ChannelLook {
 };
 
 struct StoreLook {
-    Json running{};     // all settings; null when they can't be read
-    Json saved{};       // the same of the saved configuration
-    std::string error;  // why they can't be read
-    std::string path;   // of this process's store
-    std::string other;  // says that the daemons use another one; "" when that isn't known
+    Json running{};    // all settings; null when they can't be read
+    Json saved{};      // the same of the saved configuration
+    std::string error; // why they can't be read
+    std::string path;  // of this process's store
+    std::string other; // says that the daemons use another one; "" when that isn't known
 
     std::string value(const char *key) const;
 };

@@ -37,6 +37,25 @@ TEST_F(Timeout, ATakenRequestIsReportedAsTaken)
     EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
 }
 
+TEST_F(Timeout, AnAnswerThatTheCallDidNotPassOnIsReported)
+{
+    const Child daemon([this] {
+        take_one();
+        reply(0);
+        pause();
+    });
+    Call slow = entering("a");
+    slow.body = [answered = slow.body](Json &output) {
+        answered(output);
+        return pause();
+    };
+    const Failure failure = failure_of(slow, {.timeout = 0.3});
+    EXPECT_EQ(failure.status(), Exit::no_answer);
+    EXPECT_STREQ(failure.what(), "the AT daemon has answered call (request 12), but the call did "
+                                 "not end within 0.3 s; its result is not known");
+    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
+}
+
 // Records of another program that no caller ever takes.
 TEST_F(Timeout, RepliesThatKeepTheDaemonFromAnsweringAreNamed)
 {
