@@ -48,6 +48,15 @@ within 20 network_is roaming
 exits 0 cmifctl --json network show
 holds 'network.technology.name="gsm"'
 
+# An operator abroad denies the service once roaming is off.
+exits 0 cmifctl radio roaming off
+within 20 network_is denied
+exits 0 cmifctl network show
+shows 'registration: registration denied'
+exits 0 cmifctl status
+shows 'registration: registration denied'
+exits 0 cmifctl radio roaming auto
+
 exits 0 cmifctl network auto
 shows 'selection: automatic'
 within 20 network_is home

@@ -52,6 +52,14 @@ within 10 three_lines 'state: PIN required'
 ended_by HUP 1
 grep -qx '' "$work/watched" || fail 'no empty line between readings'
 
+# On a terminal each reading takes the place of the last one: cursor home, the rest cleared.
+script -qfc 'exec cmifctl sim status --watch=0.1' "$work/watched" >/dev/null 2>&1 </dev/null &
+watcher=$!
+within 10 three_lines "^$(printf '\033')\[H$(printf '\033')\[J."
+kill "$watcher"
+wait "$watcher" || :
+grep -q 'state: PIN required' "$work/watched" || fail 'no reading'
+
 # What fails at once fails as it does without; later failures take the place of a reading.
 touch /tmp/modify_profile_in_progress
 exits 7 cmifctl data status --watch=0.1
