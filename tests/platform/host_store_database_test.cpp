@@ -262,6 +262,14 @@ TEST_F(HostStoreDatabase, HasRoomFor512Readers)
     std::thread([] { EXPECT_EQ(get("key"), "new"); }).join();
 }
 
+TEST_F(HostStoreDatabase, IsNamedAfterTheFirstPartOfTheHostsRun)
+{
+    fill();
+    const std::string run = read("/proc/sys/kernel/random/boot_id");
+    ASSERT_EQ(run.find('-'), 8U);
+    EXPECT_EQ(database().filename(), "running-" + run.substr(0, 8) + ".mdb");
+}
+
 // The earlier run's files have the database's real name, but for the last digit of the run.
 TEST_F(HostStoreDatabase, OfAnEarlierRunOfTheHostIsRemoved)
 {

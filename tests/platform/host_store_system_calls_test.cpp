@@ -11,6 +11,7 @@
 #include <fcntl.h>
 #include <functional>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 
@@ -24,6 +25,8 @@ struct Script {
     int sync_error = 0;           // of every fsync of a file
     int directory_sync_error = 0;
     int lock_error = 0;
+    int read_error = 0;
+    int directory_stat_error = 0;
     bool interrupts = false; // the first read, write and flock
     bool in_pieces = false;  // each write takes 100 bytes at most
     int reads = 0, writes = 0, locks = 0;
@@ -83,6 +86,14 @@ extern "C" int rename(const char *from, const char *to) noexcept
     return static_cast<int>(syscall(SYS_renameat, AT_FDCWD, from, AT_FDCWD, to));
 }
 
+extern "C" int fstat(int descriptor, struct stat *status) noexcept
+{
+    if (is_scripted(descriptor) && script->directory_stat_error != 0 &&
+        file_name(descriptor) == "store")
+        return static_cast<int>(fail(script->directory_stat_error));
+    return static_cast<int>(syscall(SYS_fstat, descriptor, status));
+}
+
 extern "C" int flock(int descriptor, int operation) noexcept
 {
     if (script != nullptr && operation == LOCK_EX && is_scripted(descriptor)) {
@@ -96,8 +107,12 @@ extern "C" int flock(int descriptor, int operation) noexcept
 
 extern "C" ssize_t read(int descriptor, void *buffer, std::size_t size)
 {
-    if (script != nullptr && script->interrupts && is_scripted(descriptor) && script->reads++ == 0)
-        return fail(EINTR);
+    if (script != nullptr && is_scripted(descriptor)) {
+        if (script->interrupts && script->reads++ == 0)
+            return fail(EINTR);
+        if (script->read_error != 0)
+            return fail(script->read_error);
+    }
     return syscall(SYS_read, descriptor, buffer, size);
 }
 
@@ -169,6 +184,24 @@ TEST_F(HostStoreSystemCalls, ADirectoryThatCanNotBeLockedIsNotUsed)
 {
     script_.lock_error = ENOLCK;
     expect_not_saved(store().string() + ": No locks available" + store_hint);
+}
+
+TEST_F(HostStoreSystemCalls, ADirectoryWhoseOwnerIsNotKnownIsNotUsed)
+{
+    script_.directory_stat_error = EIO;
+    expect_not_saved(store().string() + ": Input/output error" + store_hint);
+}
+
+TEST_F(HostStoreSystemCalls, AFileThatCanNotBeReadIsReportedAndKept)
+{
+    script_.read_error = EIO;
+    EXPECT_EQ(host_store_power_cycle(), 0);
+    expect_error(saved().string() +
+                 ": Input/output error: this is skipped; correct it and restart cmif-sim; a save "
+                 "replaces the file and keeps this one");
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    script_.read_error = 0;
+    EXPECT_EQ(HostStore::read(saved().string() + ".damaged-1"), old_);
 }
 
 TEST_F(HostStoreSystemCalls, InterruptsAndShortWritesAreContinued)
