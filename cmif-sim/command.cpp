@@ -63,8 +63,10 @@ bool has_terminal()
 int run_command(const std::vector<std::string> &command)
 {
     const sandbox::InterruptsIgnored interrupts;
+    const pid_t parent = getpid();
     const pid_t process = fork();
     if (process == 0) {
+        sandbox::end_with_parent(parent, SIGKILL);
         interrupts.restore();
         if (command.empty())
             become_shell();

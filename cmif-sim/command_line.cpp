@@ -69,7 +69,9 @@ constexpr cli::Term environment[] = {
 constexpr cli::Term files[] = {
     {"/tmp/cmif-sim-at.lock",  "held while the AT queues are served"},
     {"/tmp/cmif-sim-qmi.lock", "held while the QMI queues are served"},
-    {"/tmp/cmif-sandbox.lock", "held by a run without namespaces"},
+    {"/tmp/cmif-sim-run.lock", "held by a run without namespaces"},
+    {"/tmp/cmif-sim-run-UID",  "the mark of such a run; a killed one leaves it, and the next one cleans up"},
+    {"/tmp/cmif-run-XXXXXX",   "the store of such a run; the next run removes that of a killed one"},
 };
 
 constexpr cli::Program program {

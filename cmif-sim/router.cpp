@@ -1,10 +1,11 @@
 #include "router.h"
 
+#include "sandbox/worker.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/prctl.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -17,9 +18,10 @@ Router::Router(const ServerOptions &options)
     int ready[2];
     if (pipe2(ready, O_CLOEXEC) == -1)
         return;
+    const pid_t parent = getpid();
     process_ = fork();
     if (process_ == 0) {
-        prctl(PR_SET_PDEATHSIG, SIGTERM);
+        sandbox::end_with_parent(parent, SIGTERM);
         setpgid(0, 0);
         close(ready[0]);
         std::exit(serve(options, ready[1]));

@@ -1,12 +1,12 @@
 #include "run.h"
 
 #include "command.h"
+#include "own_store.h"
 #include "router.h"
 #include "sandbox/sandbox.h"
 
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -17,43 +17,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-constexpr const char *store_variable = "CMIF_STORE";
-constexpr const char *own_store_variable = "CMIF_STORE_OF_RUN"; // the same, if OwnStore has set it
-
-// The store that the user has chosen, "" for none. A run inside another one does not use its store.
-std::string chosen_store()
-{
-    const char *store = std::getenv(store_variable);
-    const char *own = std::getenv(own_store_variable);
-    const bool chosen = store != nullptr && (own == nullptr || std::strcmp(store, own) != 0);
-    return chosen ? store : "";
-}
-
-// A new configuration store for this run, unless the user has chosen one.
-class OwnStore
-{
-public:
-    OwnStore()
-    {
-        created_ = chosen_store().empty() && mkdtemp(directory_.data()) != nullptr;
-        for (const char *variable : {store_variable, own_store_variable})
-            if (created_)
-                setenv(variable, directory_.c_str(), 1);
-    }
-    ~OwnStore()
-    {
-        std::error_code ignored;
-        if (created_)
-            fs::remove_all(directory_, ignored);
-    }
-    OwnStore(const OwnStore &) = delete;
-    OwnStore &operator=(const OwnStore &) = delete;
-
-private:
-    std::string directory_ = "/tmp/cmif-store-XXXXXX";
-    bool created_ = false;
-};
 
 // To be called outside the sandbox, whose /proc does not show where this program came from.
 fs::path program_directory()

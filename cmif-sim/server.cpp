@@ -5,6 +5,7 @@
 #include "daemons/service_lock.h"
 #include "modems/simulated/modem.h"
 #include "platform/host_store.h"
+#include "sandbox/leftovers.h"
 
 #include <csignal>
 #include <cstdio>
@@ -71,8 +72,8 @@ int serve_until(const sigset_t &signals, const ServerOptions &options, int ready
 
 int serve(const ServerOptions &options, int ready_fd)
 try {
-    ServiceLock at_lock("/tmp/cmif-sim-at.lock", "the AT queues are");
-    ServiceLock qmi_lock("/tmp/cmif-sim-qmi.lock", "the QMI queues are");
+    ServiceLock at_lock(sandbox::at_service_lock, "the AT queues are");
+    ServiceLock qmi_lock(sandbox::qmi_service_lock, "the QMI queues are");
     if ((options.at && !at_lock.take()) || (options.qmi && !qmi_lock.take()))
         return 1;
     // Two modems in one store would overwrite each other's values.

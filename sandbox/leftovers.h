@@ -5,6 +5,10 @@
 namespace sandbox
 {
 
+// Held by a router while it serves the queues.
+inline constexpr const char *at_service_lock = "/tmp/cmif-sim-at.lock";
+inline constexpr const char *qmi_service_lock = "/tmp/cmif-sim-qmi.lock";
+
 // Whether there are any; if so, prints which, and how to remove them.
 bool report_leftovers();
 

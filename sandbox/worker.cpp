@@ -25,12 +25,20 @@ int wait_for(pid_t awaited, pid_t reaped)
     return WIFSIGNALED(status) ? 128 + WTERMSIG(status) : WEXITSTATUS(status);
 }
 
+void end_with_parent(pid_t parent, int signal)
+{
+    prctl(PR_SET_PDEATHSIG, signal);
+    if (getppid() != parent)
+        _exit(1);
+}
+
 pid_t start_worker(const Work &work, const InterruptsIgnored &interrupts) noexcept
 {
+    const pid_t init = getpid();
     const pid_t worker = fork();
     if (worker != 0)
         return worker;
-    prctl(PR_SET_PDEATHSIG, SIGKILL);
+    end_with_parent(init, SIGKILL);
     interrupts.restore();
     std::exit(work());
 }

@@ -17,6 +17,10 @@ inline constexpr pid_t any_child = -1;
 // 128 + N if signal N ended it; 1 if there is no such child, or none could be started (-1).
 int wait_for(pid_t awaited, pid_t reaped);
 
+// For a new process: it gets this signal when `parent`, which has forked it, ends. If that has
+// happened already, it exits.
+void end_with_parent(pid_t parent, int signal);
+
 // Forks the worker: it exits with the result of `work`, and is killed if this process ends. The
 // caller has its pid, or -1.
 pid_t start_worker(const Work &work, const InterruptsIgnored &interrupts) noexcept;

@@ -79,7 +79,7 @@ TEST(Run, ReportsAShellThatItCanNotRun)
 TEST(Run, HasANewStoreUnlessGivenOne)
 {
     const Outcome fresh = shell("unset CMIF_STORE; $S run -- sh -c 'echo $CMIF_STORE'");
-    EXPECT_EQ(fresh.output.rfind("/tmp/cmif-store-", 0), 0U) << fresh.output;
+    EXPECT_EQ(fresh.output.rfind("/tmp/cmif-run-", 0), 0U) << fresh.output;
     EXPECT_EQ(shell("CMIF_STORE=/tmp/mine $S run -- touch /tmp/mine/inside").status, 0);
     EXPECT_TRUE(fs::exists("/tmp/mine/inside"));
     fs::remove_all("/tmp/mine");
@@ -145,6 +145,18 @@ TEST(Run, CanBeNestedWithARouterEach)
     if (!has_namespaces())
         GTEST_SKIP() << "no namespaces on this system";
     EXPECT_EQ(shell("$S run -- \"$S\" run -- sh -c 'exit 4'").status, 4);
+}
+
+// The process between the two is killed, which cleans up otherwise.
+TEST(Run, EndsItsCommandWhenItIsKilled)
+{
+    const Outcome killed = shell(
+        "export CMIF_SANDBOX=none; $S run -- sh -c 'echo $$; exec sleep 1000' & "
+        "while ! test -s /tmp/output; do sleep 0.01; done; "
+        "kill -KILL $(cat /proc/$!/task/$!/children); wait $!; "
+        "for i in 1 2 3 4 5 6 7 8 9 10; do kill -0 $(cat /tmp/output) || break; sleep 0.1; done");
+    EXPECT_EQ(killed.status, 0);
+    EXPECT_TRUE(contains(killed.errors, "No such process")) << killed.errors;
 }
 
 TEST(Run, WorksWithoutNamespacesAndLeavesNoQueue)
