@@ -6,6 +6,7 @@
 #include "modems/simulated/modem.h"
 #include "platform/host_store.h"
 #include "sandbox/leftovers.h"
+#include "scenario/real_clock.h"
 
 #include <csignal>
 #include <cstdio>
@@ -55,7 +56,8 @@ void notify_ready(int fd)
 
 int serve_until(const sigset_t &signals, const ServerOptions &options, int ready_fd)
 {
-    simulated::Modem modem(simulated::TimeScale(options.pace), options.seed);
+    scenario::RealClock clock{scenario::TimeScale(options.pace)};
+    simulated::Modem modem(clock, options.seed);
     Publisher publisher(modem);
     StopFlag stop;
     AtDaemon at(modem, publisher, stop, options.verbose);

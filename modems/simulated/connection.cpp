@@ -11,10 +11,6 @@ namespace
 using namespace std::chrono_literals;
 using daemons::PdpType;
 
-constexpr auto connecting_time = 2s;
-constexpr auto disconnecting_time = 1s;
-constexpr auto reconnecting_time = disconnecting_time + connecting_time;
-
 std::string hexadecimal(unsigned number)
 {
     char digits[8];
@@ -24,7 +20,7 @@ std::string hexadecimal(unsigned number)
 
 } // namespace
 
-CmeError Connection::start(CmeError refusal, Clock::time_point now)
+CmeError Connection::start(CmeError refusal, Time now)
 {
     auto_connect_pending_ = false;
     last_error_ = refusal == CmeError::ok && profile_.apn.empty() ? CmeError::missing_apn : refusal;
@@ -33,7 +29,7 @@ CmeError Connection::start(CmeError refusal, Clock::time_point now)
     return last_error_;
 }
 
-void Connection::stop(Clock::time_point now)
+void Connection::stop(Time now)
 {
     auto_connect_pending_ = false;
     last_error_ = CmeError::ok;
@@ -41,18 +37,18 @@ void Connection::stop(Clock::time_point now)
         begin_transition(false, disconnecting_time, now);
 }
 
-void Connection::modify(DataProfile profile, Clock::time_point now)
+void Connection::modify(DataProfile profile, Time now)
 {
     profile_ = std::move(profile);
     if (!wanted_)
         return;
     if (!profile_.apn.empty())
-        return begin_transition(true, reconnecting_time, now);
+        return begin_transition(true, disconnecting_time + connecting_time, now);
     stop(now);
     last_error_ = CmeError::missing_apn;
 }
 
-void Connection::begin_transition(bool up, std::chrono::milliseconds time, Clock::time_point now)
+void Connection::begin_transition(bool up, std::chrono::milliseconds time, Time now)
 {
     wanted_ = up;
     state_ = ConnectionState::transitioning;
@@ -60,7 +56,7 @@ void Connection::begin_transition(bool up, std::chrono::milliseconds time, Clock
     transition_end_ = now + scale_.scaled(time);
 }
 
-void Connection::update(CmeError refusal, Clock::time_point now)
+void Connection::update(CmeError refusal, Time now)
 {
     if (refusal != CmeError::ok)
         return drop(refusal);
@@ -81,6 +77,13 @@ void Connection::complete_transition()
     last_apn_ = profile_.apn;
 }
 
+void Connection::come_up(Time now)
+{
+    begin_transition(true, {}, now);
+    last_error_ = CmeError::ok;
+    update(CmeError::ok, now);
+}
+
 // One that was to end anyway ends without an error.
 void Connection::drop(CmeError reason)
 {
@@ -91,7 +94,7 @@ void Connection::drop(CmeError reason)
     uptime_ = 0s;
 }
 
-std::optional<Clock::time_point> Connection::next_deadline() const
+std::optional<Time> Connection::next_deadline() const
 {
     if (state_ == ConnectionState::transitioning)
         return transition_end_;

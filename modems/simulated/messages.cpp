@@ -53,4 +53,23 @@ void Messages::mark_all_read()
         message.unread = false;
 }
 
+void Messages::send(std::string sender, std::string time, std::string text)
+{
+    waiting_.push_back({0, true, std::move(sender), std::move(time), std::move(text)});
+}
+
+void Messages::deliver()
+{
+    int index = 1;
+    auto place = all_.begin();
+    while (!waiting_.empty() && all_.size() < capacity) {
+        for (; place != all_.end() && place->index == index; ++place)
+            ++index;
+        waiting_.front().index = index;
+        place = all_.insert(place, std::move(waiting_.front()));
+        waiting_.pop_front();
+        ++delivered_;
+    }
+}
+
 } // namespace simulated

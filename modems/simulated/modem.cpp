@@ -5,18 +5,18 @@
 namespace simulated
 {
 
-Modem::Modem(TimeScale scale, unsigned seed) : state_(scale, seed), thread_([this] { run(); }) {}
-
-Modem::~Modem()
+Modem::Modem(scenario::Clock &clock, unsigned seed)
+    : clock_(clock), state_(clock.scale(), seed), waiters_(clock),
+      alarm_(clock, [this] { pass_time(); })
 {
-    stop();
-    thread_.join();
+    const std::lock_guard lock(mutex_);
+    advance();
 }
 
 daemons::ModemStatus Modem::status() const
 {
     const std::lock_guard lock(mutex_);
-    return status_of(state_);
+    return silent() ? last_words_ : status_of(state_);
 }
 
 void Modem::watch(std::function<void()> changed)
@@ -25,43 +25,95 @@ void Modem::watch(std::function<void()> changed)
     changed_ = std::move(changed);
 }
 
+void Modem::watch_events(std::function<void(std::string_view)> happened)
+{
+    const std::lock_guard lock(events_mutex_);
+    happened_ = std::move(happened);
+}
+
 void Modem::stop()
 {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
-    clock_.wake();
+    alarm_.set(std::nullopt);
+    waiters_.wake();
 }
 
 // Without mutex_, which the watcher's status() takes.
 void Modem::signal_change()
 {
-    const std::lock_guard lock(watch_mutex_);
-    if (changed_)
-        changed_();
+    {
+        const std::lock_guard lock(watch_mutex_);
+        if (changed_)
+            changed_();
+    }
+    signal_events();
 }
 
-// For the holder of the lock. The waiting threads look again: their deadline may have changed.
+void Modem::signal_events()
+{
+    std::vector<std::string_view> events;
+    {
+        const std::lock_guard lock(mutex_);
+        events.swap(events_);
+    }
+    const std::lock_guard lock(events_mutex_);
+    for (const std::string_view event : events)
+        if (happened_)
+            happened_(event);
+}
+
+// For the holder of the lock. The waiting threads look again.
 void Modem::advance()
 {
-    state_.update(clock_.now());
-    clock_.wake();
+    const Time now = clock_.now();
+    state_.update(now);
+    if (silent_until_ && now >= *silent_until_)
+        silent_until_.reset();
+    const Situation after = situation_of(state_);
+    for (const std::string_view event : events_between(situation_, after))
+        events_.push_back(event);
+    situation_ = after;
+    const std::optional<Time> deadline = state_.next_deadline();
+    alarm_.set(silent_until_ && (!deadline || *silent_until_ < *deadline) ? silent_until_
+                                                                          : deadline);
+    waiters_.wake();
 }
 
-// Lets time pass until the end.
-void Modem::run()
+void Modem::pass_time()
 {
-    std::unique_lock lock(mutex_);
-    while (!stopped_) {
-        const std::optional<Clock::time_point> deadline = state_.next_deadline();
-        if (!deadline || clock_.now() < *deadline) {
-            clock_.wait(lock, deadline);
-            continue;
-        }
+    {
+        const std::lock_guard lock(mutex_);
+        if (stopped_)
+            return;
         advance();
-        lock.unlock();
-        signal_change();
-        lock.lock();
     }
+    signal_change();
+}
+
+void Modem::happen(const std::function<void(ModemState &, Time)> &action)
+{
+    {
+        const std::lock_guard lock(mutex_);
+        action(state_, clock_.now());
+        advance();
+    }
+    signal_change();
+}
+
+void Modem::fall_silent(std::chrono::milliseconds time)
+{
+    const std::lock_guard lock(mutex_);
+    if (!silent())
+        last_words_ = status_of(state_);
+    silent_until_ = clock_.now() + clock_.scale().scaled(time);
+    advance();
+}
+
+void Modem::wait_while_silent(std::unique_lock<std::mutex> &lock)
+{
+    while (silent() && !stopped_)
+        waiters_.wait(lock);
 }
 
 // Runs the action if the needs are met, and what follows from it at once; then signals.
@@ -70,7 +122,8 @@ CmeError Modem::change(Needs needs, Action action)
 {
     CmeError error = CmeError::ok;
     {
-        const std::lock_guard lock(mutex_);
+        std::unique_lock lock(mutex_);
+        wait_while_silent(lock);
         if (stopped_)
             return CmeError::no_connection_to_phone;
         error = state_.refusal(needs);
@@ -83,19 +136,21 @@ CmeError Modem::change(Needs needs, Action action)
 }
 
 // The snapshot is always up to date.
-CmeError Modem::refresh(daemons::StatusPart)
+CmeError Modem::refresh(daemons::StatusPart part)
 {
-    return change(Needs::nothing, [](ModemState &) { return CmeError::ok; });
+    using enum daemons::StatusPart;
+    const bool of_sim = part == pin_counters || part == pin_mode || part == sim;
+    return change(of_sim ? Needs::sim : Needs::nothing, [](ModemState &) { return CmeError::ok; });
 }
 
 CmeError Modem::enter_pin(std::string_view pin)
 {
-    return change(Needs::nothing, [&](ModemState &state) { return state.sim.pin1.verify(pin); });
+    return change(Needs::sim, [&](ModemState &state) { return state.sim.pin1.verify(pin); });
 }
 
 CmeError Modem::enter_puk(std::string_view puk, std::string_view new_pin)
 {
-    return change(Needs::nothing,
+    return change(Needs::sim,
                   [&](ModemState &state) { return state.sim.pin1.unblock(puk, new_pin); });
 }
 
@@ -113,9 +168,9 @@ CmeError Modem::set_pin_enabled(bool enabled, std::string_view pin)
 
 CmeError Modem::lock_network(std::string_view plmn, std::string_view key)
 {
-    const std::string_view network = plmn.empty() ? SimCard::home_network : plmn;
-    return change(Needs::unlocked_sim,
-                  [&](ModemState &state) { return state.lock.lock(network, key); });
+    return change(Needs::unlocked_sim, [&](ModemState &state) {
+        return state.lock.lock(plmn.empty() ? state.sim.identity.home_network : plmn, key);
+    });
 }
 
 CmeError Modem::unlock_network(std::string_view key)
@@ -153,8 +208,8 @@ CmeError Modem::search(std::vector<Operator> &found)
     if (refusal != CmeError::ok)
         return refusal;
     std::unique_lock lock(mutex_);
-    while (state_.searching() && !stopped_)
-        clock_.wait(lock, std::nullopt);
+    while ((state_.searching() || silent()) && !stopped_)
+        waiters_.wait(lock);
     if (state_.searching())
         return CmeError::no_connection_to_phone;
     if (state_.search_result == CmeError::ok)

@@ -1,15 +1,16 @@
-// The simulated modem for the daemons: the state with a lock around it, and a thread that lets time
+// The simulated modem for the daemons: the state with a lock around it, and an alarm that lets time
 // pass in it.
 #ifndef MODEMS_SIMULATED_MODEM_H
 #define MODEMS_SIMULATED_MODEM_H
 
 #include "daemons/modem.h"
-#include "modem_clock.h"
 #include "modem_state.h"
+#include "scenario/work.h"
+#include "situation.h"
 
 #include <functional>
+#include <mutex>
 #include <string_view>
-#include <thread>
 
 namespace simulated
 {
@@ -17,10 +18,22 @@ namespace simulated
 class Modem final : public daemons::Modem
 {
 public:
-    Modem(TimeScale scale, unsigned seed);
-    ~Modem() override;
+    Modem(scenario::Clock &clock, unsigned seed);
+    ~Modem() override { stop(); }
     Modem(const Modem &) = delete;
     Modem &operator=(const Modem &) = delete;
+
+    // Something that happens to the modem, or that a test bench does. What the action throws is
+    // passed on.
+    void happen(const std::function<void(ModemState &state, Time now)> &action);
+
+    // For this time no verb is answered and status() doesn't change.
+    void fall_silent(std::chrono::milliseconds time);
+
+    // `happened` is called with the name of each event (situation.h), after the change was
+    // signalled and from its thread. It may call everything, also happen(), but not this. An empty
+    // function ends that; when watch_events() returns, the previous function is not running.
+    void watch_events(std::function<void(std::string_view event)> happened);
 
     daemons::ModemStatus status() const override;
     CmeError refresh(daemons::StatusPart part) override;
@@ -57,15 +70,25 @@ private:
     CmeError change(Needs needs, Action action);
     void advance();
     void signal_change();
-    void run();
+    void signal_events();
+    void pass_time();
+    void wait_while_silent(std::unique_lock<std::mutex> &lock);
+    bool silent() const { return silent_until_.has_value(); }
 
-    mutable std::mutex mutex_;
-    ModemClock clock_;
+    scenario::Clock &clock_;
+    mutable std::mutex mutex_; // of all below, up to the alarm
     ModemState state_;
+    Situation situation_; // at the last change
+    std::vector<std::string_view> events_;
+    std::optional<Time> silent_until_;
+    daemons::ModemStatus last_words_; // before the silence
     bool stopped_ = false;
+    scenario::Waiters waiters_;
     std::mutex watch_mutex_;
     std::function<void()> changed_;
-    std::thread thread_;
+    std::recursive_mutex events_mutex_; // one event's action may lead to the next event
+    std::function<void(std::string_view)> happened_;
+    scenario::Alarm alarm_; // goes first
 };
 
 } // namespace simulated

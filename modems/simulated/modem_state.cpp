@@ -14,9 +14,9 @@ constexpr auto search_time = 5s;
 constexpr auto signal_time = 2s;
 constexpr auto min_signal_time = 100ms; // with a time scale of 0, too, other threads get their turn
 
-using Deadline = std::optional<Clock::time_point>;
+using Deadline = std::optional<Time>;
 
-bool has_come(const Deadline &deadline, Clock::time_point now)
+bool has_come(const Deadline &deadline, Time now)
 {
     return deadline && now >= *deadline;
 }
@@ -25,20 +25,32 @@ bool has_come(const Deadline &deadline, Clock::time_point now)
 
 SimStatus ModemState::sim_status() const
 {
+    if (!sim_inserted_)
+        return SimStatus::absent;
+    if (sim_failed_ || sim_ready_at_)
+        return SimStatus::not_ready;
     if (sim.pin1.permanently_blocked())
         return SimStatus::permanently_blocked;
     if (sim.pin1.puk_required())
         return SimStatus::puk_required;
     if (!sim.pin1.unlocked())
         return SimStatus::pin_required;
-    return lock.rejects(SimCard::home_network) ? SimStatus::network_locked : SimStatus::ready;
+    return lock.rejects(sim.identity.home_network) ? SimStatus::network_locked : SimStatus::ready;
 }
 
 CmeError ModemState::refusal(Needs needs) const
 {
+    if (down())
+        return CmeError::no_connection_to_phone;
     if (needs == Needs::nothing)
         return CmeError::ok;
     const SimStatus status = sim_status();
+    if (status == SimStatus::absent)
+        return CmeError::sim_not_inserted;
+    if (status == SimStatus::not_ready)
+        return sim_failed_ ? CmeError::sim_failure : CmeError::sim_busy;
+    if (needs == Needs::sim)
+        return CmeError::ok;
     if (status == SimStatus::permanently_blocked)
         return CmeError::sim_failure;
     if (status == SimStatus::puk_required)
@@ -51,6 +63,8 @@ CmeError ModemState::refusal(Needs needs) const
         return CmeError::network_pin_required;
     if (!online())
         return CmeError::not_allowed;
+    if (needs == Needs::network && network.denied())
+        return CmeError::network_not_allowed;
     if (needs == Needs::network && !network.serving())
         return CmeError::no_network_service;
     return CmeError::ok;
@@ -72,7 +86,7 @@ PdpProfile ModemState::pdp() const
 void ModemState::factory_reset()
 {
     connection = Connection(scale_);
-    network = Network(scale_, SimCard::home_network);
+    network.reset_settings();
     messages = Messages();
     profiles = Profiles();
     listed.clear();
@@ -94,7 +108,7 @@ CmeError ModemState::set_functionality(int level)
     return CmeError::ok;
 }
 
-CmeError ModemState::start_device_management(Clock::time_point now)
+CmeError ModemState::start_device_management(Time now)
 {
     if (session_end_)
         return CmeError::not_allowed;
@@ -103,7 +117,7 @@ CmeError ModemState::start_device_management(Clock::time_point now)
 }
 
 // A second search joins the one that runs. One without the radio has failed.
-CmeError ModemState::begin_search(Clock::time_point now)
+CmeError ModemState::begin_search(Time now)
 {
     if (searching())
         return CmeError::ok;
@@ -131,8 +145,13 @@ CmeError ModemState::delete_messages(int index, DeleteFlag flag)
 
 // The SIM or the radio may have gone during a search: then there is nothing to list. Without a
 // network the signal stays as it is and a device-management session ends without a result.
-void ModemState::update(Clock::time_point now)
+void ModemState::update(Time now)
 {
+    if (!power_on_)
+        power_on_ = now;
+    for (Deadline *deadline : {&down_until_, &sim_ready_at_})
+        if (has_come(*deadline, now))
+            deadline->reset();
     network.update(refusal(Needs::radio) == CmeError::ok, now);
     connection.update(data_refusal(), now);
     if (has_come(search_end_, now)) {
@@ -145,6 +164,7 @@ void ModemState::update(Clock::time_point now)
         return;
     }
     update_signal(now);
+    messages.deliver();
     if (has_come(session_end_, now)) {
         session_end_.reset();
         profiles.provision();
@@ -152,20 +172,20 @@ void ModemState::update(Clock::time_point now)
     last_apn = connection.last_apn().empty() ? profiles.published().apn : connection.last_apn();
 }
 
-void ModemState::update_signal(Clock::time_point now)
+void ModemState::update_signal(Time now)
 {
     if (next_signal_ && now < *next_signal_)
         return;
     if (next_signal_)
         signal.step();
-    next_signal_ = now + std::max<Clock::duration>(scale_.scaled(signal_time), min_signal_time);
+    next_signal_ = now + std::max<Duration>(scale_.scaled(signal_time), min_signal_time);
 }
 
-std::optional<Clock::time_point> ModemState::next_deadline() const
+std::optional<Time> ModemState::next_deadline() const
 {
     Deadline earliest;
     for (const Deadline &each : {network.next_deadline(), connection.next_deadline(), next_signal_,
-                                 session_end_, search_end_})
+                                 session_end_, search_end_, down_until_, sim_ready_at_})
         if (each && (!earliest || *each < *earliest))
             earliest = each;
     return earliest;

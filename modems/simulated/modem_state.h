@@ -16,14 +16,17 @@ namespace simulated
 using daemons::SimStatus;
 
 // What must be there before something makes sense.
-enum class Needs { nothing, unlocked_sim, radio, network };
+enum class Needs { nothing, sim, unlocked_sim, radio, network };
+
+// Where a test bench can put the modem at once.
+enum class Place { locked, unlocked, registered, connected };
 
 // Everything about the modem at one moment. Not for two threads: `Modem` holds the lock.
 class ModemState
 {
 public:
     ModemState(TimeScale scale, unsigned seed)
-        : network(scale, SimCard::home_network), signal(seed), connection(scale), scale_(scale)
+        : network(scale, first_sim.home_network), signal(seed), connection(scale), scale_(scale)
     {
     }
 
@@ -31,6 +34,7 @@ public:
     static constexpr const char *firmware = "SIMFW_01.02.03";
     static constexpr const char *imei = "001010012345672";
 
+    bool down() const { return down_until_.has_value(); } // nothing of the modem answers
     SimStatus sim_status() const;
     bool online() const { return functionality == 1; }
     CmeError refusal(Needs needs) const; // ok when they are met
@@ -42,15 +46,23 @@ public:
     // The PDP context in use: that of the connection, or the one to register with.
     PdpProfile pdp() const;
 
+    // What happens to the modem from outside (modem_events.cpp).
+    void remove_sim();
+    void insert_sim(bool other, Time now); // the card that was in before, or the other one
+    void fail_sim() { sim_failed_ = true; }
+    void crash(Duration down_time, Time now);
+    void bring_to(Place place, Time now);
+    void receive_message(const std::string &sender, std::string_view text, Time now);
+
     // Everything back to the default modem, and a power cycle of the card. What the card keeps (its
     // PIN, PIN mode and counters) and the personalization lock are not settings and stay.
     void factory_reset();
 
     CmeError set_functionality(int level);
-    CmeError start_device_management(Clock::time_point now);
+    CmeError start_device_management(Time now);
 
     // A search takes its time; the result is search_running until then.
-    CmeError begin_search(Clock::time_point now);
+    CmeError begin_search(Time now);
     bool searching() const { return search_end_.has_value(); }
 
     // Both change `listed`.
@@ -58,10 +70,10 @@ public:
     CmeError delete_messages(int index, DeleteFlag flag);
 
     // Brings everything up to date with `now`; called after each change, and at the deadline.
-    void update(Clock::time_point now);
-    std::optional<Clock::time_point> next_deadline() const;
+    void update(Time now);
+    std::optional<Time> next_deadline() const;
 
-    SimCard sim;
+    SimCard sim; // that is in, or was last
     NetworkLock lock;
     Network network;
     SignalLevel signal;
@@ -76,12 +88,18 @@ public:
     std::string last_apn;
 
 private:
-    void update_signal(Clock::time_point now);
+    void update_signal(Time now);
+    void come_up(Time now);
 
     TimeScale scale_;
-    std::optional<Clock::time_point> next_signal_;
-    std::optional<Clock::time_point> session_end_; // of device management
-    std::optional<Clock::time_point> search_end_;
+    SimCard spare_sim_ = {.identity = other_sim};
+    bool sim_inserted_ = true, sim_failed_ = false;
+    std::optional<Time> sim_ready_at_; // while a card starts
+    std::optional<Time> power_on_;     // the first update
+    std::optional<Time> down_until_;
+    std::optional<Time> next_signal_;
+    std::optional<Time> session_end_; // of device management
+    std::optional<Time> search_end_;
 };
 
 } // namespace simulated

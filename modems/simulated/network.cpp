@@ -28,9 +28,44 @@ constexpr Cell cells[] = {
     {"999", "70", "Private Campus",      "Campus",  utran,  open_to_us, "4D01", "004D0101",   "WCDMA 900",   "2963",  {-81,    0,   0,  0}},
     {"999", "71", "Harbour Test",        "Harbour", gsm,    open_to_us, "5E01", "00005E01",   "GSM 900",     "62",    {-85,    0,   0,  0}},
 };
+
+// To each of them its neighbour, to which a handover leads.
+constexpr Cell neighbours[] = {
+    {"001", "01", "Test Network",        "Test",    eutran, open_to_us, "1A2B", "01A2E107",   "LTE BAND 20", "6200",  {-71,  -99, -10, 11}},
+    {"001", "01", "Test Network",        "Test",    utran,  open_to_us, "1A2C", "0011A2D8",   "WCDMA 900",   "2988",  {-79,    0,   0,  0}},
+    {"001", "02", "Second Test Network", "Second",  eutran, open_to_us, "2B01", "02B02105",   "LTE BAND 3",  "1650",  {-80, -109, -13,  5}},
+    {"001", "03", "Closed Test Network", "Closed",  eutran, forbidden,  "3C01", "03C02105",   "LTE BAND 20", "6350",  {-74, -103, -12,  8}},
+    {"999", "70", "Private Campus",      "Campus",  utran,  open_to_us, "4D01", "004D0212",   "WCDMA 2100",  "10638", {-84,    0,   0,  0}},
+    {"999", "71", "Harbour Test",        "Harbour", gsm,    open_to_us, "5E01", "00005E12",   "GSM 1800",    "700",   {-88,    0,   0,  0}},
+};
 // clang-format on
+static_assert(std::size(neighbours) == std::size(cells));
+
+const Cell *neighbour_of(const Cell *cell)
+{
+    return &neighbours[cell - cells];
+}
 
 } // namespace
+
+bool Network::in_reach(const Cell &cell) const
+{
+    if (!place_.empty() && cell.plmn() != place_)
+        return false;
+    switch (coverage_) {
+    case Coverage::none:
+        return false;
+    case Coverage::lte_only:
+        return cell.technology == eutran;
+    case Coverage::umts_only:
+        return cell.technology == utran;
+    case Coverage::gsm_only:
+        return cell.technology == gsm;
+    case Coverage::full:
+        break;
+    }
+    return true;
+}
 
 bool Network::matches_search_mode(const Cell &cell) const
 {
@@ -57,11 +92,13 @@ CmeError Network::select(std::string_view plmn, std::optional<Technology> techno
 {
     CmeError refusal = CmeError::no_network_service;
     for (const Cell &cell : cells) {
+        if (!in_reach(cell))
+            continue;
         if (cell.plmn() != plmn || technology.value_or(cell.technology) != cell.technology)
             continue;
         if (!matches_search_mode(cell))
             continue;
-        if (permitted(cell)) {
+        if (permitted(cell) && !denied_) {
             manual_ = Selection{std::string(plmn), technology};
             return CmeError::ok;
         }
@@ -72,7 +109,7 @@ CmeError Network::select(std::string_view plmn, std::optional<Technology> techno
 
 bool Network::selectable(const Cell &cell) const
 {
-    if (!matches_search_mode(cell) || !permitted(cell))
+    if (!in_reach(cell) || !matches_search_mode(cell) || !permitted(cell))
         return false;
     if (!manual_)
         return true;
@@ -80,28 +117,78 @@ bool Network::selectable(const Cell &cell) const
            manual_->technology.value_or(cell.technology) == cell.technology;
 }
 
+// The SIM's own network comes first.
 const Cell *Network::pick_cell() const
 {
-    const Cell *found = std::find_if(std::begin(cells), std::end(cells),
-                                     [this](const Cell &cell) { return selectable(cell); });
-    return found == std::end(cells) ? nullptr : found;
+    const Cell *found = nullptr;
+    for (const Cell &cell : cells)
+        if (selectable(cell) && (!found || (found->plmn() != home_ && cell.plmn() == home_)))
+            found = &cell;
+    return found;
 }
 
 // The old cell is left at once; registration with the new one takes a while.
-void Network::update(bool service, Clock::time_point now)
+void Network::update(bool service, Time now)
 {
     service_ = service;
-    const Cell *target = service ? pick_cell() : nullptr;
+    const Cell *target = service && !denied_ ? pick_cell() : nullptr;
     if (target != target_) {
         target_ = target;
         serving_ = nullptr;
         registered_at_ = now + scale_.scaled(registration_time);
     }
-    if (target_ && now >= registered_at_)
+    if (target_ && !serving_ && now >= registered_at_)
         serving_ = last_ = target_;
 }
 
-std::optional<Clock::time_point> Network::next_deadline() const
+void Network::reset_settings()
+{
+    search_mode_ = SearchMode::any;
+    roaming_ = Roaming::automatic;
+    manual_.reset();
+    leave();
+    last_ = nullptr;
+}
+
+void Network::leave()
+{
+    target_ = serving_ = nullptr;
+}
+
+// A choice of the user's stays as long as it leads to a network.
+void Network::register_now(Time now)
+{
+    coverage_ = Coverage::full;
+    denied_ = false;
+    update(true, now);
+    if (!target_) {
+        place_.clear();
+        manual_.reset();
+        search_mode_ = SearchMode::any;
+        update(true, now);
+    }
+    registered_at_ = now;
+    update(true, now);
+}
+
+bool Network::handover()
+{
+    if (!serving_)
+        return false;
+    serving_ = last_ = serving_ == target_ ? neighbour_of(target_) : target_;
+    return true;
+}
+
+std::vector<std::string> Network::plmns()
+{
+    std::vector<std::string> all;
+    for (const Cell &cell : cells)
+        if (all.empty() || all.back() != cell.plmn())
+            all.push_back(cell.plmn());
+    return all;
+}
+
+std::optional<Time> Network::next_deadline() const
 {
     if (!target_ || serving_)
         return std::nullopt;
@@ -114,16 +201,20 @@ Registration Network::registration() const
         return Registration::none;
     if (serving_)
         return serving_->plmn() == home_ ? Registration::home : Registration::roaming;
-    return manual_ && !target_ ? Registration::denied : Registration::searching;
+    const bool all_in_reach = coverage_ == Coverage::full && place_.empty();
+    const bool refused = denied_ || (manual_ && !target_ && all_in_reach);
+    return refused ? Registration::denied : Registration::searching;
 }
 
 std::vector<Operator> Network::operators() const
 {
     std::vector<Operator> found;
     for (const Cell &cell : cells) {
+        if (!in_reach(cell))
+            continue;
         const OperatorState state =
             cell.forbidden ? OperatorState::forbidden : OperatorState::available;
-        found.push_back({&cell == serving_ ? OperatorState::current : state,
+        found.push_back({serving_ && &cell == target_ ? OperatorState::current : state,
                          std::string(cell.long_name), std::string(cell.short_name), cell.plmn(),
                          cell.technology});
     }

@@ -3,7 +3,7 @@
 #define MODEMS_SIMULATED_NETWORK_H
 
 #include "daemons/modem_status.h"
-#include "time_scale.h"
+#include "scenario/time_scale.h"
 
 #include <optional>
 #include <string>
@@ -36,10 +36,28 @@ struct Cell {
     std::string plmn() const { return std::string(mcc) += mnc; }
 };
 
+using scenario::Duration;
+using scenario::Time;
+using scenario::TimeScale;
+
+// Of which technologies there are cells in reach.
+enum class Coverage { full, none, lte_only, umts_only, gsm_only };
+
 class Network
 {
 public:
     Network(TimeScale scale, std::string_view home) : scale_(scale), home_(home) {}
+
+    // The place where the modem is. These show with the next update().
+    void set_coverage(Coverage coverage) { coverage_ = coverage; }
+    void move_to(std::string plmn) { place_ = std::move(plmn); } // "": all networks are in reach
+    void set_denied(bool denied) { denied_ = denied; }           // by every network
+    void set_home(std::string_view home) { home_ = home; }       // of another SIM
+    void reset_settings();                                       // and forget the last cell
+    void leave();                            // the cell; registration begins again
+    bool handover();                         // to the neighbouring cell; false when not registered
+    void register_now(Time now);             // whatever prevents it goes
+    static std::vector<std::string> plmns(); // all that there are
 
     // Registers with one operator, on any technology if none is given. A refusal changes nothing.
     CmeError select(std::string_view plmn, std::optional<Technology> technology);
@@ -49,13 +67,14 @@ public:
 
     // Brings registration up to date; called after each change, and at the deadline. Without
     // `service` (SIM and radio) there is none.
-    void update(bool service, Clock::time_point now);
-    std::optional<Clock::time_point> next_deadline() const;
+    void update(bool service, Time now);
+    std::optional<Time> next_deadline() const;
 
     const Cell *serving() const { return serving_; }
     const Cell *last() const { return last_; } // the serving cell, or the last one
     Registration registration() const;
     bool automatic() const { return !manual_; }
+    bool denied() const { return denied_; }
     SearchMode search_mode() const { return search_mode_; }
     Roaming roaming() const { return roaming_; }
 
@@ -68,6 +87,7 @@ private:
         std::optional<Technology> technology;
     };
 
+    bool in_reach(const Cell &cell) const;
     bool matches_search_mode(const Cell &cell) const;
     bool permitted(const Cell &cell) const;
     bool selectable(const Cell &cell) const;
@@ -75,14 +95,17 @@ private:
 
     TimeScale scale_;
     std::string_view home_;
+    Coverage coverage_ = Coverage::full;
+    std::string place_;
+    bool denied_ = false;
     SearchMode search_mode_ = SearchMode::any;
     Roaming roaming_ = Roaming::automatic;
     std::optional<Selection> manual_;
     bool service_ = false;
-    const Cell *serving_ = nullptr;
+    const Cell *serving_ = nullptr; // the target or its neighbour
     const Cell *last_ = nullptr;
     const Cell *target_ = nullptr; // the cell to register with, or registered with
-    Clock::time_point registered_at_{};
+    Time registered_at_{};
 };
 
 } // namespace simulated

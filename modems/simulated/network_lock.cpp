@@ -27,11 +27,15 @@ CmeError NetworkLock::lock(std::string_view network, std::string_view key)
     if (!is_plmn_code(network))
         return CmeError::incorrect_parameters;
     const CmeError error = compare(key);
-    if (error != CmeError::ok)
-        return error;
+    if (error == CmeError::ok)
+        bind(network);
+    return error;
+}
+
+void NetworkLock::bind(std::string_view network)
+{
     locked_ = true;
     network_ = network;
-    return CmeError::ok;
 }
 
 CmeError NetworkLock::unlock(std::string_view key)

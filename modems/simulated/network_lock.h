@@ -21,6 +21,10 @@ public:
     CmeError lock(std::string_view network, std::string_view key);
     CmeError unlock(std::string_view key);
 
+    // As the maker does it, without a key.
+    void bind(std::string_view network);
+    void release() { locked_ = false; }
+
     bool rejects(std::string_view sim_network) const { return locked_ && network_ != sim_network; }
     int attempts() const { return attempts_; }
 

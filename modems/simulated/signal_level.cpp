@@ -25,6 +25,13 @@ void SignalLevel::step()
     offset_.sinr = random_step(offset_.sinr, 4);
 }
 
+int SignalLevel::rssi(const Cell &cell) const
+{
+    const bool follows = fixed_.rsrp && cell.technology == Technology::eutran;
+    const int offset = follows ? *fixed_.rsrp - cell.means.rsrp : offset_.rssi;
+    return fixed_.rssi.value_or(cell.means.rssi + offset);
+}
+
 int SignalLevel::csq_rssi(const Cell &cell) const
 {
     const int index = std::clamp((rssi(cell) + 113) / 2, 0, 31);

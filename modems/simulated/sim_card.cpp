@@ -81,6 +81,32 @@ CmeError Pin::unblock(std::string_view puk, std::string_view new_pin)
     return CmeError::ok;
 }
 
+// Without an attempt left, what an earlier right PIN unlocked is locked.
+void Pin::set_attempts(int attempts)
+{
+    attempts_ = attempts;
+    verified_ = verified_ && attempts > 0;
+}
+
+void Pin::restore()
+{
+    attempts_ = max_attempts;
+    puk_attempts_ = max_puk_attempts;
+}
+
+void Pin::open()
+{
+    restore();
+    verified_ = true;
+}
+
+void Pin::require()
+{
+    restore();
+    enabled_ = true;
+    verified_ = false;
+}
+
 void SimCard::power_cycle()
 {
     pin1.power_cycle();

@@ -33,6 +33,13 @@ public:
     // Forgets the verification and nothing else.
     void power_cycle() { verified_ = false; }
 
+    // What a test bench does to a card: it needs no code.
+    void set_attempts(int attempts);
+    void set_puk_attempts(int attempts) { puk_attempts_ = attempts; }
+    void restore(); // all attempts
+    void open();    // all attempts, and verified
+    void require(); // all attempts, and to be entered
+
     bool enabled() const { return enabled_; }
     bool puk_required() const { return attempts_ == 0; }
     bool permanently_blocked() const { return puk_attempts_ == 0; }
@@ -55,14 +62,18 @@ private:
     bool verified_ = false;
 };
 
+struct SimIdentity {
+    const char *iccid, *imsi, *subscriber_number, *home_network;
+};
+inline constexpr SimIdentity first_sim{"8900101123456789016", "001010123456789", "+12025550100",
+                                       "00101"};
+inline constexpr SimIdentity other_sim{"8900102987654321015", "001020987654321", "+12025550199",
+                                       "00102"};
+
 struct SimCard {
+    SimIdentity identity = first_sim;
     Pin pin1{"1234", "12345678"};
     Pin pin2{"5678", "87654321"};
-
-    static constexpr const char *iccid = "8900101123456789016";
-    static constexpr const char *imsi = "001010123456789";
-    static constexpr const char *subscriber_number = "+12025550100";
-    static constexpr const char *home_network = "00101";
 
     void power_cycle();
 };

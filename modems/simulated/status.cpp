@@ -17,13 +17,15 @@ void add_sim(const ModemState &state, ModemStatus &status)
 {
     const Pin &pin1 = state.sim.pin1, &pin2 = state.sim.pin2;
     status.sim = state.sim_status();
+    if (status.sim == SimStatus::absent || status.sim == SimStatus::not_ready)
+        return;
     status.pin_enabled = pin1.enabled();
     status.attempts = {pin1.attempts(), pin1.puk_attempts(), pin2.attempts(), pin2.puk_attempts()};
-    status.iccid = SimCard::iccid;
+    status.iccid = state.sim.identity.iccid;
     if (!pin1.unlocked())
         return;
-    status.imsi = SimCard::imsi;
-    status.subscriber_number = SimCard::subscriber_number;
+    status.imsi = state.sim.identity.imsi;
+    status.subscriber_number = state.sim.identity.subscriber_number;
 }
 
 void add_serving_cell(const ModemState &state, const Cell &cell, ModemStatus &status)
@@ -57,35 +59,38 @@ void add_network(const ModemState &state, ModemStatus &status)
     status.roaming = network.roaming();
     status.packet_domain = state.packet_domain;
     status.packet_attached = state.attached();
-    status.search = state.search_result;
 }
 
 void add_connection(const ModemState &state, ModemStatus &status)
 {
     const Connection &connection = state.connection;
     const PdpProfile pdp = state.pdp();
-    status.data_profile = connection.profile();
     status.connection = connection.state();
     status.uptime = connection.uptime().count();
-    status.last_error = connection.last_error();
     status.ipv4_address = connection.ipv4_address();
     status.ipv6_address = connection.ipv6_address();
     status.pdp_type = pdp.type;
     status.pdp_apn = pdp.apn;
-    status.last_apn = state.last_apn;
 }
 
 } // namespace
 
+// Of a modem that is down, only what the daemons themselves have set or listed is known.
 ModemStatus status_of(const ModemState &state)
 {
     ModemStatus status;
+    status.messages = state.listed;
+    status.search = state.search_result;
+    status.data_profile = state.connection.profile();
+    status.last_error = state.connection.last_error();
+    status.last_apn = state.last_apn;
+    if (state.down())
+        return status;
     status.hardware = ModemState::hardware;
     status.firmware = ModemState::firmware;
     status.imei = ModemState::imei;
     add_sim(state, status);
     add_network(state, status);
-    status.messages = state.listed;
     add_connection(state, status);
     return status;
 }

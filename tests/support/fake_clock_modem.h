@@ -10,7 +10,7 @@
 class FakeClockModem : public testing::Test
 {
 protected:
-    void pass(simulated::Clock::duration time)
+    void pass(scenario::Duration time)
     {
         now += time;
         modem.update(now);
@@ -23,8 +23,8 @@ protected:
         ASSERT_NE(modem.network.serving(), nullptr);
     }
 
-    simulated::ModemState modem{simulated::TimeScale(1), 1};
-    simulated::Clock::time_point now{};
+    simulated::ModemState modem{scenario::TimeScale(1), 1};
+    scenario::Time now{};
 };
 
 #endif

@@ -20,7 +20,7 @@ protected:
         connection.modify({"one.example", "", "", Authentication::none, PdpType::ipv4v6}, now);
     }
 
-    void pass(Clock::duration time)
+    void pass(Duration time)
     {
         now += time;
         connection.update(refusal, now);
@@ -34,7 +34,7 @@ protected:
 
     Connection connection{TimeScale(1)};
     CmeError refusal = CmeError::ok;
-    Clock::time_point now{};
+    Time now{};
 };
 
 TEST_F(FakeClockConnection, IsDownAtFirst)

@@ -1,15 +1,16 @@
 // The simulated modem's own thread, its verbs from several threads, and its end.
 #include "modems/simulated/modem.h"
+#include "scenario/real_clock.h"
 
 #include <atomic>
 #include <gtest/gtest.h>
+#include <thread>
 
 namespace
 {
 
 using namespace daemons;
 using namespace std::chrono_literals;
-using simulated::TimeScale;
 
 bool eventually(const std::function<bool()> &condition)
 {
@@ -20,7 +21,8 @@ bool eventually(const std::function<bool()> &condition)
 
 TEST(ModemThreads, TimePassesAndItsChangesAreSignalled)
 {
-    simulated::Modem modem(TimeScale(0.01), 1);
+    scenario::RealClock clock{scenario::TimeScale(0.01)};
+    simulated::Modem modem(clock, 1);
     std::atomic<int> changes = 0;
     modem.watch([&] {
         ++changes;
@@ -38,7 +40,8 @@ TEST(ModemThreads, TimePassesAndItsChangesAreSignalled)
 
 TEST(ModemThreads, TwoSearchesAreOne)
 {
-    simulated::Modem modem(TimeScale(0.05), 1);
+    scenario::RealClock clock{scenario::TimeScale(0.05)};
+    simulated::Modem modem(clock, 1);
     ASSERT_EQ(modem.enter_pin("1234"), CmeError::ok);
     std::vector<Operator> found[2];
     const auto before = std::chrono::steady_clock::now();
@@ -54,7 +57,8 @@ TEST(ModemThreads, TwoSearchesAreOne)
 
 TEST(ModemThreads, AStopEndsASearchAndRefusesEveryVerb)
 {
-    simulated::Modem modem(TimeScale(1000), 1);
+    scenario::RealClock clock{scenario::TimeScale(1000)};
+    simulated::Modem modem(clock, 1);
     ASSERT_EQ(modem.enter_pin("1234"), CmeError::ok);
     std::vector<Operator> found;
     std::thread other([&] { EXPECT_EQ(modem.search(found), CmeError::no_connection_to_phone); });

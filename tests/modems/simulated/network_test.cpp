@@ -13,13 +13,13 @@ using namespace simulated;
 using enum Technology;
 using namespace std::chrono_literals;
 
-constexpr const char *home = SimCard::home_network;
+constexpr const char *home = first_sim.home_network;
 
 // The network on a clock that a test moves.
 class FakeClockNetwork : public testing::Test
 {
 protected:
-    void pass(Clock::duration time)
+    void pass(Duration time)
     {
         now_ += time;
         update();
@@ -38,7 +38,7 @@ protected:
     bool service = true;
 
 private:
-    Clock::time_point now_{};
+    Time now_{};
 };
 
 TEST_F(FakeClockNetwork, WithoutServiceThereIsNoRegistration)
@@ -54,7 +54,7 @@ TEST_F(FakeClockNetwork, RegistersAtHomeAfterAWhile)
 {
     update();
     EXPECT_EQ(network.registration(), Registration::searching);
-    EXPECT_EQ(*network.next_deadline(), Clock::time_point(3s));
+    EXPECT_EQ(*network.next_deadline(), Time(3s));
     pass(2999ms);
     EXPECT_EQ(network.registration(), Registration::searching);
     EXPECT_EQ(network.serving(), nullptr);

@@ -1,0 +1,103 @@
+// What happens to the modem from outside: its card, its power, its messages.
+#include "modem_state.h"
+#include "sms_text.h"
+
+#include <ctime>
+#include <utility>
+
+namespace simulated
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr auto sim_start_time = 1s;
+constexpr const char *default_apn = "internet.example";
+
+// As a service centre in Central Europe stamps messages: from the same moment on in each run.
+std::string time_stamp(Duration since_power_on)
+{
+    constexpr std::time_t power_on = 1'709'726'400; // 2024-03-06 12:00:00
+    const std::time_t seconds =
+        power_on + std::chrono::floor<std::chrono::seconds>(since_power_on).count();
+    std::tm parts{};
+    char text[32];
+    gmtime_r(&seconds, &parts);
+    return {text, std::strftime(text, sizeof text, "%y/%m/%d,%H:%M:%S+04", &parts)};
+}
+
+} // namespace
+
+void ModemState::remove_sim()
+{
+    sim_inserted_ = false;
+    sim_ready_at_.reset();
+    sim.power_cycle();
+}
+
+void ModemState::insert_sim(bool other, Time now)
+{
+    if (other)
+        std::swap(sim, spare_sim_);
+    sim.power_cycle();
+    network.set_home(sim.identity.home_network);
+    sim_inserted_ = true;
+    sim_failed_ = false;
+    sim_ready_at_ = now + scale_.scaled(sim_start_time);
+}
+
+// What a power cycle forgets goes; settings and stored messages stay.
+void ModemState::crash(Duration down_time, Time now)
+{
+    down_until_ = now + down_time;
+    sim.power_cycle();
+    functionality = 1;
+    session_end_.reset();
+    if (searching())
+        search_result = CmeError::no_connection_to_phone;
+    search_end_.reset();
+}
+
+// Puts right whatever keeps the modem from the place. The SIM that is in stays in.
+void ModemState::bring_to(Place place, Time now)
+{
+    down_until_.reset();
+    sim_ready_at_.reset();
+    sim_inserted_ = true;
+    sim_failed_ = false;
+    if (place == Place::locked) {
+        sim.pin1.restore();
+        sim.pin1.require();
+        return;
+    }
+    sim.pin1.open();
+    if (place == Place::unlocked)
+        return;
+    functionality = 1;
+    if (sim_status() == SimStatus::network_locked)
+        lock.release();
+    network.register_now(now);
+    if (place == Place::connected)
+        come_up(now);
+}
+
+void ModemState::come_up(Time now)
+{
+    packet_domain = true;
+    if (connection.connected())
+        return;
+    DataProfile profile = connection.profile();
+    if (profile.apn.empty())
+        profile.apn = default_apn;
+    connection.modify(profile, now);
+    connection.come_up(now);
+}
+
+void ModemState::receive_message(const std::string &sender, std::string_view text, Time now)
+{
+    for (const std::string &part : sms_parts(text))
+        messages.send(sender, time_stamp(now - power_on_.value_or(now)), part);
+}
+
+} // namespace simulated

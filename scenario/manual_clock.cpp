@@ -1,0 +1,35 @@
+#include "manual_clock.h"
+
+#include <algorithm>
+
+namespace scenario
+{
+
+Time ManualClock::now() const
+{
+    const std::lock_guard lock(mutex_);
+    return now_;
+}
+
+bool ManualClock::wait_for_idle(std::unique_lock<std::mutex> &lock, Duration patience)
+{
+    return changed_.wait_for(lock, patience, [this] { return working_ == 0; });
+}
+
+bool ManualClock::advance(Duration time, Duration patience)
+{
+    const std::lock_guard one_at_a_time(advancing_);
+    std::unique_lock lock(mutex_);
+    const Time end = now_ + time;
+    bool idle = wait_for_idle(lock, patience);
+    for (Alarm *next = earliest(); next && *next->time_ <= end; next = earliest()) {
+        now_ = std::max(now_, *next->time_);
+        ring(lock, *next);
+        // A thread that does not end its work is waited for once.
+        idle = idle && wait_for_idle(lock, patience);
+    }
+    now_ = end;
+    return idle;
+}
+
+} // namespace scenario

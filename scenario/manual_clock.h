@@ -1,0 +1,32 @@
+// A time that stands until it is advanced, so that the same steps give the same results.
+#ifndef SCENARIO_MANUAL_CLOCK_H
+#define SCENARIO_MANUAL_CLOCK_H
+
+#include "clock.h"
+
+namespace scenario
+{
+
+class ManualClock final : public Clock
+{
+public:
+    ManualClock() : Clock(TimeScale(1)) {}
+
+    Time now() const override;
+
+    // Goes from alarm to alarm in the order of their times. When it returns, everything that was
+    // due has happened, and the threads that it set to work are waiting again. False when one of
+    // them was still at work after `patience` of real time; the clock has then gone on without it.
+    // Not to be called from an alarm.
+    bool advance(Duration time, Duration patience = std::chrono::seconds(10));
+
+private:
+    bool wait_for_idle(std::unique_lock<std::mutex> &lock, Duration patience);
+
+    std::mutex advancing_;
+    Time now_{};
+};
+
+} // namespace scenario
+
+#endif
