@@ -199,7 +199,7 @@ TEST_F(Sent, LeavesNothingToComeWhenItsCallerIsKilledWithTheReply)
     caller.signal(SIGKILL);
     caller.wait();
     EXPECT_EQ(replies.count(enter_pin), 1);
-    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::taken);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::answered);
     EXPECT_EQ(replies.count(enter_pin), 0);
 }
 
