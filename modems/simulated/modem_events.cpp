@@ -48,9 +48,9 @@ void ModemState::insert_sim(bool other, Time now)
 }
 
 // What a power cycle forgets goes; settings and stored messages stay.
-void ModemState::crash(Duration down_time, Time now)
+void ModemState::crash(std::chrono::milliseconds down_time, Time now)
 {
-    down_until_ = now + down_time;
+    down_until_ = now + scale_.scaled(down_time);
     sim.power_cycle();
     functionality = 1;
     session_end_.reset();

@@ -50,7 +50,7 @@ public:
     void remove_sim();
     void insert_sim(bool other, Time now); // the card that was in before, or the other one
     void fail_sim() { sim_failed_ = true; }
-    void crash(Duration down_time, Time now);
+    void crash(std::chrono::milliseconds down_time, Time now);
     void bring_to(Place place, Time now);
     void receive_message(const std::string &sender, std::string_view text, Time now);
 

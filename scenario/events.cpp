@@ -1,0 +1,35 @@
+#include "events.h"
+
+#include <algorithm>
+#include <span>
+
+namespace scenario
+{
+namespace
+{
+
+constexpr std::string_view names[] = {"registered", "unregistered", "connected",   "disconnected",
+                                      "sim-ready",  "searching",    "search-done", "sms"};
+constexpr std::string_view requests[] = {"request", "qmi-request"}; // each with a code
+
+bool has(std::span<const std::string_view> list, const std::string &name)
+{
+    return std::find(list.begin(), list.end(), name) != list.end();
+}
+
+} // namespace
+
+std::string take_event(Words &words)
+{
+    std::string name = words.take("the event").text;
+    if (has(names, name))
+        return name;
+    if (has(requests, name))
+        return name + ' ' + std::to_string(words.take_number("the request's code", 1, 255));
+    std::string allowed;
+    for (const std::string_view one : names)
+        allowed.append(one).append(", ");
+    words.fail("the event is one of: " + allowed + "request N, qmi-request N");
+}
+
+} // namespace scenario
