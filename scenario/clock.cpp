@@ -4,18 +4,59 @@
 
 namespace scenario
 {
+namespace
+{
 
-void Clock::begin_work(unsigned threads)
+thread_local bool has_turn = false;
+
+} // namespace
+
+void Clock::begin_work()
 {
     const std::lock_guard lock(mutex_);
-    working_ += threads;
+    ++working_;
 }
 
 void Clock::end_work()
 {
     const std::lock_guard lock(mutex_);
+    stop_working();
+}
+
+void Clock::stop_working()
+{
+    if (has_turn)
+        turn_taken_ = has_turn = false;
     --working_;
     changed_.notify_all();
+}
+
+unsigned Clock::rest()
+{
+    const std::lock_guard lock(mutex_);
+    stop_working();
+    return next_worker_++;
+}
+
+void Clock::resume(const std::vector<unsigned> &workers)
+{
+    const std::lock_guard lock(mutex_);
+    working_ += static_cast<unsigned>(workers.size());
+    if (takes_turns())
+        resumed_.insert(workers.begin(), workers.end());
+}
+
+// A thread before it that waits for this one would never go on: so there is a limit.
+void Clock::take_turn(unsigned worker)
+{
+    constexpr std::chrono::seconds patience{5};
+    if (!takes_turns())
+        return;
+    std::unique_lock lock(mutex_);
+    changed_.wait_for(lock, patience,
+                      [&] { return !ringing_ && !turn_taken_ && *resumed_.begin() == worker; });
+    resumed_.erase(worker);
+    turn_taken_ = has_turn = true;
 }
 
 Alarm *Clock::earliest() const

@@ -9,6 +9,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <set>
 #include <vector>
 
 namespace scenario
@@ -29,11 +30,22 @@ public:
 
     // How many threads are at work rather than waiting for something. A clock that is advanced
     // waits for them. Any thread may call for another one; see also Work.
-    void begin_work(unsigned threads = 1);
+    void begin_work();
     void end_work();
 
 protected:
     friend class Alarm;
+    friend class Waiters;
+
+    // A clock that is advanced lets the threads that were woken go on one after the other, in the
+    // order in which they began to wait, once the alarm that woke them has rung.
+    virtual bool takes_turns() const { return false; }
+
+    // A worker waits; the number by which it is known then. It works from resume() on, by whichever
+    // thread, and goes on after its own take_turn().
+    unsigned rest();
+    void resume(const std::vector<unsigned> &workers);
+    void take_turn(unsigned worker);
 
     Alarm *earliest() const; // of those that are set; of equal ones, the one that was created first
     // Lets the alarm ring, without the lock.
@@ -46,6 +58,11 @@ protected:
     unsigned working_ = 0;
 
 private:
+    void stop_working(); // for the holder of the lock
+
+    unsigned next_worker_ = 0;
+    std::set<unsigned> resumed_; // those that have not had their turn
+    bool turn_taken_ = false;
     TimeScale scale_;
 };
 

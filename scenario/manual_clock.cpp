@@ -1,6 +1,7 @@
 #include "manual_clock.h"
 
 #include <algorithm>
+#include <exception>
 
 namespace scenario
 {
@@ -30,6 +31,22 @@ bool ManualClock::advance(Duration time, Duration patience)
     }
     now_ = end;
     return idle;
+}
+
+void ManualClock::perform(const std::function<void()> &action)
+{
+    std::exception_ptr error;
+    Alarm alarm(*this, [&] {
+        try {
+            action();
+        } catch (...) {
+            error = std::current_exception();
+        }
+    });
+    alarm.set(now());
+    advance({});
+    if (error)
+        std::rethrow_exception(error);
 }
 
 } // namespace scenario

@@ -20,7 +20,12 @@ public:
     // Not to be called from an alarm.
     bool advance(Duration time, Duration patience = std::chrono::seconds(10));
 
+    // Carries the action out as an alarm of this moment would, and returns when what follows from
+    // it is done. What the action throws is passed on.
+    void perform(const std::function<void()> &action);
+
 private:
+    bool takes_turns() const override { return true; }
     bool wait_for_idle(std::unique_lock<std::mutex> &lock, Duration patience);
 
     std::mutex advancing_;

@@ -38,17 +38,20 @@ bool Work::in_this_thread()
 
 void Waiters::wait(std::unique_lock<std::mutex> &lock)
 {
-    const unsigned before = wakes_;
-    if (Work::in_this_thread()) {
-        ++workers_;
-        clock_.end_work();
-    }
-    woken_.wait(lock, [&] { return wakes_ != before; });
+    const auto woken = [this, before = wakes_] { return wakes_ != before; };
+    if (!Work::in_this_thread())
+        return woken_.wait(lock, woken);
+    const unsigned worker = clock_.rest();
+    workers_.push_back(worker);
+    woken_.wait(lock, woken);
+    lock.unlock(); // what goes before it may need the lock
+    clock_.take_turn(worker);
+    lock.lock();
 }
 
 void Waiters::wake()
 {
-    clock_.begin_work(std::exchange(workers_, 0));
+    clock_.resume(std::exchange(workers_, {}));
     ++wakes_;
     woken_.notify_all();
 }

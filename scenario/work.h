@@ -42,7 +42,7 @@ private:
     Clock &clock_;
     std::condition_variable woken_;
     unsigned wakes_ = 0;
-    unsigned workers_ = 0; // of those that wait
+    std::vector<unsigned> workers_; // that wait
 };
 
 // A wait for a time to pass, of any number of threads, which can be called off.

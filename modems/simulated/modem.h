@@ -66,8 +66,9 @@ public:
     CmeError connect_when_possible() override;
 
 private:
-    template <class Action>
-    CmeError change(Needs needs, Action action);
+    using Action = std::function<CmeError(ModemState &)>;
+
+    CmeError change(Needs needs, const Action &action);
     void advance();
     void signal_change();
     void signal_events();

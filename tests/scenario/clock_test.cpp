@@ -97,6 +97,51 @@ TEST(ManualClock, WaitsForTheThreadsThatItReleases)
     }
 }
 
+// Woken by one alarm, they go on in the order in which they began to wait, and after the alarm.
+TEST(ManualClock, LetsOneThreadGoOnAtATime)
+{
+    for (int run = 0; run < 50; ++run) {
+        ManualClock clock;
+        std::mutex mutex;
+        Waiters waiters(clock);
+        std::string steps;
+        bool over = false;
+        std::vector<std::thread> threads;
+        for (const char *const name : {"a", "b", "c"}) {
+            clock.begin_work();
+            threads.emplace_back([&, name] {
+                const Work work(clock, Work::Begun{});
+                std::unique_lock lock(mutex);
+                while (!over)
+                    waiters.wait(lock);
+                lock.unlock();
+                std::this_thread::sleep_for(50us);
+                steps += name;
+            });
+            clock.advance(0s); // until it waits
+        }
+        clock.perform([&] {
+            {
+                const std::lock_guard lock(mutex);
+                over = true;
+                waiters.wake();
+            }
+            std::this_thread::sleep_for(50us);
+            steps += "alarm ";
+        });
+        EXPECT_EQ(steps, "alarm abc");
+        for (std::thread &thread : threads)
+            thread.join();
+    }
+}
+
+TEST(ManualClock, PassesOnWhatAnActionThrows)
+{
+    ManualClock clock;
+    EXPECT_THROW(clock.perform([] { throw std::runtime_error("no"); }), std::runtime_error);
+    EXPECT_TRUE(clock.advance(1s));
+}
+
 TEST(ManualClock, ReportsAThreadThatDoesNotEndItsWork)
 {
     ManualClock clock;
