@@ -1,8 +1,5 @@
 #include "database.h"
 
-#include "error_report.h"
-#include "store_directory.h"
-
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -15,29 +12,6 @@ namespace
 
 constexpr unsigned reader_limit = 512; // threads of all processes together
 constexpr std::size_t map_size = std::size_t{64} << 20;
-
-std::string remedy(int result, const std::string &file)
-{
-    switch (result) {
-    case MDB_MAP_FULL:
-        return "unset some keys, or restart cmif-sim";
-    case MDB_READERS_FULL:
-        return "end some of the programs that use the store";
-    case EIO: // LMDB returns it for a short write
-    case ENOSPC:
-    case EDQUOT:
-        return "make room or " + std::string(store_hint);
-    case MDB_INVALID:
-    case MDB_CORRUPTED:
-    case MDB_PAGE_NOTFOUND:
-    case MDB_VERSION_MISMATCH:
-    case MDB_PANIC:
-        return "end the programs that use the store and delete " + file +
-               "*; the saved configuration stays";
-    default:
-        return store_hint;
-    }
-}
 
 // A file shorter than its two meta pages never held anything: the process that created it was
 // killed, or the disk was full. LMDB refuses such a file, but initializes an empty one.
@@ -65,14 +39,23 @@ int restore_length(MDB_env *lmdb, int descriptor)
     return file.st_size < needed ? posix_fallocate(descriptor, 0, needed) : 0;
 }
 
-// LMDB leaves its descriptor open across exec.
-int finish_opening(MDB_env *lmdb)
+int descriptor_of(MDB_env *lmdb)
 {
     int descriptor = -1;
     mdb_env_get_fd(lmdb, &descriptor);
-    if (fcntl(descriptor, F_SETFD, FD_CLOEXEC) != 0)
+    return descriptor;
+}
+
+// LMDB leaves its descriptor open across exec.
+int finish_opening(Database &database)
+{
+    const int descriptor = descriptor_of(database.lmdb);
+    struct stat file = {};
+    if (fcntl(descriptor, F_SETFD, FD_CLOEXEC) != 0 || fstat(descriptor, &file) != 0)
         return errno;
-    return restore_length(lmdb, descriptor);
+    database.device = file.st_dev;
+    database.number = file.st_ino;
+    return restore_length(database.lmdb, descriptor);
 }
 
 } // namespace
@@ -88,16 +71,22 @@ int open_database(Database &database)
     if (result == 0)
         result = mdb_env_open(database.lmdb, database.file.c_str(), MDB_NOSUBDIR | MDB_NOSYNC,
                               S_IRUSR | S_IWUSR);
-    return result == 0 ? finish_opening(database.lmdb) : result;
+    return result == 0 ? finish_opening(database) : result;
 }
 
-bool check(int result, const std::string &file)
+// A path that can't be followed, after a change of rights for example, proves nothing.
+bool was_replaced(const Database &database)
 {
-    if (result == 0)
-        return true;
-    const char *what = result == MDB_MAP_FULL ? "the store is full" : mdb_strerror(result);
-    report_error(file, what, remedy(result, file));
-    return false;
+    struct stat file = {};
+    if (stat(database.file.c_str(), &file) != 0)
+        return errno == ENOENT || errno == ENOTDIR;
+    return file.st_dev != database.device || file.st_ino != database.number;
+}
+
+bool was_removed(const Database &database)
+{
+    struct stat file = {};
+    return fstat(descriptor_of(database.lmdb), &file) == 0 && file.st_nlink == 0;
 }
 
 } // namespace host_store

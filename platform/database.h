@@ -3,8 +3,10 @@
 #ifndef PLATFORM_DATABASE_H
 #define PLATFORM_DATABASE_H
 
+#include <cerrno>
 #include <lmdb.h>
 #include <string>
+#include <sys/types.h>
 
 namespace host_store
 {
@@ -13,15 +15,26 @@ struct Database {
     MDB_env *lmdb = nullptr;
     MDB_dbi table = 0;
     std::string file;
+    dev_t device = 0; // these two identify the file that is open
+    ino_t number = 0;
 };
+
+// Results beside LMDB's own, which are negative or errors of the system that it meets.
+inline constexpr int store_is_full = EFBIG;      // all values together have reached their limit
+inline constexpr int store_was_deleted = ESTALE; // while this process had it open
 
 // Opens database.file, or creates it. LMDB's result; on an error, database.lmdb is still to be
 // closed. The caller makes sure that only one process opens the file at a time: if one were killed
 // here while another waited, the other would get a reader table that is not yet set up.
 int open_database(Database &database);
 
-// Whether `result` is 0; if not, reports it as an error of `file`.
-bool check(int result, const std::string &file);
+// Whether another file, or none, is where the open one was.
+bool was_replaced(const Database &database);
+// Whether the open file has no name any more.
+bool was_removed(const Database &database);
+
+// Whether `result` is 0; if not, reports it as an error of the database.
+bool check(int result, const Database &database);
 
 template <typename Work>
 int attempt(const Database &database, unsigned flags, const Work &work)

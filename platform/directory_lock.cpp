@@ -10,21 +10,28 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
 namespace host_store
 {
 namespace
 {
 
-constinit std::mutex threads;
+constinit std::mutex opening_threads, saving_threads;
 
 // A fork waits until the lock is free: a child would keep it locked by the descriptor that it
 // inherits.
 __attribute__((constructor)) void block_forks()
 {
-    register_fork_handlers([] { threads.lock(); }, [] { threads.unlock(); },
-                           [] { threads.unlock(); });
+    constexpr auto release = [] {
+        opening_threads.unlock();
+        saving_threads.unlock();
+    };
+    register_fork_handlers(
+        [] {
+            saving_threads.lock();
+            opening_threads.lock();
+        },
+        release, release);
 }
 
 bool is_own(int descriptor, const std::string &path)
@@ -60,29 +67,51 @@ int open_directory(const std::string &path)
     return -1;
 }
 
-} // namespace
-
-DirectoryLock::DirectoryLock() : threads_(threads), descriptor_(open_directory(store_directory()))
+// The file of this turn, locked; -1 after reporting why not. Openers lock the directory itself.
+int lock_in(int directory, Turn turn)
 {
-    while (descriptor_ >= 0 && flock(descriptor_, LOCK_EX) != 0) {
+    const int file = turn == Turn::opening
+                         ? directory
+                         : openat(directory, "saved.conf.lock",
+                                  O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    while (file >= 0 && flock(file, LOCK_EX) != 0) {
         if (errno == EINTR)
             continue;
+        const int reason = errno;
+        if (file != directory)
+            close(file);
+        errno = reason;
         report_error(store_directory(), std::strerror(errno), store_hint);
-        close(std::exchange(descriptor_, -1));
+        return -1;
     }
+    if (file < 0)
+        report_error(store_directory() + "/saved.conf.lock", std::strerror(errno), store_hint);
+    return file;
+}
+
+} // namespace
+
+DirectoryLock::DirectoryLock(Turn turn)
+    : threads_(turn == Turn::opening ? opening_threads : saving_threads),
+      directory_(open_directory(store_directory()))
+{
+    if (directory_ >= 0)
+        locked_ = lock_in(directory_, turn);
 }
 
 DirectoryLock::~DirectoryLock()
 {
-    if (!held())
-        return;
-    flock(descriptor_, LOCK_UN); // a child forked by other means may hold a copy of the descriptor
-    close(descriptor_);
+    if (held())
+        flock(locked_, LOCK_UN); // a child forked by other means may hold a copy of the descriptor
+    if (locked_ >= 0 && locked_ != directory_)
+        close(locked_);
+    if (directory_ >= 0)
+        close(directory_);
 }
 
 bool DirectoryLock::sync() const
 {
-    return fsync(descriptor_) == 0;
+    return fsync(directory_) == 0;
 }
 
 } // namespace host_store

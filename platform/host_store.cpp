@@ -84,9 +84,9 @@ int tarnNvramConfig_match(const char *key, const char *text)
 int tarnNvramConfig_save(void)
 {
     answer.poison();
-    if (!is_open()) // before the lock: opening takes it too
+    if (!is_open())
         return -1;
-    const DirectoryLock directory;
+    const DirectoryLock directory(Turn::saving);
     Entries entries;
     return directory.held() && read_all(entries) && save(directory, entries) ? 0 : -1;
 }

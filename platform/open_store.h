@@ -13,6 +13,9 @@ namespace host_store
 // after reporting why it can't be opened; the next call tries again.
 const Database *open_store();
 
+// After store_was_deleted, which is reported: the next open_store() opens another.
+void leave_store(const Database *store);
+
 // The database's file.
 std::string database_path();
 

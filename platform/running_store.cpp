@@ -9,17 +9,34 @@ namespace host_store
 namespace
 {
 
-// Calls work(table) in a transaction, and commits if its result is 0.
+// Calls work(table) in a transaction, and commits if its result is 0. A writer looks whether the
+// file that it is about to change is still the store's: otherwise no other process would see the
+// change. That costs a system call, so readers don't look.
+template <typename Work>
+int attempt_with_table(const Database &store, unsigned flags, const Work &work)
+{
+    return transact(store, flags, [&](MDB_txn *transaction) {
+        if ((flags & MDB_RDONLY) == 0 && was_replaced(store))
+            return store_was_deleted;
+        return work(Table{transaction, store.table});
+    });
+}
+
 template <typename Work>
 bool with_table(unsigned flags, const Work &work)
 {
     const Database *store = open_store();
-    if (store == nullptr)
-        return false;
-    const int result = transact(*store, flags, [&](MDB_txn *transaction) {
-        return work(Table{transaction, store->table});
-    });
-    return check(result, store->file);
+    int result = store_was_deleted;
+    for (int tries = 0; tries < 2 && result == store_was_deleted; ++tries) {
+        if (tries > 0) {
+            leave_store(store);
+            store = open_store();
+        }
+        if (store == nullptr)
+            return false;
+        result = attempt_with_table(*store, flags, work);
+    }
+    return check(result, *store);
 }
 
 } // namespace

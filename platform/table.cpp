@@ -1,5 +1,7 @@
 #include "table.h"
 
+#include "database.h"
+
 namespace host_store
 {
 namespace
@@ -48,20 +50,22 @@ int Table::find(std::string_view key, std::string_view &value) const
     MDB_val found = as_val("");
     const int result = mdb_get(transaction, number, &key_val, &found);
     value = as_view(found);
-    return result == MDB_NOTFOUND ? 0 : result;
+    return result == MDB_NOTFOUND ? check_loaded() : result;
 }
 
 int Table::change(std::string_view key, std::string_view value) const
 {
     if (value.empty())
         return remove(*this, key);
-    return is_full(*this) ? MDB_MAP_FULL : put(*this, key, value);
+    return is_full(*this) ? store_is_full : put(*this, key, value);
 }
 
 int Table::list(Entries &entries) const
 {
     MDB_cursor *cursor = nullptr;
-    int result = mdb_cursor_open(transaction, number, &cursor);
+    int result = check_loaded();
+    if (result == 0)
+        result = mdb_cursor_open(transaction, number, &cursor);
     MDB_val key, value;
     while (result == 0 && (result = mdb_cursor_get(cursor, &key, &value, MDB_NEXT)) == 0) {
         if (as_view(key) != loaded)
@@ -73,7 +77,7 @@ int Table::list(Entries &entries) const
 
 int Table::load(const Entries &entries) const
 {
-    int result = mdb_drop(transaction, number, 0);
+    int result = empty();
     if (result == 0)
         result = put(*this, loaded, "");
     for (const auto &[key, value] : entries) {
@@ -83,11 +87,17 @@ int Table::load(const Entries &entries) const
     return result;
 }
 
-int Table::is_loaded() const
+int Table::empty() const
+{
+    return mdb_drop(transaction, number, 0);
+}
+
+int Table::check_loaded() const
 {
     MDB_val key_val = as_val(loaded);
     MDB_val ignored;
-    return mdb_get(transaction, number, &key_val, &ignored);
+    const int result = mdb_get(transaction, number, &key_val, &ignored);
+    return result == MDB_NOTFOUND ? store_was_deleted : result;
 }
 
 } // namespace host_store

@@ -1,4 +1,5 @@
-// The database's table of keys and values, within a transaction. All results are LMDB's.
+// The database's table of keys and values, within a transaction. All results are
+// those of database.h.
 #ifndef PLATFORM_TABLE_H
 #define PLATFORM_TABLE_H
 
@@ -10,6 +11,8 @@
 namespace host_store
 {
 
+// A table that has been loaded has a mark. One that has lost it belongs to a deleted store: find()
+// notices that when it finds nothing, and list() always.
 struct Table {
     MDB_txn *transaction;
     MDB_dbi number;
@@ -22,8 +25,10 @@ struct Table {
     int list(Entries &entries) const;
     // Replaces everything by `entries`, and marks the table as loaded.
     int load(const Entries &entries) const;
-    // 0 if the table is marked as loaded, MDB_NOTFOUND if it is new.
-    int is_loaded() const;
+    // Removes everything, the mark too.
+    int empty() const;
+    // 0 if the table is marked as loaded, otherwise store_was_deleted: it may also be new.
+    int check_loaded() const;
 };
 
 } // namespace host_store

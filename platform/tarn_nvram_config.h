@@ -11,7 +11,7 @@
  * or text that is NULL, and a key or value outside these sizes, is refused: nothing is done. Every
  * failure is reported on standard error, each message once per process; nothing else is printed.
  * Reads take no lock. A set waits while another process or thread writes, for some microseconds;
- * the first call of a process opens the store, and waits while another process opens or saves it.
+ * the first call of a process opens the store, and waits while another process opens it.
  */
 #ifndef TARN_NVRAM_CONFIG_H
 #define TARN_NVRAM_CONFIG_H

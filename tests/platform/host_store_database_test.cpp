@@ -1,10 +1,13 @@
-// The database file: damaged, cut short, full, of earlier runs of the host, and its limits.
-#include "in_child.h"
-#include "store_errors.h"
+// The database file: full, held by readers, of earlier runs of the host, and its limits.
+#include "filled_store.h"
 
 #include <barrier>
+#include <csignal>
 #include <lmdb.h>
+#include <sched.h>
 #include <sys/mount.h>
+#include <sys/syscall.h>
+#include <sys/wait.h>
 #include <thread>
 #include <vector>
 
@@ -12,134 +15,6 @@ namespace
 {
 
 namespace fs = std::filesystem;
-
-class HostStoreDatabase : public HostStoreErrors
-{
-protected:
-    // 100 saved keys, so that the database has some pages.
-    static void fill()
-    {
-        ASSERT_EQ(in_child([] {
-                      for (int i = 0; i < 100; ++i)
-                          require(set("key" + std::to_string(i), std::string(100, 'v')) == 0);
-                      require(tarnNvramConfig_save() == 0);
-                  }),
-                  0);
-    }
-    static bool has_all()
-    {
-        bool all = true;
-        for (int i = 0; i < 100; ++i)
-            all = all && get("key" + std::to_string(i)) == std::string(100, 'v');
-        return all;
-    }
-    void remove_database() const
-    {
-        fs::remove(database().string() + "-lock");
-        fs::remove(database());
-    }
-};
-
-struct Damage {
-    friend void PrintTo(const Damage &damage, std::ostream *out) { *out << damage.name; }
-    const char *name;
-    void (*inflict)(const fs::path &file);
-    const char *error;
-};
-
-class HostStoreDamage : public HostStoreDatabase, public testing::WithParamInterface<Damage>
-{
-};
-
-TEST_P(HostStoreDamage, IsReportedWithARemedyThatWorks)
-{
-    fill();
-    const fs::path file = database();
-    GetParam().inflict(file);
-    const auto before = open_descriptors();
-    EXPECT_EQ(get("key0"), "");
-    EXPECT_EQ(set("key0", "value"), -1);
-    EXPECT_EQ(open_descriptors(), before);
-    expect_error(file.string() + ": " + GetParam().error +
-                 "; end the programs that use the store and delete " + file.string() +
-                 "*; the saved configuration stays");
-    remove_database();
-    EXPECT_EQ(in_child([] { require(has_all()); }), 0);
-}
-
-void overwrite(const fs::path &file, std::streamoff offset, const std::string &bytes)
-{
-    std::fstream(file, std::ios::in | std::ios::out | std::ios::binary).seekp(offset) << bytes;
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    OfEachKind, HostStoreDamage,
-    testing::Values(Damage{"NotADatabase",
-                           [](const fs::path &file) {
-                               std::ofstream(file) << std::string(9000, 'x');
-                           },
-                           "MDB_INVALID: File is not an LMDB file"},
-                    Damage{"CutShort", [](const fs::path &file) { fs::resize_file(file, 8192); },
-                           "MDB_CORRUPTED: Located page was wrong type"},
-                    Damage{"LastPageBeyondTheMap",
-                           [](const fs::path &file) { // last page 16384, beyond 64 MiB
-                               for (const std::streamoff page : {0, 4096})
-                                   overwrite(file, page + 136,
-                                             std::string("\0\x40\0\0\0\0\0\0", 8));
-                           },
-                           "MDB_CORRUPTED: Located page was wrong type"},
-                    Damage{"OfAnotherVersion",
-                           [](const fs::path &file) {
-                               for (const std::streamoff page : {0, 4096})
-                                   overwrite(file, page + 20, "\x63");
-                           },
-                           "MDB_VERSION_MISMATCH: Database environment version mismatch"}),
-    [](const testing::TestParamInfo<Damage> &damage) { return damage.param.name; });
-
-// Whatever the size, no process is killed, and each reads all values or reports the damage.
-TEST_F(HostStoreDatabase, CutShortToAnySizeKillsNoProcess)
-{
-    fill();
-    const std::string whole = read(database());
-    const fs::path file = database();
-    ASSERT_GT(whole.size(), 8192U);
-    for (std::size_t size = 0; size <= whole.size(); size += 512) {
-        for (const std::size_t cut : {size, size + 1, size - 1}) {
-            if (cut > whole.size())
-                continue;
-            write(file, whole.substr(0, cut));
-            const bool unfinished = cut < 8192, complete = cut == whole.size();
-            const int status = in_child([] {
-                const bool readable = has_all(), writable = set("key0", std::string(100, 'v')) == 0;
-                require(readable && writable);
-            });
-            if (unfinished || complete)
-                EXPECT_EQ(status, 0) << cut;
-            else
-                EXPECT_LE(status, 1) << cut; // an end that was unused does no harm
-        }
-    }
-    expect_error_with(file.string() + ": MDB_");
-}
-
-TEST_F(HostStoreDatabase, UnfinishedIsSilentlyCreatedAgain)
-{
-    fill();
-    const fs::path file = database();
-    for (const unsigned size : {0U, 1U, 100U, 4095U, 4096U, 4097U, 8191U}) {
-        fs::resize_file(file, size);
-        EXPECT_EQ(in_child([] { require(has_all()); }), 0) << size;
-    }
-    expect_no_error();
-}
-
-TEST_F(HostStoreDatabase, IsNotExtendedByOpeningIt)
-{
-    fill();
-    const auto size = fs::file_size(database());
-    EXPECT_EQ(in_child([] { require(has_all()); }), 0);
-    EXPECT_EQ(fs::file_size(database()), size);
-}
 
 // Another program that knows LMDB may have written it.
 TEST_F(HostStoreDatabase, AValueThatIsTooLongIsCut)
@@ -206,6 +81,73 @@ TEST_F(HostStoreDatabase, HoldsAbout16MiB)
     fs::remove(saved());
     EXPECT_EQ(host_store_power_cycle(), 0);
     EXPECT_TRUE(all().empty());
+}
+
+// A process that has stopped in a read holds all that later changes have replaced.
+TEST_F(HostStoreDatabase, WithoutRoomForChangesNamesTheProcessThatHoldsIt)
+{
+    fill();
+    const fs::path file = database();
+    Child reader([&file] {
+        MDB_env *lmdb = nullptr;
+        MDB_txn *transaction = nullptr;
+        require(mdb_env_create(&lmdb) == 0);
+        require(mdb_env_open(lmdb, file.c_str(), MDB_NOSUBDIR | MDB_NOSYNC, 0600) == 0);
+        require(mdb_txn_begin(lmdb, nullptr, MDB_RDONLY, &transaction) == 0);
+        require(set("ready", "1") == 0);
+        pause();
+    });
+    while (get("ready").empty())
+        ASSERT_TRUE(reader.still_runs());
+    const std::string large(host_store_value_limit, 'v');
+    int count = 0;
+    while (count < 20000 && set("large", large) == 0)
+        ++count;
+    EXPECT_GT(count, 1000);
+    EXPECT_LT(count, 20000);
+    const std::string process = std::to_string(reader.process());
+    expect_error(file.string() +
+                 ": no room is left for changes while these processes read and do not go on: " +
+                 process + "; continue them (kill -CONT " + process + ") or end them");
+    reader.signal(SIGKILL);
+    reader.wait();
+    EXPECT_EQ(set("large", "small"), 0);
+    EXPECT_EQ(get("key0"), std::string(100, 'v'));
+}
+
+// As in two containers that share the store: each has a process 1.
+TEST_F(HostStoreDatabase, IsNotReadByTwoProcessesOfOneNumber)
+{
+    fill();
+    const auto first_of_a_namespace = [] {
+        return static_cast<pid_t>(
+            syscall(SYS_clone, CLONE_NEWPID | SIGCHLD, nullptr, nullptr, nullptr, nullptr));
+    };
+    int ready[2];
+    ASSERT_EQ(pipe(ready), 0);
+    const pid_t reader = first_of_a_namespace();
+    if (reader == -1)
+        GTEST_SKIP() << "no namespaces on this system";
+    if (reader == 0) {
+        require(has_all() && ::write(ready[1], "x", 1) == 1);
+        pause();
+    }
+    char byte = 0;
+    ASSERT_EQ(::read(ready[0], &byte, 1), 1);
+    const pid_t other = first_of_a_namespace();
+    if (other == 0) {
+        require(get("key0").empty());
+        _exit(0);
+    }
+    int status = 0;
+    EXPECT_EQ(waitpid(other, &status, 0), other);
+    EXPECT_EQ(status, 0);
+    expect_error(database().string() +
+                 ": a process of another PID namespace that reads the store has the number of "
+                 "this one, 1; start the program again, or give each container a CMIF_STORE of "
+                 "its own");
+    kill(reader, SIGKILL);
+    waitpid(reader, nullptr, 0);
 }
 
 TEST_F(HostStoreDatabase, HasAMapOf64MiB)

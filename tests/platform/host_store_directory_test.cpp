@@ -158,10 +158,26 @@ TEST_F(HostStoreDirectory, MayBeDescriptor0)
     expect_no_error();
 }
 
+// A save may take long: only another one waits for it.
+TEST_F(HostStoreDirectory, IsOpenedWhileAnotherProcessSaves)
+{
+    set("key", "value");
+    tarnNvramConfig_save();
+    const int lock = open((store() / "saved.conf.lock").c_str(), O_RDWR | O_CLOEXEC);
+    ASSERT_EQ(flock(lock, LOCK_EX | LOCK_NB), 0);
+    EXPECT_EQ(in_child([] { require(get("key") == "value" && set("key", "new") == 0); }), 0);
+    Child saver([] { require(tarnNvramConfig_save() == 0); });
+    EXPECT_TRUE(saver.still_runs());
+    flock(lock, LOCK_UN);
+    EXPECT_EQ(saver.wait(), 0);
+    close(lock);
+}
+
 TEST_F(HostStoreDirectory, WaitsForAnotherProcessThatHoldsTheLock)
 {
     set("key", "value");
-    const int lock = open(store().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const fs::path file = store() / "saved.conf.lock";
+    const int lock = open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     Child saver([] { require(tarnNvramConfig_save() == 0); });
     EXPECT_TRUE(saver.still_runs());
