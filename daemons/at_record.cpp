@@ -40,10 +40,10 @@ std::optional<std::string> read_field(AtFieldSlot slot, const cmif_msg &record)
 
 } // namespace
 
-std::optional<AtArguments> decode(const AtRequest &request, const cmif_msg &record)
+std::optional<AtArguments> decode(const AtForm &form, const cmif_msg &record)
 {
     AtArguments arguments;
-    for (const AtField &field : request.fields) {
+    for (const AtField &field : form.fields) {
         if (field.slot == AtFieldSlot::none)
             break;
         std::optional<std::string> text = read_field(field.slot, record);
@@ -54,11 +54,11 @@ std::optional<AtArguments> decode(const AtRequest &request, const cmif_msg &reco
     return arguments;
 }
 
-std::string describe(const AtRequest &request, const AtArguments &arguments)
+std::string describe(const AtForm &form, const AtArguments &arguments)
 {
     std::string out;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
-        const AtField &field = std::span(request.fields)[i];
+        const AtField &field = std::span(form.fields)[i];
         out.append(i ? " " : "").append(field.label).append("=\"");
         out.append(field.secret ? "****" : printable(arguments[i])).append("\"");
     }

@@ -5,38 +5,41 @@ namespace daemons
 namespace
 {
 
-using enum AtFieldSlot;
 using enum AtLane;
-constexpr bool secret = true;
+
+consteval AtForm form(cmif_at_code code)
+{
+    return *find_at_form(code);
+}
 
 // clang-format off
 const AtRequest at_requests[] = {
-    {CMIF_AT_SET_TIME_ZONE,           "shared_CMIF_set_timezone",                     set_time_zone},
-    {CMIF_AT_SET_SEARCH_MODE,         "shared_CMIF_set_mobileNetworkMode",            set_search_mode,         {{value, "mode"}}},
-    {CMIF_AT_SELECT_AUTOMATICALLY,    "shared_CMIF_SetNetworkMode",                   select_automatically,    {{value, "mode"}}, slow},
-    {CMIF_AT_GET_PIN_COUNTERS,        "shared_CMIF_get_mobilePINPUKC",                refresh_pin_counters},
-    {CMIF_AT_GET_PACKET_DOMAIN,       "shared_CMIF_get_DomainServiceStatus",          refresh_packet_domain},
-    {CMIF_AT_SET_PACKET_DOMAIN,       "shared_CMIF_set_DomainServiceStatus",          set_packet_domain,       {{value, "attached"}}},
-    {CMIF_AT_GET_PIN_MODE,            "shared_CMIF_get_mobileSimPINMode",             refresh_pin_mode},
-    {CMIF_AT_SET_PIN_MODE,            "shared_CMIF_set_mobileSimPINMode",             set_pin_mode,            {{string1, "mode"}, {string2, "pin", secret}}},
-    {CMIF_AT_LOCK_NETWORK,            "shared_CMIF_set_NetworkPersonalizationLock",   lock_network,            {{value, "facility"}, {string1, "mode"}, {string2, "network"}, {string3, "key", secret}}},
-    {CMIF_AT_UNLOCK_NETWORK,          "shared_CMIF_set_NetworkPersonalizationUNLock", unlock_network,          {{string1, "key", secret}}},
-    {CMIF_AT_ENTER_PIN,               "shared_CMIF_set_EntermobilePIN",               enter_pin,               {{string1, "pin", secret}}},
-    {CMIF_AT_CHANGE_PIN,              "shared_CMIF_set_ChangemobileSimPIN",           change_pin,              {{string1, "old_pin", secret}, {string2, "new_pin", secret}}},
-    {CMIF_AT_ENTER_PUK,               "shared_CMIF_set_EntermobilePINPUK",            enter_puk,               {{string1, "puk", secret}, {string2, "new_pin", secret}}},
-    {CMIF_AT_SET_ROAMING,             "shared_CMIF_set_mobileInternationalRoam",      set_roaming,             {{value, "roaming"}}},
-    {CMIF_AT_SET_OPERATOR_FORMAT,     "shared_Set_Operator_Selection_switch_format",  set_operator_format,     {{value, "format"}}},
-    {CMIF_AT_SELECT_OPERATOR,         "shared_CMIF_SetNetworkProvider",               select_operator,         {{string1, "numeric"}, {string2, "technology"}}, slow},
-    {CMIF_AT_LIST_MESSAGES,           "shared_CMIF_get_mobileSMSInfo",                list_messages},
-    {CMIF_AT_DELETE_MESSAGES,         "shared_CMIF_set_DeletemobileSMS",              delete_messages,         {{string1, "index"}, {string2, "flag"}}},
-    {CMIF_AT_DOWNLOAD_MODE,           "shared_CMIF_set_AT_qfirehose",                 nullptr},
-    {CMIF_AT_FACTORY_RESET,           "shared_CMIF_set_FactoryReset",                 factory_reset},
-    {CMIF_AT_SET_FUNCTIONALITY,       "shared_CMIF_set_phone_functionality",          set_functionality,       {{first_byte, "level"}}},
-    {CMIF_AT_GET_SEARCH_STATE,        "shared_CMIF_get_ModeManualSearch",             get_search_state},
-    {CMIF_AT_SEARCH,                  "shared_CMIF_set_ModeManualSearch",             search,                  {}, slow},
-    {CMIF_AT_SET_PROFILE,             "shared_CMIF_set_Profile",                      set_profile,             {{value, "profile"}, {string1, "type"}, {string2, "apn"}}},
-    {CMIF_AT_START_DEVICE_MANAGEMENT, "shared_CMIF_set_TriggerOTADMSession",          start_device_management},
-    {CMIF_AT_SYNCHRONIZE_PROFILE,     "shared_CMIF_get_SyncProfile3",                 synchronize_profile},
+    {form(CMIF_AT_SET_TIME_ZONE),           set_time_zone},
+    {form(CMIF_AT_SET_SEARCH_MODE),         set_search_mode},
+    {form(CMIF_AT_SELECT_AUTOMATICALLY),    select_automatically, slow},
+    {form(CMIF_AT_GET_PIN_COUNTERS),        refresh_pin_counters},
+    {form(CMIF_AT_GET_PACKET_DOMAIN),       refresh_packet_domain},
+    {form(CMIF_AT_SET_PACKET_DOMAIN),       set_packet_domain},
+    {form(CMIF_AT_GET_PIN_MODE),            refresh_pin_mode},
+    {form(CMIF_AT_SET_PIN_MODE),            set_pin_mode},
+    {form(CMIF_AT_LOCK_NETWORK),            lock_network},
+    {form(CMIF_AT_UNLOCK_NETWORK),          unlock_network},
+    {form(CMIF_AT_ENTER_PIN),               enter_pin},
+    {form(CMIF_AT_CHANGE_PIN),              change_pin},
+    {form(CMIF_AT_ENTER_PUK),               enter_puk},
+    {form(CMIF_AT_SET_ROAMING),             set_roaming},
+    {form(CMIF_AT_SET_OPERATOR_FORMAT),     set_operator_format},
+    {form(CMIF_AT_SELECT_OPERATOR),         select_operator, slow},
+    {form(CMIF_AT_LIST_MESSAGES),           list_messages},
+    {form(CMIF_AT_DELETE_MESSAGES),         delete_messages},
+    {form(CMIF_AT_DOWNLOAD_MODE),           nullptr},
+    {form(CMIF_AT_FACTORY_RESET),           factory_reset},
+    {form(CMIF_AT_SET_FUNCTIONALITY),       set_functionality},
+    {form(CMIF_AT_GET_SEARCH_STATE),        get_search_state},
+    {form(CMIF_AT_SEARCH),                  search, slow},
+    {form(CMIF_AT_SET_PROFILE),             set_profile},
+    {form(CMIF_AT_START_DEVICE_MANAGEMENT), start_device_management},
+    {form(CMIF_AT_SYNCHRONIZE_PROFILE),     synchronize_profile},
 };
 // clang-format on
 

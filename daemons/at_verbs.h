@@ -2,12 +2,11 @@
 #ifndef DAEMONS_AT_VERBS_H
 #define DAEMONS_AT_VERBS_H
 
+#include "at_record.h"
 #include "daemons/publish/publisher.h"
 #include "modem.h"
 
 #include <atomic>
-#include <string>
-#include <vector>
 
 namespace daemons
 {
@@ -20,7 +19,6 @@ struct AtFront {
     std::atomic<bool> list_not_written = false; // by the last search
 };
 
-using AtArguments = std::vector<std::string>; // in the order of the request's fields
 using AtVerb = CmeError (*)(AtFront &, const AtArguments &);
 
 CmeError set_time_zone(AtFront &front, const AtArguments &);
