@@ -34,16 +34,17 @@ std::string usage_of(const Command &command)
     std::string text = command.path;
     for (const Argument &argument : command.arguments) {
         const std::string usage = usage_of(argument);
-        text += argument.by_name() ? " [" + usage + "]" : " " + usage;
+        text += (text.empty() ? "" : " ") + (argument.by_name() ? "[" + usage + "]" : usage);
     }
     return text;
 }
 
 std::string example_of(const Program &program, const Command &command)
 {
-    const std::string arguments = command.example;
-    return std::string(program.name) + " " + command.path + (arguments.empty() ? "" : " ") +
-           arguments;
+    std::string text = program.name;
+    for (const std::string word : {command.path, command.example})
+        text += (word.empty() ? "" : " ") + word;
+    return text;
 }
 
 std::string synopsis_of(const Program &program, const std::string &path)

@@ -17,6 +17,7 @@ class Arguments
 public:
     void add(const std::string &name, const std::string &value) { values_[name].push_back(value); }
 
+    bool empty() const { return values_.empty(); }
     bool has(const std::string &name) const { return values_.contains(name); }
     // Empty when not given.
     std::string text(const std::string &name) const;

@@ -49,8 +49,13 @@ std::vector<Candidate> words_after(const Walker &walker)
 {
     if (walker.line().command == nullptr)
         return subcommands_of(*walker.line().program, walker.line().path);
-    const Argument *next = walker.next_positional();
-    return next == nullptr ? std::vector<Candidate>() : values_of(*next);
+    std::vector<Candidate> words;
+    if (walker.line().path.empty() && walker.line().arguments.empty())
+        words = subcommands_of(*walker.line().program, "");
+    if (const Argument *next = walker.next_positional())
+        for (const Candidate &value : values_of(*next))
+            words.push_back(value);
+    return words;
 }
 
 std::vector<Candidate> all_candidates(const Walker &walker, const std::string &word)

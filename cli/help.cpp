@@ -112,7 +112,8 @@ std::vector<Block> command_blocks(const Program &program)
 {
     std::vector<Block> blocks{{"Commands"}};
     for (const Command &command : program.commands)
-        if (std::string_view(command.path).find(' ') == std::string_view::npos)
+        if (*command.path != '\0' &&
+            std::string_view(command.path).find(' ') == std::string_view::npos)
             blocks.front().rows.push_back({command.path, command.summary});
     for (const Group &group : program.groups) {
         blocks.push_back({sentence(group.summary)});
@@ -126,8 +127,11 @@ std::vector<Block> command_blocks(const Program &program)
 
 std::string program_help(const Program &program)
 {
-    return sentence(program.summary) + "\n" + blocks_text(command_blocks(program)) +
-           blocks_text({options_block(program)}) +
+    const Command *own = find_command(program, "");
+    return sentence(program.summary) + "\n" +
+           (own ? wrapped(own->details) + blocks_text({argument_block("Arguments", own->arguments)})
+                : "") +
+           blocks_text(command_blocks(program)) + blocks_text({options_block(program)}) +
            blocks_text({term_block("Examples", program.examples)}) +
            blocks_text({term_block("Exit status", program.exit_status)});
 }
@@ -137,9 +141,11 @@ std::string program_help(const Program &program)
 std::string help_text(const Program &program, const std::string &path)
 {
     const std::string usage = "Usage: " + synopsis_of(program, path) + "\n\n";
+    if (path.empty())
+        return usage + program_help(program);
     if (const Command *command = find_command(program, path))
         return usage + command_help(program, *command);
-    return usage + (path.empty() ? program_help(program) : group_help(program, path));
+    return usage + group_help(program, path);
 }
 
 std::string short_help(const Program &program)

@@ -55,7 +55,7 @@ void Walker::take(const std::string &word)
         end_options();
     else if (!options_ended_ && word.starts_with('-') && word != "-")
         take_option(word);
-    else if (line_.command == nullptr)
+    else if (line_.command == nullptr || names_command(word))
         take_command_word(word);
     else
         take_positional(word);
@@ -74,6 +74,13 @@ void Walker::end_options()
         for (const Argument &argument : line_.command->arguments)
             if (argument.kind == Kind::rest)
                 rest_ = &argument;
+}
+
+// Instead of the first argument of the command without a word.
+bool Walker::names_command(const std::string &word) const
+{
+    return line_.path.empty() && line_.arguments.empty() && !options_ended_ &&
+           find_command(*line_.program, word) != nullptr;
 }
 
 void Walker::take_command_word(const std::string &word)

@@ -11,7 +11,7 @@ namespace cli
 struct Line {
     const Program *program;
     std::string path{};               // of the command, or as far as it was given
-    const Command *command = nullptr; // null before a command's last word
+    const Command *command = nullptr; // null before a command's last word, unless "" is one
     Arguments options{};              // the program's
     Arguments arguments{};            // the command's
 
@@ -26,7 +26,7 @@ struct Line {
 class Walker
 {
 public:
-    explicit Walker(const Program &program) : line_{&program} {}
+    explicit Walker(const Program &program) : line_{&program, "", find_command(program, "")} {}
 
     // Fails with UsageError.
     void take(const std::string &word);
@@ -44,6 +44,7 @@ public:
 
 private:
     void end_options();
+    bool names_command(const std::string &word) const;
     void take_command_word(const std::string &word);
     void take_positional(const std::string &word);
     void take_option(const std::string &word);

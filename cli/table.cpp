@@ -39,7 +39,7 @@ std::vector<Candidate> subcommands_of(const Program &program, std::string_view p
     std::vector<Candidate> words;
     for (const Command &command : program.commands) {
         const std::string_view whole = command.path;
-        if (!whole.starts_with(start))
+        if (whole.empty() || !whole.starts_with(start))
             continue;
         std::string word(whole.substr(start.size()));
         word.erase(std::min(word.find(' '), word.size()));

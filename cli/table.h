@@ -45,7 +45,7 @@ constexpr Argument version_option{
 enum class Access { reads, acts, either };
 
 struct Command {
-    const char *path; // "sim enter-pin"
+    const char *path; // "sim enter-pin"; "" for what a program does without a command
     const char *summary;
     Access access;
     const char *example; // its arguments in an example

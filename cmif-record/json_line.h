@@ -1,0 +1,39 @@
+// One line of a recording: a JSON object, member after member.
+#ifndef CMIF_RECORD_JSON_LINE_H
+#define CMIF_RECORD_JSON_LINE_H
+
+#include <string>
+#include <string_view>
+
+namespace cmif_record
+{
+
+class JsonLine
+{
+public:
+    JsonLine();
+
+    // Text that is not valid UTF-8 becomes an object {"hex": "..."}.
+    void add(const char *name, std::string_view text);
+    void add(const char *name, long long number);
+    void add_null(const char *name);
+    void add_hex(const char *name, std::string_view bytes);
+    void add_seconds(const char *name, long long nanoseconds); // with six decimal places
+
+    void open(const char *name); // the members that follow belong to an object of this name
+    void close();
+
+    // With its newline; nothing can be added afterwards.
+    const std::string &finish();
+
+private:
+    void start(const char *name);
+
+    std::string text_;
+};
+
+bool is_utf8(std::string_view text);
+
+} // namespace cmif_record
+
+#endif

@@ -1,0 +1,33 @@
+// A record of a message queue as members of a line.
+#ifndef CMIF_RECORD_RECORD_MEMBERS_H
+#define CMIF_RECORD_RECORD_MEMBERS_H
+
+#include "json_line.h"
+#include "stand_in.h"
+
+#include <optional>
+
+namespace cmif_record
+{
+
+enum class Channel { at, qmi };
+enum class Direction { request, reply };
+
+struct Queue {
+    Channel channel;
+    Direction direction;
+};
+
+struct Record {
+    long code;
+    std::string_view payload;
+};
+
+// "code", "name", "size" and "fields". What the fields do not tell follows as "payload", all bytes
+// in hex. With a key, secrets are replaced by stand-ins.
+void add_record(JsonLine &line, Queue queue, const Record &record,
+                const std::optional<StandInKey> &key);
+
+} // namespace cmif_record
+
+#endif
