@@ -16,7 +16,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-constexpr std::size_t max_size = 1024 * 1024;
+constexpr std::size_t max_size = std::size_t{1024} * 1024;
 
 void take_moment(Words &words, Step &step)
 {

@@ -24,7 +24,8 @@ std::string time_stamp(Duration since_power_on)
     std::tm parts{};
     char text[32];
     gmtime_r(&seconds, &parts);
-    return {text, std::strftime(text, sizeof text, "%y/%m/%d,%H:%M:%S+04", &parts)};
+    const std::string stamp(text, std::strftime(text, sizeof text, "%Y/%m/%d,%H:%M:%S+04", &parts));
+    return stamp.substr(2); // the year has two digits
 }
 
 } // namespace

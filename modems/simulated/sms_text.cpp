@@ -39,9 +39,10 @@ Character first_of(std::string_view text)
 
 std::size_t gsm_places(char32_t code)
 {
-    if (gsm_alphabet.find(code) != gsm_alphabet.npos)
+    constexpr std::size_t none = std::u32string_view::npos;
+    if (gsm_alphabet.find(code) != none)
         return 1;
-    return gsm_extension.find(code) != gsm_extension.npos ? 2 : 0;
+    return gsm_extension.find(code) != none ? 2 : 0;
 }
 
 std::size_t utf16_places(char32_t code)

@@ -38,6 +38,12 @@ protected:
         return "no failure";
     }
     daemons::ModemStatus status() const { return modem.status(); }
+    void set_apn(const std::string &apn)
+    {
+        daemons::DataProfile profile;
+        profile.apn = apn;
+        modem.set_data_profile(profile);
+    }
 
     // A search that runs while the test goes on.
     class SearchThread

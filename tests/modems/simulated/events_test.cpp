@@ -30,7 +30,7 @@ protected:
 
 TEST_F(Events, FollowTheWayToAConnection)
 {
-    modem.set_data_profile({.apn = "a"});
+    set_apn("a");
     EXPECT_EQ(take(), "");
     modem.enter_pin("1234");
     EXPECT_EQ(take(), "sim-ready ");

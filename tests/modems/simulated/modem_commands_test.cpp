@@ -54,7 +54,7 @@ TEST_F(StateCommands, PutRightWhatIsInTheWay)
 
 TEST_F(StateCommands, KeepTheUsersProfile)
 {
-    modem.set_data_profile({.apn = "own.example"});
+    set_apn("own.example");
     run("state connected");
     EXPECT_EQ(status().data_profile.apn, "own.example");
     EXPECT_EQ(status().last_apn, "own.example");
