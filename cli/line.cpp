@@ -97,7 +97,7 @@ const Argument *Walker::next_positional() const
 {
     if (line_.command != nullptr)
         for (const Argument &argument : line_.command->arguments)
-            if (argument.positional() && !line_.arguments.has(argument.name))
+            if (argument.positional() && (argument.repeats || !line_.arguments.has(argument.name)))
                 return &argument;
     return nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include "cli/completion.h"
 #include "cli/usage_error.h"
+#include "scenario/script.h"
 
 #include <charconv>
 #include <limits>
@@ -17,6 +18,18 @@ using enum cli::Access;
 
 // clang-format off
 
+constexpr int manual_clock = 1;
+constexpr cli::Choice clocks[] = {
+    {0, "real",   "", "the machine's time, times the pace"},
+    {manual_clock, "manual", "", "time stands until cmif-sim ctl advance DURATION"},
+};
+constexpr cli::Choice states[] = {
+    {0, "locked", "", "the SIM asks for its PIN"},
+    {1, "unlocked", "", "the PIN was entered"},
+    {2, "registered", "", "in the network"},
+    {3, "connected", "", "with a data connection"},
+};
+
 constexpr Argument command {rest,   "command", "PROGRAM [ARGUMENT...]", "the program to run; default: a shell"};
 constexpr Argument verbose {flag,   "verbose", "",       "print each record, decoded, on standard error"};
 constexpr Argument seed    {option, "seed",    "N",      "number that determines the modem's signal values (default 1)"};
@@ -24,8 +37,18 @@ constexpr Argument pace    {option, "pace",    "FACTOR", "factor on the modem's 
 constexpr Argument no_at   {flag,   "no-at",   "",       "leave out the AT daemon"};
 constexpr Argument no_qmi  {flag,   "no-qmi",  "",       "leave out the QMI daemon"};
 
-constexpr Argument run_arguments[]   = {verbose, seed, pace, no_at, no_qmi, command};
-constexpr Argument serve_arguments[] = {verbose, seed, pace, no_at, no_qmi};
+constexpr Argument no_both {flag,   "no-daemons", "",    "run the modem and the store alone"};
+constexpr Argument script  {option, "scenario", "FILE",  "commands, with the moments when they are carried out"};
+constexpr Argument clock_  {option, "clock",    "CLOCK", "what time the simulation runs by", clocks};
+constexpr Argument state   {option, "state",    "STATE", "bring the modem there before the start", states};
+constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)"};
+constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true};
+
+constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, command};
+constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both};
+constexpr Argument ctl_arguments[]   = {box, line};
+constexpr Argument box_arguments[]   = {box};
+constexpr Argument enter_arguments[] = {box, command};
 constexpr Argument options[]         = {cli::help_option, cli::version_option};
 
 constexpr const char *run_details =
@@ -36,10 +59,19 @@ constexpr const char *run_details =
 constexpr const char *serve_details =
     "Stops on SIGTERM and SIGINT. Refuses to start while another router serves.";
 
+constexpr const char *ctl_details =
+    "A line that is wrong is reported with its place and with what is allowed there, and then none is carried out. "
+    "The exit status is 1 if a command fails, and 2 if a line is wrong.";
+constexpr const char *enter_details =
+    "The program has the message queues, processes, /tmp, /data and store of that router, and ends with it.";
+
 constexpr cli::Command commands[] = {
     //path         summary                                           access example               arguments
     {"run",        "run a program, or a shell, beside a new router", acts,  "-- cmifctl status",  run_arguments,   run_details},
     {"serve",      "serve this system's queues until stopped",       acts,  "--pace 0.1",         serve_arguments, serve_details},
+    {"ctl",        "give a running router commands",                 acts,  "fault at 12 delay 5s", ctl_arguments, ctl_details},
+    {"status",     "show what a running router does",                reads, "",                   box_arguments},
+    {"enter",      "run a program, or a shell, beside a running router", acts, "-- cmifctl status", enter_arguments, enter_details},
     {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},
     {"manual",     "print the manual page, for man -l -",            acts,  ""},
     {"complete",   "list what may follow on a command line, for shells", acts, "-- run --s",      cli::complete_arguments},
@@ -49,6 +81,7 @@ constexpr cli::Term examples[] = {
     {"cmif-sim run",                              "start a shell beside a simulated router"},
     {"cmif-sim run -- cmifctl status",            "run one program; the exit status is the program's"},
     {"cmif-sim run --verbose --seed 7 -- ./test", "print records; repeat the same signal values"},
+    {"cmif-sim ctl fault at 12 drop",             "have the AT daemon not answer the next PIN"},
     {"cmif-sim serve",                            "serve the message queues of this system"},
 };
 
@@ -72,6 +105,7 @@ constexpr cli::Term files[] = {
     {"/tmp/cmif-sim-run.lock", "held by a run without namespaces"},
     {"/tmp/cmif-sim-run-UID",  "the mark of such a run; a killed one leaves it, and the next one cleans up"},
     {"/tmp/cmif-run-XXXXXX",   "the store of such a run; the next run removes that of a killed one"},
+    {"/tmp/cmif-sim-UID/",     "a socket for each running router of this user, by process number"},
 };
 
 constexpr cli::Program program {
@@ -116,16 +150,33 @@ ServerOptions server_options(const cli::Arguments &given)
 {
     ServerOptions chosen;
     chosen.verbose = given.has("verbose");
-    chosen.at = !given.has("no-at");
-    chosen.qmi = !given.has("no-qmi");
-    if (!chosen.at && !chosen.qmi)
+    const bool none = given.has("no-daemons");
+    chosen.at = !none && !given.has("no-at");
+    chosen.qmi = !none && !given.has("no-qmi");
+    if (!none && !chosen.at && !chosen.qmi)
         cli::fail_exclusive("--no-at", "--no-qmi");
     if (given.has("seed"))
         chosen.seed = static_cast<unsigned>(
             given.number("seed", "--seed", 0, std::numeric_limits<unsigned>::max()));
     if (given.has("pace"))
         chosen.pace = pace_of(given.text("pace"));
+    chosen.manual_clock = given.has("clock") && given.code("clock", clocks) == manual_clock;
+    if (chosen.manual_clock && given.has("pace"))
+        cli::fail_exclusive("--pace", "--clock manual");
+    if (given.has("state"))
+        chosen.state =
+            std::span(states)[static_cast<std::size_t>(given.code("state", states))].name;
+    chosen.scenario_name = given.text("scenario");
+    if (given.has("scenario"))
+        chosen.scenario = scenario::read_script_file(chosen.scenario_name);
     return chosen;
+}
+
+std::optional<pid_t> chosen_box(const cli::Arguments &given)
+{
+    if (!given.has("box"))
+        return std::nullopt;
+    return static_cast<pid_t>(given.number("box", "--box", 1, std::numeric_limits<pid_t>::max()));
 }
 
 } // namespace cmif_sim

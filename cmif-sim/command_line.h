@@ -5,13 +5,20 @@
 #include "cli/line.h"
 #include "run.h"
 
+#include <optional>
+#include <sys/types.h>
+
 namespace cmif_sim
 {
 
 const cli::Program &tables();
 
-// Of `run` and `serve`. Fails with UsageError.
+// Of `run` and `serve`. Fails with UsageError, and with scenario::BadScript if the scenario can't
+// be read.
 ServerOptions server_options(const cli::Arguments &given);
+
+// Of `ctl`, `status` and `enter`. Fails with UsageError.
+std::optional<pid_t> chosen_box(const cli::Arguments &given);
 
 } // namespace cmif_sim
 

@@ -4,9 +4,13 @@
 #include "cli/usage_error.h"
 #include "command_line.h"
 #include "daemons/printable.h"
+#include "remote.h"
+#include "scenario/script.h"
+#include "simulation.h"
 
 #include <cstdio>
 #include <exception>
+#include <sstream>
 
 namespace cmif_sim
 {
@@ -23,6 +27,13 @@ int print(const std::string &text)
     return printed ? 0 : 1;
 }
 
+void print_lines(const std::string &text)
+{
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        std::fprintf(stderr, "cmif-sim: %s\n", daemons::printable(line).c_str());
+}
+
 int run_line(const cli::Line &line)
 {
     if (line.help())
@@ -35,7 +46,14 @@ int run_line(const cli::Line &line)
         return print(cli::completion_script(tables(), line.arguments.text("shell")));
     if (line.path == "complete")
         return print(cli::candidates_text(cli::complete(tables(), line.arguments.all("words"))));
+    if (line.path == "ctl")
+        return control(chosen_box(line.arguments), line.arguments.all("line"));
+    if (line.path == "status")
+        return print_status(chosen_box(line.arguments));
+    if (line.path == "enter")
+        return enter(chosen_box(line.arguments), line.arguments.all("command"));
     const ServerOptions options = server_options(line.arguments);
+    check_scenario(options);
     return line.path == "run" ? run(options, line.arguments.all("command")) : serve(options, -1);
 }
 
@@ -50,6 +68,9 @@ try {
     std::fprintf(stderr, "cmif-sim: %s\n", daemons::printable(error.what()).c_str());
     if (!error.hint().empty())
         std::fprintf(stderr, "  %s\n", daemons::printable(error.hint()).c_str());
+    return usage_status;
+} catch (const scenario::BadScript &error) {
+    print_lines(error.what());
     return usage_status;
 } catch (const std::exception &error) {
     std::fprintf(stderr, "cmif-sim: %s\n", error.what());

@@ -1,5 +1,6 @@
 #include "run.h"
 
+#include "boxes.h"
 #include "command.h"
 #include "own_store.h"
 #include "router.h"
@@ -54,9 +55,13 @@ int run(const ServerOptions &options, const std::vector<std::string> &command)
         visible_paths.push_back(fs::absolute(store));
     }
     const TerminalKept terminal;
-    const auto work = [&options, &command, directory = program_directory()] {
+    const BoxSocket socket;
+    ServerOptions reachable = options;
+    reachable.control = socket.file();
+    reachable.control_path = socket.path().c_str();
+    const auto work = [&reachable, &command, directory = program_directory()] {
         extend_path(directory);
-        return run_inside(options, command);
+        return run_inside(reachable, command);
     };
     return sandbox::run_in_sandbox(work, visible_paths);
 }

@@ -1,19 +1,21 @@
 #include "server.h"
 
-#include "daemons/at_daemon.h"
-#include "daemons/qmi_daemon.h"
+#include "boxes.h"
+#include "command_lines.h"
+#include "control.h"
 #include "daemons/service_lock.h"
-#include "modems/simulated/modem.h"
 #include "platform/host_store.h"
 #include "sandbox/leftovers.h"
-#include "scenario/real_clock.h"
+#include "simulation.h"
 
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <string>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 namespace cmif_sim
 {
@@ -54,16 +56,47 @@ void notify_ready(int fd)
         std::perror("cmif-sim: cannot report readiness");
 }
 
+// A program in a box of its own does not see the socket that was made outside it.
+std::vector<int> listening(const ServerOptions &options, std::optional<BoxSocket> &own)
+{
+    if (options.control == -1 || access(options.control_path, F_OK) != 0)
+        own.emplace();
+    std::vector<int> files{options.control, own ? own->file() : -1};
+    std::erase(files, -1);
+    return files;
+}
+
+std::string environment()
+{
+    std::string text;
+    for (const char *name : {"CMIF_STORE", "CMIF_STORE_OF_RUN", "CMIF_SANDBOX", "PATH"})
+        if (const char *value = std::getenv(name))
+            text.append(name).append("=").append(value).append("\n");
+    return text;
+}
+
+Answer answer(const Simulation &simulation, const std::string &question, const std::string &lines)
+{
+    if (question == "run")
+        return run_lines(simulation.commands(), lines);
+    if (question == "status")
+        return {0, simulation.status()};
+    if (question == "environment")
+        return {0, environment()};
+    return {2, "unknown question\n"};
+}
+
 int serve_until(const sigset_t &signals, const ServerOptions &options, int ready_fd)
 {
-    scenario::RealClock clock{scenario::TimeScale(options.pace)};
-    simulated::Modem modem(clock, options.seed);
-    Publisher publisher(modem);
-    StopFlag stop;
-    AtDaemon at(modem, publisher, stop, options.verbose);
-    QmiDaemon qmi(modem, publisher, stop, options.verbose);
-    if ((options.at && !at.start()) || (options.qmi && !qmi.start()))
+    Simulation simulation(options);
+    if (!simulation.start())
         return 1;
+    std::optional<BoxSocket> socket;
+    const ControlServer control(
+        listening(options, socket),
+        [&simulation](const std::string &question, const std::string &lines) {
+            return answer(simulation, question, lines);
+        });
     notify_ready(ready_fd);
     int received = 0;
     sigwait(&signals, &received);

@@ -3,6 +3,8 @@
 #ifndef CMIF_SIM_SERVER_H
 #define CMIF_SIM_SERVER_H
 
+#include <string>
+
 namespace cmif_sim
 {
 
@@ -12,6 +14,16 @@ struct ServerOptions {
     bool qmi = true;      // run the QMI daemon
     double pace = 1.0;    // factor on all simulated durations
     unsigned seed = 1;    // of the drifting signal
+
+    bool manual_clock = false; // time stands until the command "advance"
+    std::string state;         // the modem's at the start, as the command "state" has it
+    std::string scenario_name; // for messages
+    std::string scenario;      // its text
+
+    // The socket on which the program that started this router takes commands for it: a file that
+    // listens, or -1, and its path.
+    int control = -1;
+    const char *control_path = "";
 };
 
 // Serves until SIGTERM or SIGINT and returns the exit status: 0, or 1 when it can't start. Writes

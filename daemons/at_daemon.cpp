@@ -10,8 +10,8 @@ namespace daemons
 static_assert(offsetof(cmif_msg, ret_code) - offsetof(cmif_msg, set_string) + sizeof(int) ==
               CMIF_AT_PAYLOAD);
 
-AtDaemon::AtDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose)
-    : front_{modem, publisher}, stop_(stop), log_("AT", verbose),
+AtDaemon::AtDaemon(Modem &modem, Publisher &publisher, Link &link, StopFlag &stop, bool verbose)
+    : front_{modem, publisher}, stop_(stop), log_("AT", verbose), link_(link),
       slow_lane_([this](const AtJob &job) { serve(job); })
 {
 }
@@ -22,13 +22,11 @@ AtDaemon::~AtDaemon()
     front_.modem.stop();
 }
 
-// Replies whose callers are gone would pass for answers to the next ones.
 bool AtDaemon::start()
 {
-    if (!requests_.prepare() || !replies_.prepare())
+    if (!link_.prepare())
         return false;
-    replies_.clear();
-    fast_lane_.emplace(requests_, stop_,
+    fast_lane_.emplace(link_, stop_,
                        [this](const char *bytes, std::size_t payload) { receive(bytes, payload); });
     return true;
 }
@@ -83,6 +81,7 @@ void AtDaemon::queue(const AtJob &job)
 // Callers that asked for a search while this one ran get its result as well.
 void AtDaemon::serve(const AtJob &job)
 {
+    const auto work = link_.work();
     const AtRequest &request = *job.request;
     const CmeError error = request.verb(front_, job.arguments);
     front_.publisher.publish();
@@ -105,7 +104,7 @@ void AtDaemon::reply(long code, const char *name, CmeError error)
     record.mod_id = code;
     record.ret_code = static_cast<int>(error);
     log_.reply(code, name, error);
-    replies_.send(&record, CMIF_AT_PAYLOAD, stop_);
+    link_.send(&record, CMIF_AT_PAYLOAD, stop_);
 }
 
 } // namespace daemons

@@ -1,4 +1,4 @@
-// The AT daemon: serves the requests on queue 899 over the modem, and answers on queue 900.
+// The AT daemon: serves the requests of its channel over the modem, and answers them.
 #ifndef DAEMONS_AT_DAEMON_H
 #define DAEMONS_AT_DAEMON_H
 
@@ -14,18 +14,18 @@ namespace daemons
 {
 
 // Two lanes, so that a search never delays a PIN: the fast one is the thread that receives, which
-// leaves waiting requests in the message queue; the slow one keeps its own.
+// leaves waiting requests in the link; the slow one keeps its own.
 class AtDaemon
 {
 public:
-    AtDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose);
+    AtDaemon(Modem &modem, Publisher &publisher, Link &link, StopFlag &stop, bool verbose);
 
     // Raises the flag, stops the modem and ends promptly. What this cuts short is not answered.
     ~AtDaemon();
     AtDaemon(const AtDaemon &) = delete;
     AtDaemon &operator=(const AtDaemon &) = delete;
 
-    // Creates the queues and starts to serve; false when the queues can't be created.
+    // Prepares the link and starts to serve; false when the link can't be used.
     bool start();
 
 private:
@@ -38,8 +38,7 @@ private:
     AtFront front_;
     StopFlag &stop_;
     WireLog log_;
-    MessageQueue requests_{CMIF_AT_REQUEST_KEY};
-    MessageQueue replies_{CMIF_AT_REPLY_KEY};
+    Link &link_;
     Lane slow_lane_;
     std::optional<DaemonThread> fast_lane_;
 };

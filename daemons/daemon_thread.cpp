@@ -9,7 +9,7 @@ namespace
 
 using namespace std::chrono_literals;
 
-// Interrupts the thread's wait in the queue; the signal itself does nothing.
+// Interrupts the thread's wait for a request; the signal itself does nothing.
 constexpr int wake_up_signal = SIGUSR1;
 
 void ignore_wake_up()
@@ -22,8 +22,8 @@ void ignore_wake_up()
 
 } // namespace
 
-DaemonThread::DaemonThread(const MessageQueue &queue, const StopFlag &stop, Serve serve)
-    : queue_(queue), stop_(stop), serve_(std::move(serve))
+DaemonThread::DaemonThread(Link &link, const StopFlag &stop, Serve serve)
+    : link_(link), stop_(stop), serve_(std::move(serve))
 {
     ignore_wake_up();
     thread_ = std::thread([this] { run(); });
@@ -39,12 +39,12 @@ DaemonThread::~DaemonThread()
     thread_.join();
 }
 
-// Without a queue (its limit reached, perhaps) the thread tries again a little later.
+// Without a queue (the system's limit reached, perhaps) the thread tries again a little later.
 void DaemonThread::run()
 {
     alignas(long) char record[sizeof(long) + max_payload];
     while (!stop_.raised()) {
-        if (const auto payload = queue_.receive(record, max_payload))
+        if (const auto payload = link_.receive(record, max_payload))
             serve_(record, *payload);
         else
             stop_.wait_for(10ms);

@@ -1,8 +1,8 @@
-// The thread of a daemon: it serves the messages of a queue, and ends promptly when asked to.
+// The thread of a daemon: it serves the requests of a link, and ends promptly when asked to.
 #ifndef DAEMONS_DAEMON_THREAD_H
 #define DAEMONS_DAEMON_THREAD_H
 
-#include "message_queue.h"
+#include "link.h"
 
 #include <atomic>
 #include <functional>
@@ -14,12 +14,12 @@ namespace daemons
 class DaemonThread
 {
 public:
-    // Calls `serve` with each record that arrives in `queue` (a `long`, then the payload) and its
+    // Calls `serve` with each record that arrives by `link` (a `long`, then the payload) and its
     // payload's size, at most `max_payload`.
     using Serve = std::function<void(const char *record, std::size_t payload)>;
     static constexpr std::size_t max_payload = 1024;
 
-    DaemonThread(const MessageQueue &queue, const StopFlag &stop, Serve serve);
+    DaemonThread(Link &link, const StopFlag &stop, Serve serve);
 
     // `stop` must be raised by now.
     ~DaemonThread();
@@ -29,7 +29,7 @@ public:
 private:
     void run();
 
-    MessageQueue queue_;
+    Link &link_;
     const StopFlag &stop_;
     Serve serve_;
     std::atomic<bool> ended_ = false;

@@ -50,8 +50,8 @@ std::string shown(const std::string &text)
 
 } // namespace
 
-QmiDaemon::QmiDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose)
-    : modem_(modem), publisher_(publisher), stop_(stop), log_("QMI", verbose)
+QmiDaemon::QmiDaemon(Modem &modem, Publisher &publisher, Link &link, StopFlag &stop, bool verbose)
+    : modem_(modem), publisher_(publisher), stop_(stop), log_("QMI", verbose), link_(link)
 {
 }
 
@@ -64,22 +64,22 @@ QmiDaemon::~QmiDaemon()
     modem_.stop();
 }
 
-// A marker that is there already was left by a daemon that was killed, and so were replies.
+// A marker that is there already was left by a daemon that was killed.
 bool QmiDaemon::start()
 {
     unlink(CMIF_QMI_READY_FILE);
-    if (!requests_.prepare() || !replies_.prepare())
+    if (!link_.prepare())
         return false;
-    replies_.clear();
     if (auto_connect_is_on())
         modem_.connect_when_possible();
-    thread_.emplace(requests_, stop_,
+    thread_.emplace(link_, stop_,
                     [this](const char *bytes, std::size_t payload) { serve(bytes, payload); });
     return write_public_file(CMIF_QMI_READY_FILE, "on\n");
 }
 
 void QmiDaemon::serve(const char *bytes, std::size_t payload)
 {
+    const auto work = link_.work();
     long code = 0;
     std::memcpy(&code, bytes, sizeof code);
     const std::string_view arguments(bytes + sizeof code, payload);
@@ -103,7 +103,7 @@ void QmiDaemon::reply(long code, const char *name, const QmiAnswer &answer)
     record.mtype = code;
     const std::string bytes = std::visit([](const auto &value) { return bytes_of(value); }, answer);
     std::memcpy(record.payload, bytes.data(), std::min(bytes.size(), sizeof record.payload - 1));
-    if (replies_.send(&record, CMIF_QMI_PAYLOAD, stop_))
+    if (link_.send(&record, CMIF_QMI_PAYLOAD, stop_))
         std::visit([&](const auto &value) { log_.reply(code, name, shown(value)); }, answer);
 }
 

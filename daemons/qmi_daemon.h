@@ -1,4 +1,4 @@
-// The QMI daemon: serves the requests on queue 1158 over the modem, and answers on queue 1159.
+// The QMI daemon: serves the requests of its channel over the modem, and answers them.
 #ifndef DAEMONS_QMI_DAEMON_H
 #define DAEMONS_QMI_DAEMON_H
 
@@ -15,15 +15,15 @@ namespace daemons
 class QmiDaemon
 {
 public:
-    QmiDaemon(Modem &modem, Publisher &publisher, StopFlag &stop, bool verbose);
+    QmiDaemon(Modem &modem, Publisher &publisher, Link &link, StopFlag &stop, bool verbose);
 
     // Removes the readiness marker, raises the flag, stops the modem and ends promptly.
     ~QmiDaemon();
     QmiDaemon(const QmiDaemon &) = delete;
     QmiDaemon &operator=(const QmiDaemon &) = delete;
 
-    // Creates the queues, starts to serve and then creates the readiness marker; false when the
-    // queues or the marker can't be created.
+    // Prepares the link, starts to serve and then creates the readiness marker; false when the link
+    // can't be used or the marker can't be created.
     bool start();
 
 private:
@@ -34,8 +34,7 @@ private:
     Publisher &publisher_;
     StopFlag &stop_;
     WireLog log_;
-    MessageQueue requests_{CMIF_QMI_REQUEST_KEY};
-    MessageQueue replies_{CMIF_QMI_REPLY_KEY};
+    Link &link_;
     std::optional<DaemonThread> thread_;
 };
 

@@ -59,7 +59,9 @@ std::string reason()
     return std::strerror(errno); // NOLINT(concurrency-mt-unsafe): called before there are threads
 }
 
-std::string read_file(const std::string &path)
+} // namespace
+
+std::string read_script_file(const std::string &path)
 {
     const auto close = [](std::FILE *file) { std::fclose(file); };
     const std::unique_ptr<std::FILE, decltype(close)> file(std::fopen(path.c_str(), "re"), close);
@@ -76,8 +78,6 @@ std::string read_file(const std::string &path)
         throw BadScript(path + ": cannot be read: " + reason());
     return text;
 }
-
-} // namespace
 
 Script parse_script(std::string_view text, const std::string &name, const Commands &commands)
 {
@@ -103,7 +103,7 @@ Script parse_script(std::string_view text, const std::string &name, const Comman
 
 Script read_script(const std::string &path, const Commands &commands)
 {
-    return parse_script(read_file(path), path, commands);
+    return parse_script(read_script_file(path), path, commands);
 }
 
 } // namespace scenario

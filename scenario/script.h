@@ -37,7 +37,10 @@ class BadScript : public std::runtime_error
 // Parses all of it, then fails with a BadScript if a line was wrong. `name` is for the messages.
 Script parse_script(std::string_view text, const std::string &name, const Commands &commands);
 
-// The same for a file; also a BadScript when it can't be read, or is larger than 1 MiB.
+// The text of a file. Fails with a BadScript when it can't be read, or is larger than 1 MiB.
+std::string read_script_file(const std::string &path);
+
+// Both of them.
 Script read_script(const std::string &path, const Commands &commands);
 
 } // namespace scenario

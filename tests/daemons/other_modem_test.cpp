@@ -106,8 +106,8 @@ protected:
             status.sim = SimStatus::pin_required;
         });
         publisher.emplace(modem);
-        at.emplace(modem, *publisher, stop, false);
-        qmi.emplace(modem, *publisher, stop, false);
+        at.emplace(modem, *publisher, at_link, stop, false);
+        qmi.emplace(modem, *publisher, qmi_link, stop, false);
         ASSERT_TRUE(at->start() && qmi->start());
     }
     void enter_pin() { EXPECT_EQ(ask(12, {"9876"}), answer::ok); }
@@ -115,6 +115,8 @@ protected:
     OtherModem modem;
     std::optional<Publisher> publisher;
     StopFlag stop;
+    QueueLink at_link{CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY};
+    QueueLink qmi_link{CMIF_QMI_REQUEST_KEY, CMIF_QMI_REPLY_KEY};
     std::optional<AtDaemon> at;
     std::optional<QmiDaemon> qmi;
 };

@@ -1,0 +1,143 @@
+#include "control.h"
+
+#include "boxes.h"
+
+#include <cerrno>
+#include <fcntl.h>
+#include <poll.h>
+#include <stdexcept>
+#include <sys/socket.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace cmif_sim
+{
+namespace
+{
+
+constexpr std::string_view greeting = "cmif-sim\n";
+constexpr std::size_t max_question = 1 << 20;
+
+class Connection
+{
+public:
+    explicit Connection(int file) : file_(file) {}
+    ~Connection() { close(file_); }
+    Connection(const Connection &) = delete;
+    Connection &operator=(const Connection &) = delete;
+
+    void limit(int seconds) const
+    {
+        const timeval time{seconds, 0};
+        setsockopt(file_, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
+        setsockopt(file_, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
+    }
+    bool send(std::string_view text) const
+    {
+        while (!text.empty()) {
+            const ssize_t size = ::send(file_, text.data(), text.size(), MSG_NOSIGNAL);
+            if (size == -1 && errno != EINTR)
+                return false;
+            text.remove_prefix(size == -1 ? 0 : static_cast<std::size_t>(size));
+        }
+        return true;
+    }
+    // The next `size` bytes; fewer at the end, or after an error.
+    std::string read(std::size_t size) const
+    {
+        std::string text;
+        char part[4096];
+        while (text.size() < size) {
+            const ssize_t got = recv(file_, part, std::min(sizeof part, size - text.size()), 0);
+            if (got == -1 && errno == EINTR)
+                continue;
+            if (got <= 0)
+                break;
+            text.append(part, static_cast<std::size_t>(got));
+        }
+        return text;
+    }
+    void end_questions() const { shutdown(file_, SHUT_WR); }
+
+private:
+    int file_;
+};
+
+// Takes the first line off a text.
+std::string take_line(std::string &text)
+{
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    std::string line = text.substr(0, end);
+    text.erase(0, end + 1);
+    return line;
+}
+
+} // namespace
+
+ControlServer::ControlServer(std::vector<int> listening, Reply reply)
+    : listening_(std::move(listening)), reply_(std::move(reply))
+{
+    if (pipe2(end_, O_CLOEXEC) != 0)
+        throw std::system_error(errno, std::generic_category(), "pipe");
+    thread_ = std::thread([this] { run(); });
+}
+
+ControlServer::~ControlServer()
+{
+    close(end_[1]);
+    thread_.join();
+    close(end_[0]);
+}
+
+void ControlServer::run()
+{
+    std::vector<pollfd> files{{end_[0], POLLIN, 0}};
+    for (const int file : listening_)
+        files.push_back({file, POLLIN, 0});
+    for (;;) {
+        poll(files.data(), files.size(), -1);
+        if (files.front().revents != 0)
+            return;
+        for (const pollfd &file : files)
+            if (file.revents != 0)
+                if (const int connection = accept4(file.fd, nullptr, nullptr, SOCK_CLOEXEC);
+                    connection != -1)
+                    serve(connection);
+    }
+}
+
+// A program that says nothing must not keep the others waiting for long.
+void ControlServer::serve(int file) const
+{
+    constexpr int patience = 5; // seconds
+    const Connection connection(file);
+    connection.limit(patience);
+    if (!connection.send(greeting))
+        return;
+    std::string lines = connection.read(max_question);
+    if (lines.empty())
+        return;
+    const std::string question = take_line(lines);
+    const Answer answer = reply_(question, lines);
+    connection.send(std::to_string(answer.status) + "\n" + answer.text);
+}
+
+Answer ask_box(pid_t box, const std::string &question, const std::string &lines)
+{
+    constexpr int patience = 10; // seconds, while another program's commands are carried out
+    const Connection connection(connect_to_box(box));
+    connection.limit(patience);
+    if (connection.read(greeting.size()) != greeting)
+        throw std::runtime_error("the router of process " + std::to_string(box) +
+                                 " does not respond");
+    connection.limit(0); // a command may take long
+    connection.send(question + "\n" + lines);
+    connection.end_questions();
+    std::string answer = connection.read(max_question);
+    const std::string status = take_line(answer);
+    if (status.size() != 1)
+        throw std::runtime_error("the router of process " + std::to_string(box) + " has ended");
+    return {status[0] - '0', answer};
+}
+
+} // namespace cmif_sim

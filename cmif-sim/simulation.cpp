@@ -1,0 +1,140 @@
+#include "simulation.h"
+
+#include "fault_commands.h"
+#include "modems/simulated/commands.h"
+#include "scenario/real_clock.h"
+
+#include <stdexcept>
+
+namespace cmif_sim
+{
+namespace
+{
+
+using namespace scenario;
+
+std::unique_ptr<Clock> make_clock(const ServerOptions &options)
+{
+    if (options.manual_clock)
+        return std::make_unique<ManualClock>();
+    return std::make_unique<RealClock>(TimeScale(options.pace));
+}
+
+Commands scenario_commands(simulated::Modem &modem, Channel &at, Channel &qmi,
+                           const ServerOptions &options)
+{
+    Commands commands = simulated::modem_commands(modem);
+    commands.push_back(fault_command({options.at ? &at : nullptr, options.qmi ? &qmi : nullptr}));
+    return commands;
+}
+
+// Not in a scenario, which is itself carried out as time passes.
+Command advance_command(Clock &clock)
+{
+    return {"advance", "DURATION", "let so much time pass (with --clock manual)",
+            [&clock](Words &words) -> Action {
+                auto *const manual = dynamic_cast<ManualClock *>(&clock);
+                if (!manual)
+                    throw ScriptError(1, "advance needs a router with --clock manual");
+                const auto time = words.take_duration("the time");
+                return [manual, time] {
+                    if (!manual->advance(time))
+                        throw std::runtime_error("a request was still at work after 10 s");
+                };
+            }};
+}
+
+std::string row(const std::string &name, const std::string &value)
+{
+    constexpr std::size_t width = 9;
+    return name + std::string(width - std::min(width, name.size()), ' ') + value + "\n";
+}
+
+std::string text_of(std::time_t moment)
+{
+    char text[32];
+    std::tm parts{};
+    localtime_r(&moment, &parts);
+    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts)};
+}
+
+std::string clock_text(const ServerOptions &options)
+{
+    char pace[32];
+    std::snprintf(pace, sizeof pace, "real, pace %g", options.pace);
+    return options.manual_clock ? "manual" : pace;
+}
+
+} // namespace
+
+Simulation::Simulation(const ServerOptions &options)
+    : options_(options), clock_(make_clock(options)), modem_(*clock_, options.seed),
+      at_channel_(
+          Side::at, *clock_, [this](long code) { event("request " + std::to_string(code)); },
+          options.verbose),
+      qmi_channel_(
+          Side::qmi, *clock_, [this](long code) { event("qmi-request " + std::to_string(code)); },
+          options.verbose),
+      commands_(scenario_commands(modem_, at_channel_, qmi_channel_, options)),
+      timeline_(*clock_, parse_script(options.scenario, options.scenario_name, commands_),
+                [&options](const Step &step, const std::string &why) {
+                    std::fprintf(stderr, "cmif-sim: %s:%zu: %s\n", options.scenario_name.c_str(),
+                                 step.line, why.c_str());
+                })
+{
+    commands_.push_back(advance_command(*clock_));
+}
+
+Simulation::~Simulation()
+{
+    modem_.watch_events({});
+    at_channel_.stop();
+    qmi_channel_.stop();
+}
+
+bool Simulation::start()
+{
+    publisher_.emplace(modem_);
+    at_.emplace(modem_, *publisher_, at_channel_, stop_, options_.verbose);
+    qmi_.emplace(modem_, *publisher_, qmi_channel_, stop_, options_.verbose);
+    modem_.watch_events([this](std::string_view name) { event(name); });
+    if ((options_.at && !at_->start()) || (options_.qmi && !qmi_->start()))
+        return false;
+    if (!options_.state.empty()) {
+        Words words("state " + options_.state);
+        parse_command(commands_, words)();
+    }
+    timeline_.start();
+    return true;
+}
+
+void Simulation::event(std::string_view name)
+{
+    timeline_.event(name);
+    at_channel_.event(name);
+    qmi_channel_.event(name);
+}
+
+std::string Simulation::status() const
+{
+    std::string text = row("since", text_of(since_)) + row("clock", clock_text(options_));
+    text += row("AT", options_.at ? at_channel_.state() : "left out");
+    text += row("QMI", options_.qmi ? qmi_channel_.state() : "left out");
+    for (const Channel *channel : {&at_channel_, &qmi_channel_})
+        for (const std::string &fault : channel->armed())
+            text += row("fault", std::string(channel->name()) + " " + fault);
+    for (const std::string &step : timeline_.pending())
+        text += row("step", step);
+    return text;
+}
+
+void check_scenario(const ServerOptions &options)
+{
+    ManualClock clock;
+    simulated::Modem modem(clock, options.seed);
+    Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
+    parse_script(options.scenario, options.scenario_name,
+                 scenario_commands(modem, at, qmi, options));
+}
+
+} // namespace cmif_sim

@@ -1,0 +1,57 @@
+// The simulated router: the modem, the daemons over it, their faults, and a scenario.
+#ifndef CMIF_SIM_SIMULATION_H
+#define CMIF_SIM_SIMULATION_H
+
+#include "channel.h"
+#include "daemons/at_daemon.h"
+#include "daemons/qmi_daemon.h"
+#include "modems/simulated/modem.h"
+#include "scenario/manual_clock.h"
+#include "scenario/timeline.h"
+#include "server.h"
+
+#include <ctime>
+#include <memory>
+#include <optional>
+
+namespace cmif_sim
+{
+
+class Simulation
+{
+public:
+    // Fails with a BadScript if the scenario is wrong.
+    explicit Simulation(const ServerOptions &options);
+    ~Simulation();
+    Simulation(const Simulation &) = delete;
+    Simulation &operator=(const Simulation &) = delete;
+
+    // Starts the daemons, brings the modem to its first state and begins the scenario; false, and a
+    // line on standard error, when a daemon can't be started.
+    bool start();
+
+    const scenario::Commands &commands() const { return commands_; }
+    std::string status() const; // for a person, some lines
+
+private:
+    void event(std::string_view name);
+
+    const ServerOptions &options_;
+    std::time_t since_ = std::time(nullptr);
+    std::unique_ptr<scenario::Clock> clock_;
+    simulated::Modem modem_;
+    Channel at_channel_, qmi_channel_;
+    scenario::Commands commands_; // of a scenario, and `advance`
+    scenario::Timeline timeline_;
+    daemons::StopFlag stop_;
+    std::optional<daemons::Publisher> publisher_; // from the start
+    std::optional<daemons::AtDaemon> at_;
+    std::optional<daemons::QmiDaemon> qmi_;
+};
+
+// Fails with a BadScript if the scenario is wrong.
+void check_scenario(const ServerOptions &options);
+
+} // namespace cmif_sim
+
+#endif
