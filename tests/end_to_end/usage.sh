@@ -89,7 +89,7 @@ exits 0 cmifctl network select --help
 prints_example 'cmifctl network select 00101 --technology 4g'
 
 # The manual pages are in order as mandoc sees it. They have no date, but a version.
-for program in cmifctl cmif-sim; do
+for program in cmifctl cmif-sim cmif-record; do
     exits 0 "$program" manual
     for section in NAME SYNOPSIS OPTIONS COMMANDS EXAMPLES 'EXIT STATUS' ENVIRONMENT FILES 'SEE ALSO'; do
         prints ".SH $section"

@@ -1,0 +1,28 @@
+// A daemon of no project: answers COUNT AT requests that it sends to itself, and sets a value.
+#include "platform/tarn_nvram_config.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <sys/msg.h>
+
+int main(int count, char **words)
+{
+    struct {
+        long code;
+        char payload[116];
+    } record{};
+    const long rounds = count > 1 ? std::strtol(words[1], nullptr, 10) : 1;
+    const int requests = msgget(899, IPC_CREAT | 0600), replies = msgget(900, IPC_CREAT | 0600);
+    for (long i = 0; i < rounds; ++i) {
+        record.code = 4;
+        if (msgsnd(requests, &record, sizeof record.payload, 0) != 0 ||
+            msgrcv(requests, &record, sizeof record.payload, 0, 0) < 0 ||
+            msgsnd(replies, &record, sizeof record.payload, 0) != 0 ||
+            msgrcv(replies, &record, sizeof record.payload, 4, 0) < 0)
+            return 1;
+    }
+    if (tarnNvramConfig_set("lte_module_hw_ver", "daemon") != 0)
+        return 1;
+    std::puts("served");
+    return 3;
+}
