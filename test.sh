@@ -36,6 +36,7 @@ building=$!
 trap wait EXIT
 step "test, address and undefined sanitizers" tests dev
 wait "$building"
+step "hardening, as installed" scripts/hardening build/release
 step "test, 32-bit" tests i686
 step "build, thread sanitizer" build_threads
 step "test, thread sanitizer" tests tsan -R '^(Threads|DebugLogWriters)'
