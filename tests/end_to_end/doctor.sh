@@ -43,10 +43,10 @@ exits 1 env CMIF_STORE="$work/other" cmifctl --json doctor
 grep -qF "the daemons use the store $CMIF_STORE, and this command $work/other" "$work/out" ||
     fail 'the two stores are not named'
 
-kill -STOP "$router"
+exits 0 cmif-sim ctl fault all freeze
 found daemon_frozen
 not_found daemon_ended
-kill -CONT "$router"
+exits 0 cmif-sim ctl fault all thaw
 exits 0 cmifctl doctor
 
 kill_router 9
