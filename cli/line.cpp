@@ -97,7 +97,7 @@ const Argument *Walker::next_positional() const
 {
     if (line_.command != nullptr)
         for (const Argument &argument : line_.command->arguments)
-            if (argument.positional() && (argument.repeats || !line_.arguments.has(argument.name)))
+            if (argument.positional() && !line_.arguments.has(argument.name))
                 return &argument;
     return nullptr;
 }
@@ -108,6 +108,8 @@ void Walker::take_positional(const std::string &word)
     if (argument == nullptr)
         fail_unexpected_argument(line_, word);
     line_.arguments.add(argument->name, word);
+    if (argument->repeats)
+        rest_ = argument;
 }
 
 const Argument *Walker::find_option(const std::string &option) const

@@ -29,7 +29,7 @@ struct Argument {
     Choices choices{};    // empty: any text
     bool secret = false;  // users may type a secret in its place, which is never repeated
     char letter = '\0';   // of the short form of an option or flag
-    bool repeats = false; // an option, or the last positional argument
+    bool repeats = false; // an option; a positional argument takes all words from there on
     std::vector<Candidate> (*known_values)() = nullptr; // for completion
 
     constexpr bool positional() const { return kind == Kind::required || kind == Kind::optional; }

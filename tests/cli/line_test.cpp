@@ -67,6 +67,27 @@ TEST(Line, LeavesTheRestToTheProgram)
               "unexpected argument '--' for 'garden run' | 'garden run --help' shows its usage.");
 }
 
+TEST(Line, LeavesAllWordsFromARepeatedArgumentOnToTheProgram)
+{
+    using enum cli::Argument::Kind;
+    static constexpr cli::Argument arguments[] = {
+        {flag, "loud", "", "as a shout"},
+        {optional, "text", "WORD...", "what to say", {}, false, '\0', true},
+    };
+    static constexpr cli::Command commands[] = {
+        {"say", "speak", cli::Access::acts, "", arguments},
+    };
+    cli::Program speaker = sample;
+    speaker.commands = commands;
+    const Words words{"say", "--loud", "minus", "-1", "--help", "--", "a"};
+    const cli::Line line = cli::parse(speaker, words);
+    EXPECT_FALSE(line.help());
+    EXPECT_TRUE(line.arguments.has("loud"));
+    EXPECT_EQ(line.arguments.all("text"),
+              (std::vector<std::string>{"minus", "-1", "--help", "--", "a"}));
+    EXPECT_TRUE(cli::parse(speaker, Words{"say"}).arguments.all("text").empty());
+}
+
 TEST(Line, RefusesOptionsAsValues)
 {
     for (const char *value : {"--dry", "--", "--unknown"})
