@@ -1,17 +1,10 @@
 #include "channel.h"
 
-#include "cmif/cmif.h"
-#include "daemons/publish/public_file.h"
-
 #include <algorithm>
-#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
-#include <sys/msg.h>
-#include <system_error>
-#include <unistd.h>
 #include <utility>
 
 namespace cmif_sim
@@ -29,19 +22,11 @@ long code_of(const void *record)
     return code;
 }
 
-std::string bytes_of(const Reply &reply)
-{
-    std::string bytes(sizeof reply.type, '\0');
-    std::memcpy(bytes.data(), &reply.type, sizeof reply.type);
-    return bytes + reply.payload;
-}
-
 } // namespace
 
 Channel::Channel(Side side, scenario::Clock &clock, OnRequest on_request, bool verbose)
-    : side_(side), request_key_(side == Side::at ? CMIF_AT_REQUEST_KEY : CMIF_QMI_REQUEST_KEY),
-      reply_key_(side == Side::at ? CMIF_AT_REPLY_KEY : CMIF_QMI_REPLY_KEY), clock_(clock),
-      on_request_(std::move(on_request)), verbose_(verbose), queues_(request_key_, reply_key_),
+    : side_(side), names_(names_of(side)), clock_(clock), on_request_(std::move(on_request)),
+      verbose_(verbose), queues_(names_.requests, names_.replies),
       delays_(std::make_shared<scenario::Pause>(clock))
 {
 }
@@ -57,8 +42,7 @@ std::shared_ptr<DaemonProcess> Channel::process()
     const std::lock_guard lock(mutex_);
     thread_ = std::this_thread::get_id();
     if (state_ != State::ended && !process_) {
-        process_ = std::make_shared<DaemonProcess>(
-            side_ == Side::at ? "cmif-at-daemon" : "cmif-qmi-daemon", request_key_);
+        process_ = std::make_shared<DaemonProcess>(names_.process, names_.requests);
         changed_.notify_all();
     }
     return process_;
@@ -119,7 +103,7 @@ bool Channel::is_served(const void *record, std::size_t payload)
 void Channel::log(const Fault &fault, long code) const
 {
     if (verbose_)
-        std::fprintf(stderr, "%s !! %ld fault: %s\n", side_ == Side::at ? "AT" : "QMI", code,
+        std::fprintf(stderr, "%s !! %ld fault: %s\n", names_.label, code,
                      std::string(fault.kind->name).c_str());
 }
 
@@ -147,7 +131,7 @@ std::unique_lock<std::mutex> Channel::lock_with_process()
     if (thread_ != std::this_thread::get_id())
         changed_.wait_for(lock, 5s, [this] { return process_ || state_ == State::ended; });
     if (state_ == State::ended)
-        throw std::runtime_error(std::string("the ") + name() + " daemon has ended");
+        throw std::runtime_error(std::string("the ") + names_.name + " daemon has ended");
     return lock;
 }
 
@@ -170,42 +154,15 @@ void Channel::thaw()
 void Channel::restart()
 {
     end(nullptr);
-    set_ready(false);
+    set_ready(side_, false);
     if (!prepare())
-        throw std::runtime_error(std::string("the ") + name() + " queues can't be made");
+        throw std::runtime_error(std::string("the ") + names_.name + " queues can't be made");
     {
         const std::lock_guard lock(mutex_);
         state_ = State::serving;
     }
     lock_with_process().unlock();
-    set_ready(true);
-}
-
-// The AT daemon has no marker.
-void Channel::set_ready(bool ready) const
-{
-    if (side_ == Side::at)
-        return;
-    if (!ready)
-        unlink(CMIF_QMI_READY_FILE);
-    else
-        write_public_file(CMIF_QMI_READY_FILE, "on\n");
-}
-
-void Channel::remove_queue(key_t key) const
-{
-    if (msgctl(msgget(key, 0), IPC_RMID, nullptr) != 0)
-        throw std::system_error(errno, std::generic_category(),
-                                "can't remove message queue " + std::to_string(key));
-}
-
-void Channel::put_replies(long code, int count) const
-{
-    const Reply reply{side_, code,
-                      std::string(side_ == Side::at ? CMIF_AT_PAYLOAD : CMIF_QMI_PAYLOAD, '\0')};
-    const std::string bytes = bytes_of(reply);
-    const int queue = msgget(reply_key_, IPC_CREAT | 0666);
-    while (count-- > 0 && msgsnd(queue, bytes.data(), reply.payload.size(), IPC_NOWAIT) == 0) {}
+    set_ready(side_, true);
 }
 
 void Channel::act(const Fault &fault)
@@ -221,13 +178,13 @@ void Channel::act(const Fault &fault)
     else if (kind == "restart")
         restart();
     else if (kind == "not-ready" || kind == "ready")
-        set_ready(kind == "ready");
+        set_ready(side_, kind == "ready");
     else if (kind == "remove-queue")
-        remove_queue(fault.number == 0 ? request_key_ : reply_key_);
+        remove_queue(fault.number == 0 ? names_.requests : names_.replies);
     else if (kind == "foreign")
-        put_replies(no_request, fault.number);
+        put_replies(side_, no_request, fault.number);
     else if (kind == "stale")
-        put_replies(fault.code.value(), fault.number);
+        put_replies(side_, fault.code.value(), fault.number);
 }
 
 void Channel::add(const Fault &fault)
@@ -301,7 +258,7 @@ bool Channel::send(const void *record, std::size_t payload, const StopFlag &stop
 
 bool Channel::send_copies(const Reply &reply, const StopFlag &stop)
 {
-    const std::string bytes = bytes_of(reply);
+    const std::string bytes = record_of(reply.type, reply.payload);
     bool sent = false;
     for (int copies = reply.copies; copies > 0; --copies)
         sent = queues_.send(bytes.data(), reply.payload.size(), stop);

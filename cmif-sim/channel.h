@@ -39,7 +39,7 @@ public:
     void clear_faults() { faults_.clear(); }
     std::vector<std::string> armed() const { return faults_.descriptions(); }
 
-    const char *name() const { return side_ == Side::at ? "at" : "qmi"; }
+    const char *name() const { return names_.name; }
     std::string state() const; // "serving, process 12", "frozen, ...", "ended"
 
 private:
@@ -56,9 +56,6 @@ private:
     void freeze();
     void thaw();
     void restart();
-    void set_ready(bool ready) const;
-    void remove_queue(key_t key) const;
-    void put_replies(long code, int count) const;
     std::unique_lock<std::mutex> lock_with_process();
 
     struct Life {
@@ -70,7 +67,7 @@ private:
     bool send_copies(const Reply &reply, const daemons::StopFlag &stop);
 
     Side side_;
-    key_t request_key_, reply_key_;
+    const SideNames &names_;
     scenario::Clock &clock_;
     OnRequest on_request_;
     bool verbose_;

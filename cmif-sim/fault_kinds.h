@@ -2,6 +2,8 @@
 #ifndef CMIF_SIM_FAULT_KINDS_H
 #define CMIF_SIM_FAULT_KINDS_H
 
+#include "side.h"
+
 #include <chrono>
 #include <span>
 #include <string>
@@ -9,8 +11,6 @@
 
 namespace cmif_sim
 {
-
-enum class Side { at, qmi };
 
 // A reply on its way out.
 struct Reply {

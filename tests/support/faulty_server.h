@@ -18,10 +18,7 @@ protected:
         const cmif_sim::Answer answer = give(lines);
         ASSERT_EQ(answer.status, 0) << lines << ": " << answer.text;
     }
-    std::string status()
-    {
-        return cmif_sim::ask_box(server->process().process(), "status").text;
-    }
+    std::string status() { return cmif_sim::ask_box(server->process().process(), "status").text; }
 
     static int at_requests() { return AtServer::requests(); }
     static int at_replies() { return AtServer::replies(); }
