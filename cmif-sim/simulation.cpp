@@ -44,6 +44,20 @@ Command advance_command(Clock &clock)
             }};
 }
 
+// What a line from outside does to the modem is done, with all that follows, when it is answered.
+// A fault may be what the router waits for, and is carried out at once.
+void settle_each(Commands &commands, Clock &clock)
+{
+    auto *const manual = dynamic_cast<ManualClock *>(&clock);
+    if (!manual)
+        return;
+    for (Command &command : commands)
+        if (command.name != "fault")
+            command.parse = [manual, parse = command.parse](Words &words) -> Action {
+                return [manual, action = parse(words)] { manual->perform(action); };
+            };
+}
+
 std::string row(const std::string &name, const std::string &value)
 {
     constexpr std::size_t width = 9;
@@ -82,6 +96,7 @@ Simulation::Simulation(const ServerOptions &options)
                                  step.line, why.c_str());
                 })
 {
+    settle_each(commands_, *clock_);
     commands_.push_back(advance_command(*clock_));
 }
 
