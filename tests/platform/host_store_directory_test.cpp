@@ -232,6 +232,17 @@ TEST_F(HostStoreDirectory, ThatIsASymbolicLinkIsUnusable)
     EXPECT_TRUE(fs::is_empty(top() / "elsewhere"));
 }
 
+// Any user may take the name first. What a store would delete there is not a store's.
+TEST_F(HostStoreDirectory, InTmpThatIsALinkIsUnusable)
+{
+    unsetenv("CMIF_STORE");
+    unsetenv("XDG_RUNTIME_DIR");
+    write(top() / "running-old.mdb", "mine");
+    fs::create_directory_symlink(top(), default_directory());
+    expect_unusable(default_directory() + ": Not a directory" + store_hint);
+    EXPECT_TRUE(fs::exists(top() / "running-old.mdb"));
+}
+
 TEST_F(HostStoreDirectory, WithoutItsParentIsUnusable)
 {
     choose(top() / "missing" / "store");
