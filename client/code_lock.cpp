@@ -94,15 +94,15 @@ bool CodeLock::try_lock(int milliseconds)
 
 void CodeLock::fail(double seconds) const
 {
-    std::string holder;
+    std::optional<pid_t> holder;
     for (const int place : places_)
-        if (const auto process = holder_of(set_, place); process && holder.empty())
-            holder = process_name(*process);
+        if (!holder)
+            holder = holder_of(set_, place);
     throw Failure(Exit::no_answer,
                   "another call of the same request did not end within " + seconds_text(seconds) +
                       "; nothing was sent",
-                  holder.empty() ? "Try again." : "It is made by " + holder + ".",
-                  {{"holder", holder.empty() ? Json() : Json(holder)}});
+                  holder ? "It is made by " + process_name(*holder) + "." : "Try again.",
+                  {{"holder", holder.value_or(0) > 0 ? Json(*holder) : Json()}});
 }
 
 std::optional<pid_t> lock_process(RequestCode request)

@@ -25,8 +25,8 @@ enum class Exit {
 
 constexpr const char *name_of(Exit status)
 {
-    constexpr const char *names[]{"done",    "other",        "usage",        "no-answer", "refused",
-                                  "invalid", "file-missing", "profile-busy", "not-ready"};
+    constexpr const char *names[]{"done",    "other",        "usage",        "no_answer", "refused",
+                                  "invalid", "file_missing", "profile_busy", "not_ready"};
     return names[static_cast<int>(status)];
 }
 

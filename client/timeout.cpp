@@ -26,8 +26,8 @@ const char *describe(Withdrawal withdrawal)
     case Withdrawal::nothing_sent:
         return "nothing was sent";
     case Withdrawal::kept:
-        return "the request still waits behind one of a caller that was killed, and the daemon may "
-               "still carry it out";
+        return "the request still waits behind another one of its code, and the daemon may still "
+               "carry it out";
     case Withdrawal::queue_gone:
         return "its request queue no longer exists";
     case Withdrawal::unknown:
@@ -81,7 +81,7 @@ Obstacle obstacle_of(Channel channel)
     if (replies.full)
         return {"; its reply queue is full of " + std::to_string(replies.records) +
                     " replies that no caller takes, so that no answer fits",
-                "'cmifctl doctor --fix' takes them away."};
+                "'cmifctl doctor --fix' removes them."};
     if (filling_of(channel, request_key(channel)).full)
         return {"; its request queue is full"};
     struct stat marker {

@@ -17,9 +17,10 @@ constexpr const char *home_and_clear = "\033[H\033[J";
 
 void show(const CommandLine &line, const std::string &text, bool first)
 {
-    if (line.context.output.format != Format::human || !line.context.output.fields.empty())
+    const OutputOptions &output = line.context.output;
+    if (output.json() || !output.fields.empty())
         return print(text);
-    if (isatty(STDOUT_FILENO) == 1)
+    if (output.format == Format::human && isatty(STDOUT_FILENO) == 1)
         return print(home_and_clear + text);
     print((first ? "" : "\n") + text);
 }

@@ -18,7 +18,7 @@ using enum Argument::Kind;
 //                                kind      name            value     help                                               choices
 constexpr Argument secret_input  {optional, "source",       "-",      "read the secrets from standard input, one line each, instead of asking",
                                                                                                                          enums::from_input, true};
-constexpr Argument force         {flag,     "force",        "",       "try even if only one attempt is left"};
+constexpr Argument force         {flag,     "force",        "",       "send it even with one attempt left, with unknown attempts, or to a SIM that asks for none"};
 constexpr Argument yes           {flag,     "yes",          "",       "don't ask for confirmation"};
 constexpr Argument no_wait       {flag,     "no-wait",      "",       "return when the daemon has accepted the request"};
 constexpr Argument show_secrets  {flag,     "show-secrets", "",       "show passwords in clear"};

@@ -32,6 +32,12 @@ void check_reading(const cli::Line &line)
                                   std::string("Leave --") + option + " out.");
 }
 
+// Others print what the tool has in its tables, also where CMIF_TIMEOUT is wrong.
+bool makes_calls(std::string_view path)
+{
+    return path != "completion" && path != "complete" && path != "manual";
+}
+
 bool is_json(std::string_view format)
 {
     return cli::code_of(enums::output_formats, format) == static_cast<int>(Format::json);
@@ -43,9 +49,12 @@ CommandLine parse(int count, const char *const *words)
 {
     const cli::Line line = cli::parse(tables(), {words + 1, words + count});
     CommandLine parsed{.path = line.path, .help = line.help()};
-    take_global_options(line.options, parsed.context);
-    if (line.help() || line.version())
+    if (line.help() || line.version()) { // whatever the other options say
+        if (wants_json(count, words))
+            parsed.context.output.format = Format::json;
         return parsed;
+    }
+    take_global_options(line.options, makes_calls(line.path), parsed.context);
     check_reading(line);
     parsed.command = line.command;
     parsed.context.arguments = line.arguments;

@@ -37,7 +37,7 @@ constexpr Verb verbs[] = {
     {status,               {"status",               "show all that is known, with or without the daemons",        reads,   ""}},
     {summary,              {"summary",              "show the library's summary of the modem",                    reads,   ""}},
 
-    {doctor,               {"doctor",               "say what is wrong and how to cure it",                       acts,    "",                                   arguments::doctor,
+    {doctor,               {"doctor",               "say what is wrong and how to cure it",                       either,  "",                                   arguments::doctor,
                            "Takes nothing away without --fix. The exit status is 1 when something is wrong."}},
 
     {sim_status,           {"sim status",           "show the SIM's state and identity",                          reads,   ""}},

@@ -55,10 +55,10 @@ OutputOptions output_options(const Arguments &given)
 
 } // namespace
 
-void take_global_options(const Arguments &given, Context &context)
+void take_global_options(const Arguments &given, bool makes_calls, Context &context)
 {
     context.output = output_options(given);
-    const char *variable = std::getenv("CMIF_TIMEOUT");
+    const char *variable = makes_calls ? std::getenv("CMIF_TIMEOUT") : nullptr;
     if (const auto text = given.given("timeout"))
         context.options.timeout = timeout("--timeout", *text);
     else if (variable != nullptr && *variable != '\0')

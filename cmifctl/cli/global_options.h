@@ -7,8 +7,9 @@
 namespace cmifctl
 {
 
-// Fails with exit 2 when a value is invalid. The environment gives what `given` lacks.
-void take_global_options(const Arguments &given, Context &context);
+// Fails with exit 2 when a value is invalid. For a command that makes calls, the environment gives
+// what `given` lacks.
+void take_global_options(const Arguments &given, bool makes_calls, Context &context);
 
 } // namespace cmifctl
 

@@ -10,7 +10,7 @@ namespace
 using namespace checks;
 
 constexpr const char *start_daemon = "Start it, or restart it.";
-constexpr const char *fix_takes = "'cmifctl doctor --fix' takes them away.";
+constexpr const char *fix_takes = "'cmifctl doctor --fix' removes them.";
 
 // clang-format off
 constexpr Check rows[] = {
@@ -18,7 +18,7 @@ constexpr Check rows[] = {
     {"queue_missing",         "error",   missing_queues,       "Start the daemon: it creates its queues."},
     {"queue_permissions",     "error",   queue_permissions,    "Remove it with 'ipcrm -Q KEY' as its owner and restart the daemon, which creates it for everybody (mode 0666)."},
     {"locks_unusable",        "error",   unusable_locks,       "As their owner or root, remove them: ipcrm -S 0x434d4946; ipcrm -M 0x434d4946."},
-    {"queue_full",            "error",   full_queues,          "Restart the daemon if it doesn't take requests; 'cmifctl doctor --fix' takes away replies that no caller waits for."},
+    {"queue_full",            "error",   full_queues,          "Restart the daemon if it doesn't take requests; 'cmifctl doctor --fix' removes replies that no caller waits for."},
     {"daemon_ended",          "error",   ended_daemons,        start_daemon},
     {"daemon_frozen",         "error",   frozen_daemons,       "Continue it with 'kill -CONT PROCESS', or restart it."},
     {"daemon_silent",         "error",   silent_daemons,       start_daemon},
@@ -37,7 +37,7 @@ constexpr Check rows[] = {
 
     {"store_unreadable",      "error",   unreadable_store,     "Run it as the store's owner, or name another directory with CMIF_STORE."},
     {"store_differs",         "error",   other_store,          "Set CMIF_STORE to the daemons' directory, or run this as the daemons' user."},
-    {"store_empty",           "error",   empty_store,          "The daemons use another store: set CMIF_STORE to its directory."},
+    {"store_empty",           "error",   empty_store,          "If the daemons use another store, set CMIF_STORE to its directory; otherwise restart them."},
     {"settings_unsaved",      "note",    unsaved_settings,     "'cmifctl config save' makes them persistent."},
     {"secrets_traced",        "warning", traced_secrets,       "Switch it off with 'cmifctl config set KEY 0' and restart the programs that run."},
 

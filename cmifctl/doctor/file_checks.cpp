@@ -53,7 +53,7 @@ Texts checks::irregular_files(const Look &)
                              CMIF_LOG_FILE, CMIF_LOG_FILE_1, CMIF_LOG_FILE_2})
         if (is_irregular(path))
             texts.push_back(std::string(path) +
-                            " is not a regular file: who opens it may wait forever");
+                            " is not a regular file: a program that opens it may block");
     return texts;
 }
 

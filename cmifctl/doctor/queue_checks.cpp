@@ -34,10 +34,13 @@ std::size_t payload_of(Channel channel)
     return channel == Channel::at ? CMIF_AT_PAYLOAD : CMIF_QMI_PAYLOAD;
 }
 
-// "3 records, of codes 4, 12"
-std::string listed(const std::vector<LyingRecord> &records, const char *what)
+// "3 requests, of codes 4, 12"; `what` is one of them.
+std::string listed(const std::vector<LyingRecord> &records, const std::string &what)
 {
-    std::string text = std::to_string(records.size()) + " " + what + ", of code";
+    const std::string several =
+        what.ends_with('y') ? what.substr(0, what.size() - 1) + "ies" : what + "s";
+    std::string text =
+        std::to_string(records.size()) + " " + (records.size() == 1 ? what : several) + ", of code";
     const std::vector<long> codes = codes_of(records);
     text += codes.size() == 1 ? "" : "s";
     for (const long code : codes)
@@ -60,7 +63,7 @@ std::vector<LyingRecord> replies_of(const ChannelLook &look, bool known)
     });
 }
 
-Texts lying_replies(const Look &look, bool known, const char *what)
+Texts lying_replies(const Look &look, bool known, const std::string &what)
 {
     Texts texts;
     for (const ChannelLook &channel : look.channels)
@@ -154,7 +157,7 @@ Texts checks::waiting_requests(const Look &look)
     for (const ChannelLook &channel : look.channels)
         if (channel.state != DaemonState::answers && !channel.requests.records.empty())
             texts.push_back(channel.requests.name + " holds " +
-                            listed(channel.requests.records, "requests"));
+                            listed(channel.requests.records, "request"));
     return texts;
 }
 
@@ -167,7 +170,7 @@ Texts checks::foreign_requests(const Look &look)
                    record.size > payload_of(channel.channel);
         });
         if (!foreign.empty())
-            texts.push_back(channel.requests.name + " holds " + listed(foreign, "records") +
+            texts.push_back(channel.requests.name + " holds " + listed(foreign, "record") +
                             ", which " + channel.daemon + " does not understand");
     }
     return texts;
@@ -175,7 +178,7 @@ Texts checks::foreign_requests(const Look &look)
 
 Texts checks::stale_replies(const Look &look)
 {
-    return lying_replies(look, true, "stale replies");
+    return lying_replies(look, true, "stale reply");
 }
 
 void checks::take_stale_replies(const Look &look)
@@ -185,7 +188,7 @@ void checks::take_stale_replies(const Look &look)
 
 Texts checks::foreign_replies(const Look &look)
 {
-    return lying_replies(look, false, "foreign replies");
+    return lying_replies(look, false, "foreign reply");
 }
 
 void checks::take_foreign_replies(const Look &look)

@@ -21,7 +21,7 @@ namespace enums
 // clang-format off
 // Numbered as in 3GPP TS 27.007: <stat> of +CREG, <AcT>, <stat> of +COPS.
 constexpr EnumValue registration[]         = {{0, "not_registered"}, {1, "home", "", "registered (home)"}, {2, "searching"},
-                                              {3, "denied", "", "registration denied"}, {4, "unknown"},
+                                              {3, "denied"}, {4, "unknown"},
                                               {5, "roaming", "", "registered (roaming)"}};
 constexpr EnumValue technology[]           = {{0, "gsm", "2g", "GSM"}, {2, "utran", "3g", "UTRAN"}, {3, "gsm_egprs", "", "GSM EGPRS"},
                                               {4, "utran_hsdpa", "", "UTRAN HSDPA"}, {5, "utran_hsupa", "", "UTRAN HSUPA"},

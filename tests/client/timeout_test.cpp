@@ -75,7 +75,7 @@ TEST_F(Timeout, RepliesThatKeepTheDaemonFromAnsweringAreNamed)
                         " replies that no caller takes"),
               std::string::npos)
         << failure.what();
-    EXPECT_EQ(failure.hint(), "'cmifctl doctor --fix' takes them away.");
+    EXPECT_EQ(failure.hint(), "'cmifctl doctor --fix' removes them.");
 }
 
 TEST_F(Timeout, AFullRequestQueueIsNamed)
@@ -94,7 +94,7 @@ TEST_F(Timeout, ARequestBehindOneOfAKilledCallerIsNotReportedAsTaken)
 {
     send("x");
     const Failure failure = failure_of(entering("a"), {.timeout = 0.3});
-    EXPECT_NE(std::string(failure.what()).find("still waits behind one of a caller"),
+    EXPECT_NE(std::string(failure.what()).find("still waits behind another one of its code"),
               std::string::npos)
         << failure.what();
     EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));

@@ -169,6 +169,10 @@ TEST(CommandLine, HelpNeedsNoArguments)
     EXPECT_EQ(parsed({"sms", "show", "--all", "-h"}).path, "sms show");
     EXPECT_TRUE(parsed({"sms", "show", "--timeout", "--help"}).help);
     EXPECT_TRUE(parsed({"frobnicate", "--help"}).help);
+    EXPECT_TRUE(parsed({"--timeout=abc", "--help"}).help);
+    EXPECT_TRUE(parsed({"--watch=0", "status", "--help"}).help);
+    EXPECT_TRUE(parsed({"-o", "xml", "--help"}).help);
+    EXPECT_EQ(parsed({"--json", "-o", "keyvalue", "--help"}).context.output.format, Format::json);
     EXPECT_EQ(usage_failure({"frobnicate", "--", "--help"}).find("unknown command"), 0U);
     for (const char *version : {"--version", "-V"}) {
         EXPECT_EQ(parsed({version}).command, nullptr);
@@ -212,6 +216,8 @@ TEST(CommandLine, TakesTheFormatOfTheOutput)
 TEST(CommandLine, RepeatsOnlyReadings)
 {
     EXPECT_TRUE(parsed({"radio", "mode", "--watch"}).context.output.watch);
+    EXPECT_TRUE(parsed({"doctor", "--watch"}).context.output.watch);
+    EXPECT_EQ(usage_failure({"doctor", "--fix", "--watch"}).find("--watch is for"), 0U);
     const std::string only = "--watch is for commands that only read, not for 'cmifctl ";
     EXPECT_EQ(usage_failure({"radio", "mode", "auto", "--watch"}),
               only + "radio mode' | Leave --watch out.");
@@ -230,6 +236,10 @@ TEST(CommandLine, TakesTheTimeLimitFromTheEnvironmentToo)
     setenv("CMIF_TIMEOUT", "soon", 1);
     EXPECT_EQ(usage_failure({"status"}), "CMIF_TIMEOUT takes a number of seconds, not 'soon' | "
                                          "From 0 to 1000000; 0 = no limit.");
+    EXPECT_TRUE(parsed({"--help"}).help);
+    EXPECT_EQ(usage_failure({"manual"}), "accepted");
+    EXPECT_EQ(usage_failure({"completion", "bash"}), "accepted");
+    EXPECT_EQ(usage_failure({"complete", "--", "status"}), "accepted");
     setenv("CMIF_TIMEOUT", "", 1);
     EXPECT_FALSE(parsed({"status"}).context.options.timeout);
     unsetenv("CMIF_TIMEOUT");

@@ -14,7 +14,7 @@ complains 'it was withdrawn'
 writes_nothing
 [ "$(queued 899)" = 0 ] || fail 'the request is still queued'
 exits 3 cmifctl --json --timeout 1 network scan
-holds error.code=3 'error.name="no-answer"' error.withdrawn=true
+holds error.code=3 'error.name="no_answer"' error.withdrawn=true
 [ "$(queued 899)" = 0 ] || fail 'the request is still queued'
 
 # The daemon picks up a long search, and is killed during it.

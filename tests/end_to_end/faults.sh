@@ -145,7 +145,7 @@ shows 'registration: searching'
 exits 0 cmif-sim ctl coverage full
 exits 0 cmif-sim ctl deny 15
 exits 0 cmifctl network show
-shows 'registration: registration denied'
+shows 'registration: denied'
 exits 0 cmif-sim ctl allow
 exits 0 cmif-sim ctl sim remove
 exits 4 cmifctl sim retries

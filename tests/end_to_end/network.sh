@@ -4,7 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 
 exits 6 cmifctl --json network list
-holds error.code=6 'error.name="file-missing"'
+holds error.code=6 'error.name="file_missing"'
 register
 exits 0 cmifctl --json network scan-state
 holds search.state.code=0
@@ -52,9 +52,9 @@ holds 'network.technology.name="gsm"'
 exits 0 cmifctl radio roaming off
 within 20 network_is denied
 exits 0 cmifctl network show
-shows 'registration: registration denied'
+shows 'registration: denied'
 exits 0 cmifctl status
-shows 'registration: registration denied'
+shows 'registration: denied'
 exits 0 cmifctl radio roaming auto
 
 exits 0 cmifctl network auto

@@ -47,10 +47,12 @@ ended_by TERM 15
 [ "$(wc -l <"$work/watched")" -eq "$(jq -c .sim.state.code "$work/watched" | grep -cx 3)" ] ||
     fail 'not one document a line'
 cat "$work/watched" >>"$documents"
-watches human sim status
-within 10 three_lines 'state: PIN required'
-ended_by HUP 1
-grep -qx '' "$work/watched" || fail 'no empty line between readings'
+for format in human keyvalue; do
+    watches "$format" sim status
+    within 10 three_lines '^sim.state.name: pin_required$\|state: PIN required'
+    ended_by HUP 1
+    grep -qx '' "$work/watched" || fail 'no empty line between readings'
+done
 
 # On a terminal each reading takes the place of the last one: cursor home, the rest cleared.
 script -qfc 'exec cmifctl sim status --watch=0.1' "$work/watched" >/dev/null 2>&1 </dev/null &
@@ -67,7 +69,7 @@ rm /tmp/modify_profile_in_progress
 watches json data status
 within 10 three_lines '"state"'
 touch /tmp/modify_profile_in_progress
-within 10 three_lines '"profile-busy"'
+within 10 three_lines '"profile_busy"'
 rm /tmp/modify_profile_in_progress
 : >"$work/watched"
 within 10 three_lines '"state"'

@@ -11,7 +11,7 @@ exits 8 cmifctl data profile set --apn internet.example
 complains 'the QMI daemon is not ready'
 exits 0 cmifctl config set lte_qmi_apn internet.example
 exits 8 cmifctl --json data start
-holds error.code=8 'error.name="not-ready"'
+holds error.code=8 'error.name="not_ready"'
 exits 0 cmifctl --json sim status
 holds 'sim.state.name="pin_required"' daemons.qmi.answers=false
 kill_router 15

@@ -15,7 +15,7 @@ touch /tmp/modify_profile_in_progress
 exits 7 cmifctl data status
 complains 'a profile change is in progress'
 exits 7 cmifctl --json data status
-holds error.code=7 'error.name="profile-busy"'
+holds error.code=7 'error.name="profile_busy"'
 exits 0 cmifctl --json status
 holds data.state=null 'sim.state.name="pin_required"'
 exits 0 cmifctl config set lte_qmi_apn internet.example

@@ -19,7 +19,7 @@ complains 'there is no provider list'
 
 # A request without a daemon fails at once, and creates no queue.
 exits 8 cmifctl --json sim retries
-holds error.code=8 'error.name="not-ready"'
+holds error.code=8 'error.name="not_ready"'
 [ -z "$(queued 899)" ] || fail 'the tool made a queue'
 [ $(($(date +%s) - started)) -le 10 ] || fail 'too slow'
 
