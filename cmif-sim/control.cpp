@@ -22,7 +22,11 @@ class Connection
 {
 public:
     explicit Connection(int file) : file_(file) {}
-    ~Connection() { close(file_); }
+    ~Connection()
+    {
+        shutdown(file_, SHUT_RDWR); // also for copies that a new process may have for a moment
+        close(file_);
+    }
     Connection(const Connection &) = delete;
     Connection &operator=(const Connection &) = delete;
 

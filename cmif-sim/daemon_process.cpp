@@ -47,6 +47,7 @@ void keep_only(int file)
     prctl(PR_SET_NAME, name);
     alignas(long) char record[max_record];
     char question = 0;
+    send(router, "", 1, MSG_NOSIGNAL);
     while (getppid() == parent && read(router, &question, 1) == 1) {
         std::optional<std::size_t> payload;
         while (!(payload = requests.receive(record, DaemonThread::max_payload)))
@@ -76,6 +77,8 @@ DaemonProcess::DaemonProcess(const char *name, key_t requests)
         close(socket_);
         throw std::system_error(errno, std::generic_category(), "fork");
     }
+    char ready = 0; // from now on it can be frozen: it holds no file of this program any more
+    while (recv(socket_, &ready, 1, 0) == -1 && errno == EINTR) {}
 }
 
 DaemonProcess::~DaemonProcess()
