@@ -34,7 +34,7 @@ public:
 
 private:
     void run();
-    void serve(int connection) const;
+    void serve(int file) const;
 
     std::vector<int> listening_;
     Reply reply_;
