@@ -16,6 +16,7 @@ namespace
 
 using Key = std::optional<StandInKey>;
 
+constexpr const char *user_field = "user", *password_field = "password";
 constexpr std::size_t at_text_size = CMIF_AT_PAYLOAD - sizeof(int);
 
 std::string hidden(std::string_view text, const Key &key)
@@ -155,8 +156,8 @@ std::string encoded(const daemons::DataProfile &profile)
 void add_profile(JsonLine &line, const daemons::DataProfile &profile, const Key &key)
 {
     line.add("apn", profile.apn);
-    line.add("user", hidden(profile.user, key));
-    line.add("password", hidden(profile.password, key));
+    line.add(user_field, hidden(profile.user, key));
+    line.add(password_field, hidden(profile.password, key));
     line.add("auth", number_of(profile.authentication));
     line.add("pdp", number_of(profile.pdp_type));
     line.add("family", number_of(profile.family));
@@ -221,6 +222,17 @@ void add_record(JsonLine &line, Queue queue, const Record &record, const Key &ke
         add_qmi_request(line, record.code, record.payload, key);
     else
         add_qmi_reply(line, record.code, record.payload, key);
+}
+
+bool is_secret_field(Channel channel, long code, std::string_view name)
+{
+    if (channel == Channel::qmi)
+        return name == user_field || name == password_field;
+    const daemons::AtForm *form = daemons::find_at_form(code);
+    return form && std::any_of(std::begin(form->fields), std::end(form->fields),
+                               [name](const daemons::AtField &field) {
+                                   return field.secret && field.label == name;
+                               });
 }
 
 } // namespace cmif_record

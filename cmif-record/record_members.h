@@ -28,6 +28,9 @@ struct Record {
 void add_record(JsonLine &line, Queue queue, const Record &record,
                 const std::optional<StandInKey> &key);
 
+// Whether a request's field of this name holds a secret.
+bool is_secret_field(Channel channel, long code, std::string_view name);
+
 } // namespace cmif_record
 
 #endif

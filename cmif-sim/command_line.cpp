@@ -43,12 +43,16 @@ constexpr Argument clock_  {option, "clock",    "CLOCK", "what time the simulati
 constexpr Argument state   {option, "state",    "STATE", "bring the modem there before the start", states};
 constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)"};
 constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true};
+constexpr Argument record  {option, "record",  "FILE",   "write what the daemons exchange and set, one line of JSON each"};
+constexpr Argument secrets {flag,   "with-secrets", "",  "keep secrets and identities in the recording as they are"};
+constexpr Argument recording{required, "recording", "FILE", "what cmif-record or --record has written"};
 
-constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, command};
-constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both};
+constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets, command};
+constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets};
 constexpr Argument ctl_arguments[]   = {box, line};
 constexpr Argument box_arguments[]   = {box};
 constexpr Argument enter_arguments[] = {box, command};
+constexpr Argument replay_arguments[] = {recording, pace, command};
 constexpr Argument options[]         = {cli::help_option, cli::version_option};
 
 constexpr const char *run_details =
@@ -64,6 +68,9 @@ constexpr const char *ctl_details =
     "The exit status is 1 if a command fails, and 2 if a line is wrong.";
 constexpr const char *enter_details =
     "The program has the message queues, processes, /tmp, /data and store of that router, and ends with it.";
+constexpr const char *replay_details =
+    "A request gets the next recorded reply for its code and fields, after the recorded delay, and what the daemons set before that reply is set before it. "
+    "A request that was not recorded is answered with not_supported, and named on standard error.";
 
 constexpr cli::Command commands[] = {
     //path         summary                                           access example               arguments
@@ -72,6 +79,7 @@ constexpr cli::Command commands[] = {
     {"ctl",        "give a running router commands",                 acts,  "fault at 12 delay 5s", ctl_arguments, ctl_details},
     {"status",     "show what a running router does",                reads, "",                   box_arguments},
     {"enter",      "run a program, or a shell, beside a running router", acts, "-- cmifctl status", enter_arguments, enter_details},
+    {"replay",     "run a program, or a shell, beside daemons that answer as recorded", acts, "trouble.jsonl -- cmifctl status", replay_arguments, replay_details},
     {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},
     {"manual",     "print the manual page, for man -l -",            acts,  ""},
     {"complete",   "list what may follow on a command line, for shells", acts, "-- run --s",      cli::complete_arguments},
@@ -169,6 +177,14 @@ ServerOptions server_options(const cli::Arguments &given)
     chosen.scenario_name = given.text("scenario");
     if (given.has("scenario"))
         chosen.scenario = scenario::read_script_file(chosen.scenario_name);
+    if (given.has("record"))
+        chosen.record = std::make_shared<cmif_record::Recording>(
+            cmif_record::create_recording(given.text("record"), given.has("with-secrets")));
+    else if (given.has("with-secrets"))
+        throw cli::UsageError("--with-secrets needs --record");
+    if (given.has("recording"))
+        chosen.replay = std::make_shared<cmif_record::RecordingContents>(
+            cmif_record::read_recording(given.text("recording")));
     return chosen;
 }
 

@@ -54,7 +54,7 @@ int run_line(const cli::Line &line)
         return enter(chosen_box(line.arguments), line.arguments.all("command"));
     const ServerOptions options = server_options(line.arguments);
     check_scenario(options);
-    return line.path == "run" ? run(options, line.arguments.all("command")) : serve(options, -1);
+    return line.path == "serve" ? serve(options, -1) : run(options, line.arguments.all("command"));
 }
 
 int program(int count, char **words)

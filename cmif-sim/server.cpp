@@ -1,10 +1,12 @@
 #include "server.h"
 
 #include "boxes.h"
+#include "cmif-record/hooks.h"
 #include "command_lines.h"
 #include "control.h"
 #include "daemons/service_lock.h"
 #include "platform/host_store.h"
+#include "replay_server.h"
 #include "sandbox/leftovers.h"
 #include "simulation.h"
 
@@ -120,6 +122,11 @@ try {
     if (host_store_power_cycle() != 0)
         return 1;
     host_store_announce();
+    if (options.replay)
+        return serve_recording(*options.replay, options.pace, signals,
+                               [ready_fd] { notify_ready(ready_fd); });
+    if (options.record)
+        cmif_record::record_to(*options.record);
     return serve_until(signals, options, ready_fd);
 } catch (const std::exception &error) {
     std::fprintf(stderr, "cmif-sim: %s\n", error.what());

@@ -3,6 +3,10 @@
 #ifndef CMIF_SIM_SERVER_H
 #define CMIF_SIM_SERVER_H
 
+#include "cmif-record/reader.h"
+#include "cmif-record/recording.h"
+
+#include <memory>
 #include <string>
 
 namespace cmif_sim
@@ -24,6 +28,9 @@ struct ServerOptions {
     // listens, or -1, and its path.
     int control = -1;
     const char *control_path = "";
+
+    std::shared_ptr<cmif_record::Recording> record{}; // of what the daemons exchange and set
+    std::shared_ptr<const cmif_record::RecordingContents> replay{}; // instead of the daemons
 };
 
 // Serves until SIGTERM or SIGINT and returns the exit status: 0, or 1 when it can't start. Writes
