@@ -69,14 +69,14 @@ std::optional<std::size_t> Replay::find(const Event &request) const
 }
 
 // Of a request that is passed here, the caller may still come.
-void Replay::carry_out_before(std::size_t end, Time now)
+void Replay::carry_out_before(std::size_t end, Time time)
 {
     if (end < next_)
         return;
     for (; next_ < end; ++next_)
         if (!steps_[next_].done && steps_[next_].event->type != Type::request)
             carry_out_(*steps_[next_].event);
-    since_ = now;
+    since_ = time;
     since_recorded_ = steps_[end].event->time;
 }
 
@@ -87,11 +87,11 @@ void Replay::start(Time now)
     if (steps_.empty())
         return;
     since_recorded_ = steps_.front().event->time;
-    std::size_t end = 0;
-    while (end + 1 < steps_.size() && steps_[end].event->type != Type::request &&
-           steps_[end].event->time <= since_recorded_ + start_up)
-        ++end;
-    carry_out_before(end, now);
+    for (; next_ < steps_.size() && steps_[next_].event->type != Type::request &&
+           steps_[next_].event->time <= since_recorded_ + start_up;
+         ++next_)
+        if (!steps_[next_].done)
+            carry_out_(*steps_[next_].event);
 }
 
 bool Replay::take(const Event &request, Time now)
@@ -122,7 +122,7 @@ void Replay::advance(Time now)
 {
     for (auto reply = replies_.begin(); reply != replies_.end() && reply->first <= now;
          reply = replies_.begin()) {
-        carry_out_before(reply->second, now);
+        carry_out_before(reply->second, reply->first); // not now: a delay must not add up
         carry_out_(*steps_[reply->second].event);
         replies_.erase(reply);
     }

@@ -45,7 +45,7 @@ private:
     bool matches(const Event &recorded, const Event &request) const;
     std::optional<std::size_t> find(const Event &request) const;
     std::optional<std::size_t> next_due(Time now);
-    void carry_out_before(std::size_t end, Time now);
+    void carry_out_before(std::size_t end, Time time);
     Time due(const Event &event, Time since, long long since_recorded) const;
 
     bool secrets_replaced_;
