@@ -28,6 +28,13 @@ RecordingSettings create_recording(const std::string &file, bool with_secrets);
 // Whether this process took the record from a queue or put it there.
 enum class Action { received, sent };
 
+struct FileIdentity {
+    std::uint32_t device_major, device_minor;
+    std::uint64_t inode;
+
+    bool operator==(const FileIdentity &) const = default;
+};
+
 // Nothing here fails, changes errno or is a point where a thread can be cancelled: what can't be
 // written is lost.
 class Recording
@@ -51,8 +58,7 @@ private:
 
     RecordingSettings settings_;
     std::atomic<int> file_ = -1;
-    dev_t device_ = 0;
-    ino_t inode_ = 0;
+    FileIdentity identity_{};
 };
 
 } // namespace cmif_record
