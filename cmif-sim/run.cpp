@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -55,10 +56,13 @@ int run(const ServerOptions &options, const std::vector<std::string> &command)
         visible_paths.push_back(fs::absolute(store));
     }
     const TerminalKept terminal;
-    const BoxSocket socket;
+    std::optional<BoxSocket> socket;
     ServerOptions reachable = options;
-    reachable.control = socket.file();
-    reachable.control_path = socket.path().c_str();
+    if (!options.replay) { // a recording takes no commands
+        socket.emplace();
+        reachable.control = socket->file();
+        reachable.control_path = socket->path().c_str();
+    }
     const auto work = [&reachable, &command, directory = program_directory()] {
         extend_path(directory);
         return run_inside(reachable, command);
