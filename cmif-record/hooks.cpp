@@ -23,11 +23,6 @@ Function next(const char *name)
     return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
 }
 
-struct FoundQueue {
-    std::optional<Queue> queue; // none: not one of ours
-    bool has_room;              // for a record of the given size
-};
-
 std::optional<Queue> queue_of(key_t key)
 {
     switch (key) {
@@ -44,17 +39,33 @@ std::optional<Queue> queue_of(key_t key)
     }
 }
 
-// The system is asked each time: a queue can be removed and made again under another id, and
-// another namespace has other queues under the same ids.
-FoundQueue find_queue(int id, std::size_t size)
+struct KnownQueue {
+    key_t key;
+    std::atomic<int> id = -1;
+};
+
+KnownQueue known[] = {
+    {CMIF_AT_REQUEST_KEY}, {CMIF_AT_REPLY_KEY}, {CMIF_QMI_REQUEST_KEY}, {CMIF_QMI_REPLY_KEY}};
+
+// The last id that this process got for the key: a queue may be removed and made again.
+void note(key_t key, int id)
 {
+    for (KnownQueue &queue : known)
+        if (queue.key == key)
+            queue.id = id;
+}
+
+// A queue that this process did not look up, but has from its parent, is looked up by its id.
+std::optional<Queue> find_queue(int id)
+{
+    for (const KnownQueue &queue : known)
+        if (queue.id == id)
+            return queue_of(queue.key);
     const int error = errno;
     msqid_ds found{};
-    const bool known = msgctl(id, IPC_STAT, &found) == 0;
+    const bool exists = msgctl(id, IPC_STAT, &found) == 0;
     errno = error;
-    if (!known)
-        return {std::nullopt, false};
-    return {queue_of(found.msg_perm.__key), found.__msg_cbytes + size <= found.msg_qbytes};
+    return exists ? queue_of(found.msg_perm.__key) : std::nullopt;
 }
 
 Record record_at(const void *bytes, std::size_t size)
@@ -71,31 +82,44 @@ ssize_t receive(int id, void *bytes, std::size_t size, long type, int flags)
     Recording *const recording = (flags & MSG_COPY) != 0 ? nullptr : current.load();
     if (!recording)
         return real(id, bytes, size, type, flags);
-    const FoundQueue found = find_queue(id, 0);
+    const std::optional<Queue> queue = find_queue(id);
     const ssize_t received = real(id, bytes, size, type, flags);
-    if (found.queue && received >= 0)
-        recording->add(*found.queue, Action::received,
+    if (queue && received >= 0)
+        recording->add(*queue, Action::received,
                        record_at(bytes, static_cast<std::size_t>(received)));
     return received;
 }
 
-// The line is written first, so that it precedes all that the receiver does. Where the queue is
-// full it follows: the record may never be sent.
+int look_up(key_t key, int flags)
+{
+    using Get = int (*)(key_t, int);
+    static const auto real = next<Get>("msgget");
+    const int id = real(key, flags);
+    if (id >= 0)
+        note(key, id);
+    return id;
+}
+
+// The line is written first, so that it precedes all that the receiver does. A daemon may try again
+// and again while a queue is full: only its first attempt is told, and the one that succeeds.
 int send(int id, const void *bytes, std::size_t size, int flags)
 {
     using Send = int (*)(int, const void *, std::size_t, int);
     static const auto real = next<Send>("msgsnd");
+    thread_local int full_queue = -1;
     Recording *const recording = current.load();
-    const FoundQueue found = recording ? find_queue(id, size) : FoundQueue{};
-    if (!found.queue)
+    const std::optional<Queue> queue = recording ? find_queue(id) : std::nullopt;
+    if (!queue)
         return real(id, bytes, size, flags);
-    if (found.has_room)
-        recording->add(*found.queue, Action::sent, record_at(bytes, size));
+    const bool first = full_queue != id;
+    if (first)
+        recording->add(*queue, Action::sent, record_at(bytes, size));
     const int result = real(id, bytes, size, flags);
-    if (result == 0 && !found.has_room)
-        recording->add(*found.queue, Action::sent, record_at(bytes, size));
-    if (result != 0 && found.has_room)
+    if (first && result != 0)
         recording->add_failure();
+    if (!first && result == 0)
+        recording->add(*queue, Action::sent, record_at(bytes, size));
+    full_queue = result != 0 && errno == EAGAIN ? id : -1;
     return result;
 }
 
@@ -124,6 +148,11 @@ void record_to(Recording &recording)
 }
 
 } // namespace cmif_record
+
+extern "C" int msgget(key_t key, int msgflg)
+{
+    return cmif_record::look_up(key, msgflg);
+}
 
 extern "C" ssize_t msgrcv(int msqid, void *msgp, std::size_t msgsz, long msgtyp, int msgflg)
 {

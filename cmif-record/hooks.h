@@ -1,5 +1,5 @@
-// msgrcv, msgsnd and tarnNvramConfig_set in front of the C library's and the store's. They pass on,
-// and note what passes in the recording.
+// msgget, msgrcv, msgsnd and tarnNvramConfig_set in front of the C library's and the store's. They
+// pass on, and note what passes in the recording.
 #ifndef CMIF_RECORD_HOOKS_H
 #define CMIF_RECORD_HOOKS_H
 

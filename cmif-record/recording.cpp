@@ -1,6 +1,7 @@
 #include "recording.h"
 
 #include "cmif/cmif.h"
+#include "own_numbers.h"
 #include "secret_keys.h"
 
 #include <array>
@@ -136,8 +137,9 @@ JsonLine Recording::start_line(const char *type) const
 {
     JsonLine line;
     line.add_seconds("time", now() - settings_.start);
-    line.add("process", getpid());
-    line.add("thread", static_cast<long long>(syscall(SYS_gettid)));
+    const OwnNumbers own = own_numbers();
+    line.add("process", own.process);
+    line.add("thread", own.thread);
     line.add("type", type);
     return line;
 }

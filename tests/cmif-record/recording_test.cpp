@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <pthread.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 
@@ -104,6 +105,17 @@ TEST_F(Recording, FollowsQueuesThatAreMadeAgain)
     EXPECT_EQ(found[1]["code"], 6);
 }
 
+// As with a queue that a parent looked up before the recording began.
+TEST_F(Recording, KnowsAQueueByItsIdAlone)
+{
+    const int id = static_cast<int>(syscall(SYS_msgget, CMIF_QMI_REPLY_KEY, IPC_CREAT | 0600));
+    start();
+    qmi_msg record{CMIF_QMI_START, {}};
+    ASSERT_EQ(msgsnd(id, &record, 4, 0), 0);
+    ASSERT_EQ(events().size(), 1U);
+    EXPECT_EQ(events()[0]["channel"], "qmi");
+}
+
 TEST_F(Recording, LeavesOtherQueuesAndLooksAlone)
 {
     start();
@@ -135,7 +147,7 @@ TEST_F(Recording, TellsOfSettingsAndOfThoseThatFail)
     EXPECT_EQ(get("lte_sim_status"), "READY");
 }
 
-TEST_F(Recording, WritesNothingForARecordThatFindsNoRoom)
+TEST_F(Recording, TellsOnceThatAQueueIsFull)
 {
     start();
     while (send(CMIF_AT_REPLY_KEY, 4, at({})) == 0)
@@ -143,7 +155,14 @@ TEST_F(Recording, WritesNothingForARecordThatFindsNoRoom)
     EXPECT_EQ(errno, EAGAIN);
     msqid_ds state{};
     msgctl(queue(CMIF_AT_REPLY_KEY), IPC_STAT, &state);
-    EXPECT_EQ(events().size(), state.msg_qnum);
+    EXPECT_EQ(events().size(), state.msg_qnum + 2);
+    EXPECT_EQ(events().back()["type"], "failed");
+    EXPECT_EQ(send(CMIF_AT_REPLY_KEY, 4, at({})), -1);
+    EXPECT_EQ(events().size(), state.msg_qnum + 2);
+    EXPECT_EQ(receive(CMIF_AT_REPLY_KEY), CMIF_AT_PAYLOAD);
+    EXPECT_EQ(send(CMIF_AT_REPLY_KEY, 4, at({})), 0);
+    EXPECT_EQ(send(CMIF_AT_REPLY_KEY, 4, at({})), -1);
+    EXPECT_EQ(events().size(), state.msg_qnum + 2 + 2 + 2);
 }
 
 TEST_F(Recording, HasTheProviderListBeforeTheReplyToASearch)
