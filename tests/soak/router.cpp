@@ -8,10 +8,12 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <string>
 #include <sys/msg.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace soak
 {
@@ -24,6 +26,40 @@ namespace fs = std::filesystem;
 {
     std::fprintf(stderr, "%s\n", why);
     std::exit(1);
+}
+
+fs::path folder_of(pid_t process)
+{
+    return "/proc/" + std::to_string(process);
+}
+
+// The process, its children and theirs: each daemon is a process of its own.
+std::vector<pid_t> family_of(pid_t process)
+{
+    std::vector<pid_t> family{process};
+    for (std::size_t i = 0; i < family.size(); ++i) {
+        std::ifstream children(folder_of(family[i]) / "task" / std::to_string(family[i]) /
+                               "children");
+        for (pid_t child = 0; children >> child;)
+            family.push_back(child);
+    }
+    return family;
+}
+
+int private_memory(pid_t process)
+{
+    constexpr const char *name = "RssAnon:";
+    std::ifstream status(folder_of(process) / "status");
+    for (std::string line; std::getline(status, line);)
+        if (line.starts_with(name))
+            return std::atoi(line.c_str() + std::char_traits<char>::length(name));
+    return 0;
+}
+
+int descriptors(pid_t process)
+{
+    const fs::directory_iterator all(folder_of(process) / "fd");
+    return static_cast<int>(std::distance(begin(all), end(all)));
 }
 
 } // namespace
@@ -65,15 +101,12 @@ void Router::kill()
 
 Router::Size Router::size() const
 {
-    const std::string folder = "/proc/" + std::to_string(process_);
-    Size size;
-    std::ifstream status(folder + "/status");
-    for (std::string line; std::getline(status, line);)
-        if (line.starts_with("RssAnon:"))
-            size.kilobytes = std::atoi(line.c_str() + sizeof "RssAnon:");
-    for ([[maybe_unused]] const auto &entry : fs::directory_iterator(folder + "/fd"))
-        ++size.descriptors;
-    return size;
+    Size all;
+    for (const pid_t process : family_of(process_)) {
+        all.kilobytes += private_memory(process);
+        all.descriptors += descriptors(process);
+    }
+    return all;
 }
 
 } // namespace soak

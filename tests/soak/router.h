@@ -10,8 +10,8 @@ namespace soak
 class Router
 {
 public:
-    struct Size {
-        int kilobytes = 0; // of memory that it has touched and shares with no other
+    struct Size {          // of all its processes
+        int kilobytes = 0; // memory that they have touched and that no file provides
         int descriptors = 0;
     };
 
