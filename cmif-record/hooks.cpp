@@ -108,7 +108,9 @@ int send(int id, const void *bytes, std::size_t size, int flags)
     static const auto real = next<Send>("msgsnd");
     thread_local int full_queue = -1;
     Recording *const recording = current.load();
-    const std::optional<Queue> queue = recording ? find_queue(id) : std::nullopt;
+    if (!recording)
+        return real(id, bytes, size, flags);
+    const std::optional<Queue> queue = find_queue(id);
     if (!queue)
         return real(id, bytes, size, flags);
     const bool first = full_queue != id;
