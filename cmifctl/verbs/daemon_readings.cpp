@@ -2,6 +2,7 @@
 
 #include "client/channel.h"
 #include "client/process.h"
+#include "client/unanswered.h"
 #include "cmifctl/output/times.h"
 #include "platform/host_store.h"
 
@@ -22,18 +23,31 @@ std::optional<msqid_ds> queue_state(client::Channel channel)
                                                                : std::nullopt;
 }
 
-// Unknown while nothing was taken yet, or by a process that can't be seen from here.
-Json serves(const std::optional<msqid_ds> &queue)
+// The process that last took a request to serve it; 0 when it isn't known.
+pid_t last_reader(client::Channel channel)
+try {
+    return client::Unanswered().daemon_of(channel);
+} catch (const Failure &) {
+    return 0;
+}
+
+// Unknown while nothing was taken yet, by a process that can't be seen from here, or by one that
+// has ended while another daemon runs, which may have taken nothing so far.
+Json serves(bool queue, pid_t reader)
 {
     if (!queue)
         return false;
-    return queue->msg_lrpid > 0 ? Json(client::process_exists(queue->msg_lrpid)) : Json();
+    if (reader > 0 && client::process_exists(reader))
+        return true;
+    const bool none_runs = *host_store_announced() == '\0';
+    return reader > 0 && none_runs ? Json(false) : Json();
 }
 
-std::string serves_text(const Json &serves, bool queue)
+std::string serves_text(const Json &serves, bool queue, pid_t reader)
 {
     if (serves.is_null())
-        return "not known: nothing was taken from its queue yet";
+        return reader > 0 ? "not known: its last reader has ended"
+                          : "not known: nothing was taken from its queue yet";
     if (!queue)
         return "not started: its queue is missing";
     return serves == true ? "serving" : "ended";
@@ -54,19 +68,22 @@ Field age(const char *key, const Json &seconds)
 void report_at_daemon(Context &context)
 {
     const auto queue = queue_state(client::Channel::at);
-    const Json state = serves(queue);
-    const pid_t reader = queue ? queue->msg_lrpid : 0;
+    const pid_t reader = queue ? last_reader(client::Channel::at) : 0;
+    const Json state = serves(queue.has_value(), reader);
+    // A client that has withdrawn its request hides the time of the daemon's own reading.
+    const bool read_last = reader > 0 && client::process_of(queue->msg_lrpid) == reader;
     const Json waiting = queue ? Json(queue->msg_qnum) : Json();
     const auto add = [&context](Field field) { context.report.field("daemons", std::move(field)); };
     add({.key = "at.serves",
          .value = state,
-         .text = serves_text(state, queue.has_value()),
+         .text = serves_text(state, queue.has_value(), reader),
          .label = "AT daemon"});
     add({.key = "at.last_reader.process",
          .value = reader > 0 ? Json(reader) : Json(),
          .text = reader > 0 ? client::process_name(reader) : "",
          .label = "last reader"});
-    Field last_read = age("at.last_reader.age", queue ? seconds_since(queue->msg_rtime) : Json());
+    Field last_read =
+        age("at.last_reader.age", read_last ? seconds_since(queue->msg_rtime) : Json());
     last_read.label = "last read";
     add(std::move(last_read));
     add({.key = "at.waiting",
