@@ -1,6 +1,7 @@
 #include "client/code_lock.h"
 #include "client/file.h"
 #include "client/process.h"
+#include "client/queues.h"
 #include "client/result.h"
 #include "client/unanswered.h"
 #include "cmif/cmif.h"
@@ -55,9 +56,11 @@ try {
     return false;
 }
 
-// Nothing when it can't be tried.
+// Nothing when it can't be tried. The answer would find no room in a full queue, and stay due.
 std::optional<bool> answers(const Context &context, const ChannelLook &look)
 {
+    if (client::filling_of(look.channel, client::reply_key(look.channel)).full)
+        return std::nullopt;
     client::CallOptions options = context.options;
     options.timeout = probe_timeout;
     for (const Call &probe : probes_of(look.channel)) {
