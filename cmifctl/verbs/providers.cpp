@@ -1,10 +1,14 @@
 #include "providers.h"
 
+#include "client/file.h"
 #include "cmif/cmif.h"
 #include "cmifctl/calls.h"
 
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <ctime>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <vector>
 
@@ -41,6 +45,36 @@ int read_providers(Json &output)
     return result;
 }
 
+[[noreturn]] void fail_missing()
+{
+    throw Failure(Exit::no_file, "there is no provider list (" CMIF_PROVIDER_LIST_FILE ")",
+                  "Search for operators first: 'cmifctl network scan'.");
+}
+
+[[noreturn]] void fail_unreadable(const std::string &reason, const char *cure)
+{
+    throw Failure(Exit::other,
+                  "the provider list " CMIF_PROVIDER_LIST_FILE " can't be read: " + reason, cure);
+}
+
+// The library takes a list that it can't open for a missing one, and one that has no lines for an
+// empty one.
+void require_list()
+{
+    const client::File list(open(CMIF_PROVIDER_LIST_FILE, O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    const int error = errno;
+    struct stat found {
+    };
+    if (!list && error == ENOENT)
+        fail_missing();
+    if (!list)
+        fail_unreadable(std::strerror(error),
+                        "Run it as root or as the user of the AT daemon, which wrote the list.");
+    if (fstat(list.fd(), &found) != 0 || !S_ISREG(found.st_mode))
+        fail_unreadable("it is not a regular file", "Remove it: rm -r " CMIF_PROVIDER_LIST_FILE
+                                                    "; then search: 'cmifctl network scan'.");
+}
+
 // A list of long ago may name operators that are out of reach now.
 void report_age(Context &context)
 {
@@ -54,12 +88,12 @@ void report_age(Context &context)
 
 void report_providers(Context &context)
 {
+    require_list();
     Answer answer =
         client::call(context.options, {.request = no_request("shared_CMIF_GetNetworkProviderList"),
                                        .body = read_providers});
     if (answer.result != CMIF_OK)
-        throw Failure(Exit::no_file, "there is no provider list (" CMIF_PROVIDER_LIST_FILE ")",
-                      "Search for operators first: 'cmifctl network scan'.");
+        fail_missing();
     report_age(context);
     Table table{"providers",
                 {{"code", "CODE"},

@@ -7,7 +7,7 @@
 namespace cmifctl
 {
 
-// Fails with exit 6 when there is no provider list.
+// Fails with exit 6 when there is no provider list, with 1 when it can't be read.
 void report_providers(Context &context);
 
 } // namespace cmifctl

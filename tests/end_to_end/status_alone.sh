@@ -17,6 +17,21 @@ exits 0 cmifctl data status
 exits 6 cmifctl network list
 complains 'there is no provider list'
 
+# A list that can't be read is not a missing or an empty one.
+list=/tmp/lte_provider_list
+mkfifo "$list"
+exits 1 timeout 5 cmifctl network list
+complains 'not a regular file'
+writes_nothing
+rm "$list"
+: >"$list"
+chmod 600 "$list"
+if setpriv --reuid 65534 --clear-groups true 2>/dev/null; then
+    exits 1 setpriv --reuid 65534 --clear-groups cmifctl --json network list
+    holds 'error.name="other"' 'error.message="the provider list /tmp/lte_provider_list can'"'"'t be read: Permission denied"'
+fi
+rm "$list"
+
 # A request without a daemon fails at once, and creates no queue.
 exits 8 cmifctl --json sim retries
 holds error.code=8 'error.name="not_ready"'
