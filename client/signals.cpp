@@ -12,11 +12,15 @@ namespace client
 namespace
 {
 
+// All whose default ends a process, but SIGKILL and those of its own faults.
 sigset_t ending_signals()
 {
     sigset_t signals;
     sigemptyset(&signals);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM})
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE, SIGALRM, SIGUSR1, SIGUSR2,
+                             SIGXCPU, SIGXFSZ, SIGVTALRM, SIGPROF, SIGIO, SIGPWR, SIGSTKFLT})
+        sigaddset(&signals, number);
+    for (int number = SIGRTMIN; number <= SIGRTMAX; ++number)
         sigaddset(&signals, number);
     return signals;
 }

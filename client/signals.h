@@ -9,8 +9,8 @@
 namespace client
 {
 
-// While one exists, SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE and SIGALRM can be read from fd() and
-// don't end the process.
+// While one exists, the signals that would end the process (SIGINT, SIGTERM, SIGUSR1 and the like)
+// can be read from fd() and don't.
 class HeldSignals
 {
 public:
