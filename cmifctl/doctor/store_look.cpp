@@ -1,5 +1,5 @@
 #include "cmifctl/calls.h"
-#include "cmifctl/verbs/settings.h"
+#include "cmifctl/verbs/store.h"
 #include "look.h"
 #include "platform/host_store.h"
 

@@ -1,5 +1,7 @@
 #include "cmifctl/input/questions.h"
+#include "cmifctl/output/terminal.h"
 #include "settings.h"
+#include "store.h"
 #include "verbs.h"
 
 namespace cmifctl
@@ -29,6 +31,13 @@ std::string value_text(const Json &entry)
     return entry["value"].is_null() ? "" : entry["value"].get<std::string>();
 }
 
+// These show this process's store, whichever the daemons use.
+void note_other_store()
+{
+    if (const std::string other = other_store(); !other.empty())
+        note(other);
+}
+
 std::string given_value(const Context &context, const std::string &key)
 {
     const std::string value = context.arguments.text("value");
@@ -46,6 +55,7 @@ void config_get(Context &context)
 {
     const std::string key = context.arguments.text("key");
     const Json found = entry(context, key, setting(context, key));
+    note_other_store();
     context.report.data("setting", found);
     if (const std::string text = value_text(found); !text.empty())
         context.report.line(text);
@@ -64,6 +74,7 @@ void config_list(Context &context)
     const std::string prefix = context.arguments.text("prefix");
     Json list = Json::array();
     const Json all = all_settings(context);
+    note_other_store();
     for (const auto &[key, value] : all.items()) {
         if (!key.starts_with(prefix))
             continue;

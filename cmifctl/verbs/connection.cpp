@@ -3,6 +3,7 @@
 #include "cmif/cmif.h"
 #include "cmifctl/output/terminal.h"
 #include "connection_reason.h"
+#include "store.h"
 
 #include <chrono>
 #include <thread>
@@ -31,12 +32,13 @@ Transition transition_to(Target target)
 {
     if (target == Target::connected)
         return {{.request = qmi_request("shared_CMIF_start_network_interface", CMIF_QMI_START),
-                 .body = [](Json &) { return shared_CMIF_start_network_interface(); }},
+                 .body = in_daemons_store(
+                     [](Json &) { return shared_CMIF_start_network_interface(); })},
                 disconnected,
                 connected,
                 "connecting"};
     return {{.request = qmi_request("shared_CMIF_stop_network_interface", CMIF_QMI_STOP),
-             .body = [](Json &) { return shared_CMIF_stop_network_interface(); }},
+             .body = in_daemons_store([](Json &) { return shared_CMIF_stop_network_interface(); })},
             connected,
             disconnected,
             "disconnecting"};

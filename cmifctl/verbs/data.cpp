@@ -5,6 +5,7 @@
 #include "connection.h"
 #include "qmi_readings.h"
 #include "readings.h"
+#include "store.h"
 #include "verbs.h"
 
 namespace cmifctl
@@ -46,11 +47,11 @@ void data_auto_connect(Context &context)
     if (!context.arguments.has("state"))
         return report_reading(context, "data", "auto_connect");
     const int wanted = context.arguments.code("state", enums::on_off);
-    const Json state =
-        read(context, "shared_CMIF_set_auto_connect_when_start_up", [wanted](Json &output) {
-            shared_CMIF_set_auto_connect_when_start_up(wanted);
-            return reads(shared_CMIF_get_auto_connect_when_start_up)(output);
-        });
+    const Json state = read(context, "shared_CMIF_set_auto_connect_when_start_up",
+                            in_daemons_store([wanted](Json &output) {
+                                shared_CMIF_set_auto_connect_when_start_up(wanted);
+                                return reads(shared_CMIF_get_auto_connect_when_start_up)(output);
+                            }));
     if (state != wanted)
         throw Failure(Exit::other, "the setting was not stored",
                       "The store has written the reason to standard error.");

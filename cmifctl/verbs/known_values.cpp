@@ -2,6 +2,7 @@
 
 #include "providers.h"
 #include "settings.h"
+#include "store.h"
 
 #include <algorithm>
 
@@ -38,7 +39,7 @@ std::string text_of(const Json &object, const std::string &key)
 
 Candidates read_messages(Context &context)
 {
-    const Json settings = all_settings(context);
+    const Json settings = other_store().empty() ? all_settings(context) : Json::object();
     Candidates messages;
     for (int i = 1;; ++i) {
         const auto field = [&](const char *name) {

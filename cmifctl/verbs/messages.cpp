@@ -4,6 +4,7 @@
 #include "cmif/cmif.h"
 #include "cmifctl/output/times.h"
 #include "settings.h"
+#include "store.h"
 
 #include <sys/mman.h>
 
@@ -65,9 +66,9 @@ void check_count(const Context &context)
 
 Json read_messages(const Context &context)
 try {
-    return at_call(context,
-                   {.request = at_request("shared_CMIF_get_mobileSMSInfo", CMIF_AT_LIST_MESSAGES),
-                    .body = fill_messages});
+    return at_reading(
+        context, {.request = at_request("shared_CMIF_get_mobileSMSInfo", CMIF_AT_LIST_MESSAGES),
+                  .body = fill_messages});
 } catch (const Failure &failure) {
     if (failure.status() == Exit::other)
         check_count(context);

@@ -7,6 +7,7 @@
 #include "providers.h"
 #include "readings.h"
 #include "registration.h"
+#include "store.h"
 #include "verbs.h"
 
 #include <chrono>
@@ -76,20 +77,21 @@ void network_select(Context &context)
     Json technology; // any
     if (context.arguments.has("technology"))
         technology = context.arguments.code("technology", enums::selectable_technology);
+    const bool waits = !context.arguments.has("no-wait");
     const auto started = std::chrono::steady_clock::now();
+    const Body select = [&code, &technology](Json &) {
+        const std::string number = technology.is_null() ? "" : technology.dump();
+        return shared_CMIF_SetNetworkProvider(code.c_str(), number.c_str());
+    };
     at_call(context,
             {.request = at_request("shared_CMIF_SetNetworkProvider", CMIF_AT_SELECT_OPERATOR),
-             .body =
-                 [&code, &technology](Json &) {
-                     const std::string number = technology.is_null() ? "" : technology.dump();
-                     return shared_CMIF_SetNetworkProvider(code.c_str(), number.c_str());
-                 },
+             .body = waits ? in_daemons_store(select) : select,
              .timeout = search_timeout});
     constexpr int manual = 2;
     context.report.field("requested", coded("selection", enums::selection, manual));
     context.report.field("requested", {"operator_code", code});
     context.report.field("requested", coded("technology", enums::technology, technology));
-    if (context.arguments.has("no-wait"))
+    if (!waits)
         return context.report.result("accepted", "The modem has accepted the request.");
     wait_for_registration(context, {code, technology}, started);
     context.report.result("registered", "The modem is registered.");

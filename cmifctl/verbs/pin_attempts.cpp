@@ -3,8 +3,7 @@
 #include "client/result.h"
 #include "cmif/cmif.h"
 #include "daemons/cme_error.h"
-#include "platform/tarn_nvram_config.h"
-#include "settings.h"
+#include "store.h"
 
 #include <array>
 
@@ -32,11 +31,6 @@ struct Look {
     std::string sim_status; // "SIM PIN"; empty when it is unknown
 };
 
-bool is_stored(const char *key)
-{
-    return tarnNvramConfig_match(key, "") == 0;
-}
-
 // A counter that the daemon has not published reads as 0, which would be a blocked SIM.
 int read_counters(Json &output)
 {
@@ -53,10 +47,23 @@ int read_counters(Json &output)
 
 Look look_at_sim(const Context &context)
 {
-    const Json read = at_call(
+    const Json read = at_reading(
         context, {.request = at_request("shared_CMIF_get_mobilePINPUKC", CMIF_AT_GET_PIN_COUNTERS),
                   .body = read_counters});
     return {read["counters"], read["sim_status"]};
+}
+
+// Who insists on an attempt makes it without the daemons' store, too.
+Look look_if_possible(const Context &context)
+try {
+    return look_at_sim(context);
+} catch (const Failure &failure) {
+    if (failure.status() != Exit::other)
+        throw;
+    Json unknown;
+    for (const Counter &counter : counters)
+        unknown[counter.name] = nullptr;
+    return {unknown, ""};
 }
 
 std::string advice(const Attempt &attempt, bool none_left)
@@ -78,7 +85,8 @@ void check_counter(const Attempt &attempt, const Json &left, bool forced)
     const std::string secret = attempt.secret;
     if (left.is_null() && !forced)
         throw Failure(Exit::other, "the attempts left for the " + secret + " are not known",
-                      unknown_values_hint() + " Use --force to try anyway.", attempts(left, left));
+                      unknown_counters_hint() + " Use --force to try anyway.",
+                      attempts(left, left));
     if (left == 0)
         throw Failure(Exit::invalid, "no attempts left for the " + secret, advice(attempt, true),
                       attempts(left, left));
@@ -106,7 +114,7 @@ void check_asked(const Attempt &attempt, const Look &look, bool forced)
 Json check_attempt(const Context &context, const Attempt &attempt)
 {
     const bool forced = context.arguments.has("force");
-    const Look look = look_at_sim(context);
+    const Look look = forced ? look_if_possible(context) : look_at_sim(context);
     Json left = look.counters[attempt.counter];
     check_counter(attempt, left, forced);
     check_asked(attempt, look, forced);
@@ -203,6 +211,11 @@ private:
 };
 
 } // namespace
+
+std::string unknown_counters_hint()
+{
+    return "The AT daemon has published none; 'cmifctl doctor' may show why.";
+}
 
 Json retry_counters(const Context &context)
 {

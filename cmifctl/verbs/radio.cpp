@@ -2,6 +2,7 @@
 #include "cmifctl/calls.h"
 #include "cmifctl/input/questions.h"
 #include "readings.h"
+#include "store.h"
 #include "verbs.h"
 
 namespace cmifctl
@@ -72,7 +73,7 @@ void radio_domain(Context &context)
 {
     if (context.arguments.has("domain"))
         return change(context, domain_setting);
-    const Json domain = at_call(
+    const Json domain = at_reading(
         context,
         {.request = at_request("shared_CMIF_get_DomainServiceStatus", CMIF_AT_GET_PACKET_DOMAIN),
          .body = [](Json &output) {

@@ -6,7 +6,7 @@
 #include "cmifctl/output/times.h"
 #include "platform/tarn_nvram_config.h"
 #include "reading_rows.h"
-#include "settings.h"
+#include "store.h"
 
 #include <algorithm>
 #include <functional>
@@ -26,7 +26,7 @@ Json read_code(Reading::CodeGetter getter)
 Json raw_value(const Reading &reading)
 {
     Json value;
-    if (tarnNvramConfig_match(reading.stored, "") != 0)
+    if (!is_stored(reading.stored))
         return value; // where some getters give a number
     if (const auto *code_getter = std::get_if<Reading::CodeGetter>(&reading.getter))
         return read_code(*code_getter);
@@ -69,19 +69,18 @@ using Wanted = std::function<bool(const Reading &)>;
 
 void report_if(Context &context, const Wanted &wanted)
 {
-    const Json values = read(context, "reading the store", [&wanted](Json &output) {
-        require_store();
+    const Body body = [&wanted](Json &output) {
         for (const Reading &reading : all_readings())
             if (wanted(reading))
                 output.push_back(raw_value(reading));
         return 0;
-    });
+    };
+    const Json values =
+        read_published(context, {.request = no_request("reading the store"), .body = body});
     std::size_t next = 0;
     for (const Reading &reading : all_readings())
         if (wanted(reading))
             context.report.field(reading.section, field(reading, values.at(next++)));
-    if (const std::string other = other_store(); !other.empty())
-        note(other);
 }
 
 } // namespace
@@ -109,7 +108,8 @@ void report_reading(Context &context, std::string_view section, std::string_view
     });
     const Field &field = context.report.sections().back().fields.back();
     if (field.value.is_null() && field.text.empty())
-        note("the value is not known: nothing is stored");
+        note(other_store().empty() ? "the value is not known: nothing is stored"
+                                   : "the value is not known");
 }
 
 } // namespace cmifctl

@@ -2,7 +2,7 @@
 
 #include "cmifctl/output/terminal.h"
 #include "platform/tarn_nvram_config.h"
-#include "settings.h"
+#include "store.h"
 
 #include <algorithm>
 #include <thread>
@@ -35,7 +35,7 @@ int number(const char *key)
 Published published(const Context &context)
 {
     const Json all = read(context, "reading the registration", [](Json &output) {
-        require_store();
+        require_daemons_store();
         const Json stat =
             enumeration(enums::registration, tarnNvramConfig_get("lte_network_reg_status_state"));
         output = {{"registration", stat["code"].is_null() ? Json(-1) : stat["code"]},
@@ -63,6 +63,11 @@ bool is_done(const Published &now, const Selected &selected)
     return registered && fits && now.operator_code == selected.operator_code;
 }
 
+std::string state_text(int registration)
+{
+    return registration < 0 ? "unknown" : enumeration_text(enums::registration, registration);
+}
+
 double seconds_since(Clock::time_point start)
 {
     return std::chrono::duration<double>(Clock::now() - start).count();
@@ -79,7 +84,7 @@ void wait_for_registration(const Context &context, const Selected &selected,
         const Published now = published(context);
         if (is_done(now, selected))
             break;
-        const std::string state = enumeration_text(enums::registration, now.registration);
+        const std::string state = state_text(now.registration);
         show_progress("registering with " + selected.operator_code + " (" + state + ")");
         if (now.registration == denied && seconds_since(accepted) > grace_period)
             throw Failure(Exit::refused,

@@ -2,8 +2,7 @@
 
 #include "platform/host_store.h"
 #include "platform/tarn_nvram_config.h"
-
-#include <filesystem>
+#include "store.h"
 
 namespace cmifctl
 {
@@ -18,42 +17,7 @@ void check_key(const std::string &key)
                       "'cmifctl config list' shows the settings.");
 }
 
-// The store has already written the reason to standard error.
-void check_store(int result, const std::string &what)
-{
-    if (result != 0)
-        throw Failure(Exit::other, what,
-                      "The store is in " + std::string(host_store_directory()) +
-                          "; CMIF_STORE selects another directory.");
-}
-
 } // namespace
-
-void require_store()
-{
-    check_store(host_store_list([](const char *, const char *, void *) {}, nullptr),
-                "the settings can't be read");
-}
-
-std::string other_store()
-{
-    const std::string own = host_store_directory();
-    const std::string daemons = host_store_announced();
-    std::error_code ignored;
-    if (daemons.empty() || daemons == own || std::filesystem::equivalent(daemons, own, ignored))
-        return "";
-    return "the daemons use the store " + daemons + ", and this command " + own +
-           "; CMIF_STORE=" + daemons + " selects theirs";
-}
-
-std::string unknown_values_hint()
-{
-    const std::string other = other_store();
-    return other.empty()
-               ? "The daemon has published none in this store (" +
-                     std::string(host_store_directory()) + "); CMIF_STORE names another one."
-               : "The cause: " + other + ".";
-}
 
 std::string setting(const Context &context, const std::string &key)
 {
@@ -72,6 +36,7 @@ void change_setting(const Context &context, const std::string &key, const std::s
         throw Failure(Exit::invalid, "the value has " + std::to_string(value.size()) + " bytes",
                       "At most " + std::to_string(host_store_value_limit) + ".");
     read(context, "changing a setting", [&](Json &) {
+        require_daemons_store();
         check_store(tarnNvramConfig_set(key.c_str(), value.c_str()),
                     "the setting " + key + " was not stored");
         return 0;
@@ -93,6 +58,7 @@ Json all_settings(const Context &context)
 void save_settings(const Context &context)
 {
     read(context, "saving the settings", [](Json &) {
+        require_daemons_store();
         check_store(tarnNvramConfig_save(), "the settings were not saved");
         return 0;
     });

@@ -4,7 +4,7 @@
 #include "pin_attempts.h"
 #include "qmi_readings.h"
 #include "readings.h"
-#include "settings.h"
+#include "store.h"
 #include "verbs.h"
 
 namespace cmifctl
@@ -16,7 +16,7 @@ using Secrets = std::vector<std::string>;
 
 void show_pin_mode(Context &context)
 {
-    const Json mode = at_call(
+    const Json mode = at_reading(
         context,
         {.request = at_request("shared_CMIF_get_mobileSimPINMode", CMIF_AT_GET_PIN_MODE),
          .body = [](Json &output) { return read_text(output, shared_CMIF_get_mobileSimPINMode); }});
@@ -45,7 +45,7 @@ void sim_retries(Context &context)
         any = any || !left.is_null();
     }
     if (!any)
-        throw Failure(Exit::other, "the retry counters are not known", unknown_values_hint());
+        throw Failure(Exit::other, "the retry counters are not known", unknown_counters_hint());
 }
 
 void sim_enter_pin(Context &context)

@@ -1,6 +1,6 @@
 #include "cmif/cmif.h"
 #include "cmifctl/calls.h"
-#include "settings.h"
+#include "store.h"
 #include "verbs.h"
 
 #include <cstddef>
@@ -57,10 +57,9 @@ int read_summary(Json &output)
 // The record as the library fills it: its own words for what other commands show as codes.
 void summary(Context &context)
 {
-    const Json values = read(context, "shared_CMIF_GetWirelessBroadbandInfo", [](Json &output) {
-        require_store();
-        return read_summary(output);
-    });
+    const Json values =
+        read_published(context, {.request = no_request("shared_CMIF_GetWirelessBroadbandInfo"),
+                                 .body = read_summary});
     for (const auto &[key, value] : values.items())
         context.report.field("summary", {key, value, key == "rssi" ? "dBm" : ""});
 }

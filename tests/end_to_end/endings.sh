@@ -34,7 +34,7 @@ kill "$scan"
 wait "$scan" || [ $? -eq 143 ] || fail 'the search did not end by the signal'
 
 # Signals at any moment of a change.
-for signal in INT TERM HUP QUIT PIPE ALRM; do
+for signal in INT TERM HUP QUIT PIPE ALRM USR1 USR2 XCPU VTALRM RTMIN; do
     for delay in 0.02 0.05 0.1; do
         timeout --foreground -s $signal $delay cmifctl data profile set --apn "x$delay" \
             >/dev/null 2>&1 || :
@@ -44,6 +44,17 @@ done
 for key in 899 1158; do
     [ "$(queued $key)" = 0 ] || fail "a request is left in queue $key"
 done
+
+# An earlier marker that can't be removed is named as what it is.
+echo 1 >"$marker"
+if mount --bind "$marker" "$marker" 2>/dev/null; then
+    exits 0 cmifctl data profile set --apn z
+    complains "the earlier marker $marker could not be removed"
+    hides 'sh:'
+    hides 'rm:'
+    umount "$marker"
+fi
+rm "$marker"
 
 # What is in the marker's place hangs no command.
 mkfifo "$marker"

@@ -1,0 +1,79 @@
+#include "store.h"
+
+#include "cmifctl/output/terminal.h"
+#include "platform/host_store.h"
+#include "platform/tarn_nvram_config.h"
+
+#include <filesystem>
+
+namespace cmifctl
+{
+
+std::string other_store()
+{
+    const std::string own = host_store_directory();
+    const std::string daemons = host_store_announced();
+    std::error_code ignored;
+    if (daemons.empty() || daemons == own || std::filesystem::equivalent(daemons, own, ignored))
+        return "";
+    return "the daemons use the store " + daemons + ", and this command " + own +
+           "; CMIF_STORE=" + daemons + " selects theirs";
+}
+
+void require_store()
+{
+    check_store(host_store_list([](const char *, const char *, void *) {}, nullptr),
+                "the settings can't be read");
+}
+
+void require_daemons_store()
+{
+    if (const std::string other = other_store(); !other.empty())
+        throw Failure(Exit::other, other, "Nothing was sent or changed.");
+    require_store();
+}
+
+Body in_daemons_store(Body body)
+{
+    return [body = std::move(body)](Json &output) {
+        require_daemons_store();
+        return body(output);
+    };
+}
+
+bool is_stored(const char *key)
+{
+    return tarnNvramConfig_match(key, "") == 0;
+}
+
+Json at_reading(const Context &context, Call call)
+{
+    call.body = in_daemons_store(std::move(call.body));
+    return at_call(context, call);
+}
+
+Json read_published(const Context &context, Call call)
+{
+    call.body = [body = std::move(call.body)](Json &output) {
+        require_store();
+        return body(output);
+    };
+    const std::string other = other_store();
+    Json values = client::call(context.options, call).output;
+    if (other.empty())
+        return values;
+    note(other);
+    for (Json &value : values)
+        value = nullptr;
+    return values;
+}
+
+void check_store(int result, const std::string &what)
+{
+    if (result != 0)
+        throw Failure(Exit::other, what,
+                      "The store is in " + std::string(host_store_directory()) +
+                          "; CMIF_STORE selects another directory.");
+}
+
+} // namespace cmifctl
