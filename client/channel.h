@@ -35,14 +35,19 @@ constexpr const char *daemon_name(Channel channel)
 // All programs of one system agree on these numbers: they index the semaphores and the table of
 // unanswered requests. Codes that the interface doesn't have get no place.
 constexpr int max_places = 64;
+constexpr int places_of_channel = max_places / 2;
+
+// Of no code, because those begin with 1: for what concerns the whole channel.
+constexpr int place_of(Channel channel)
+{
+    return channel == Channel::at ? 0 : places_of_channel;
+}
 
 constexpr std::optional<int> place_of(RequestCode request)
 {
-    constexpr int places_of_channel = max_places / 2;
     if (request.channel == Channel::none || request.code < 1 || request.code >= places_of_channel)
         return std::nullopt;
-    const int first = request.channel == Channel::at ? 0 : places_of_channel;
-    return first + static_cast<int>(request.code);
+    return place_of(request.channel) + static_cast<int>(request.code);
 }
 
 } // namespace client

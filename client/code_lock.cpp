@@ -105,6 +105,21 @@ void CodeLock::fail(double seconds) const
                   {{"holder", holder.value_or(0) > 0 ? Json(*holder) : Json()}});
 }
 
+WithdrawalLock::WithdrawalLock(Channel channel)
+    : set_(semaphores()), place_(static_cast<unsigned short>(place_of(channel)))
+{
+    sembuf steps[]{{place_, 0, 0}, {place_, 1, SEM_UNDO}};
+    constexpr timespec limit{1, 0};
+    held_ = semtimedop(set_, steps, 2, &limit) == 0;
+}
+
+WithdrawalLock::~WithdrawalLock()
+{
+    sembuf step{place_, -1, IPC_NOWAIT | SEM_UNDO};
+    if (held_)
+        semop(set_, &step, 1);
+}
+
 std::optional<pid_t> lock_process(RequestCode request)
 {
     const int set = semget(lock_key, 0, 0);

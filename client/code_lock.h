@@ -38,6 +38,23 @@ private:
     std::vector<int> places_;
 };
 
+// One withdrawal at a time from the request queue of a channel: its note of who read the queue
+// before is true only if no other withdrawal comes between. Never waits long: when the holder does
+// not finish (it was stopped), it does without.
+class WithdrawalLock
+{
+public:
+    explicit WithdrawalLock(Channel channel);
+    ~WithdrawalLock();
+    WithdrawalLock(const WithdrawalLock &) = delete;
+    WithdrawalLock &operator=(const WithdrawalLock &) = delete;
+
+private:
+    int set_;
+    unsigned short place_;
+    bool held_;
+};
+
 // The process that holds the lock of a code; nothing when it is free. 0 for a process of another
 // PID namespace.
 std::optional<pid_t> lock_process(RequestCode request);

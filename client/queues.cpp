@@ -1,5 +1,7 @@
 #include "queues.h"
 
+#include "code_lock.h"
+
 #include <cerrno>
 #include <string_view>
 #include <sys/ipc.h>
@@ -115,6 +117,7 @@ Withdrawal withdraw(RequestCode request, const SentRecord &sent, Unanswered &una
         unanswered.remove(request);
         return Withdrawal::answered;
     }
+    const WithdrawalLock lock(request.channel);
     const Oldest oldest = oldest_of(request, sent);
     if (!oldest.known)
         return Withdrawal::unknown;

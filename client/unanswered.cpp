@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <sys/ipc.h>
@@ -25,17 +26,32 @@ struct Entry {
     double since; // when it was sent
 };
 
+// The last process of ours that took something off the request queue, or is about to.
 struct Withdrawer {
-    pid_t client; // the last process of ours that took something off the request queue
-    pid_t daemon; // who had looked at the queue before
+    std::atomic<pid_t> client;
+    std::atomic<pid_t> before; // the queue's last reader until then, a client or the daemon
+    std::atomic<pid_t> daemon; // the daemon that both hide
 };
+
+// 0 while nothing was taken.
+pid_t last_reader(Channel channel)
+{
+    msqid_ds state{};
+    const bool known = msgctl(msgget(request_key(channel), 0), IPC_STAT, &state) == 0;
+    return known ? state.msg_lrpid : 0;
+}
 
 } // namespace
 
 // Zeros mean nothing at all: a fresh segment needs no second step.
 struct Unanswered::Table {
+    Withdrawer &withdrawer(Channel channel)
+    {
+        return withdrawers.at(channel == Channel::at ? 0 : 1);
+    }
+
     std::array<Entry, max_places> entries;
-    std::array<Withdrawer, 3> withdrawers; // by channel
+    std::array<Withdrawer, 2> withdrawers; // of the AT and the QMI channel
 };
 
 Unanswered::Unanswered()
@@ -104,20 +120,23 @@ void Unanswered::forget_lost(RequestCode request)
         entry.count = 0;
 }
 
+// In this order, so that daemon_of() is right in between, too.
 void Unanswered::note_withdrawal(Channel channel)
 {
-    const pid_t daemon = daemon_of(channel);
-    table_->withdrawers.at(static_cast<std::size_t>(channel)) = {getpid(), daemon};
+    const pid_t before = last_reader(channel);
+    Withdrawer &withdrawer = table_->withdrawer(channel);
+    withdrawer.daemon = daemon_of(channel);
+    withdrawer.before = before;
+    withdrawer.client = getpid();
 }
 
 // The kernel names the thread of a receiver that slept.
 pid_t Unanswered::daemon_of(Channel channel) const
 {
-    msqid_ds state{};
-    if (msgctl(msgget(request_key(channel), 0), IPC_STAT, &state) != 0)
-        return 0;
-    const Withdrawer &last = table_->withdrawers.at(static_cast<std::size_t>(channel));
-    return state.msg_lrpid == last.client ? last.daemon : process_of(state.msg_lrpid);
+    const pid_t reader = last_reader(channel);
+    const Withdrawer &last = table_->withdrawer(channel);
+    const bool hidden = reader != 0 && (reader == last.client || reader == last.before);
+    return hidden ? last.daemon.load() : process_of(reader);
 }
 
 } // namespace client

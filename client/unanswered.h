@@ -33,6 +33,7 @@ public:
     static constexpr double max_wait = 600; // seconds; the longest search takes 300
 
     // Before a client takes something off a request queue, which hides the daemon's own last look.
+    // For the holder of the channel's WithdrawalLock.
     void note_withdrawal(Channel channel);
 
     // The process that last took a request, other than a withdrawal; 0 when that isn't known.

@@ -1,4 +1,5 @@
 // The replies that are still to come, and how they are forgotten.
+#include "client/code_lock.h"
 #include "client/queues.h"
 #include "client/unanswered.h"
 #include "tests/support/child.h"
@@ -6,6 +7,7 @@
 #include <csignal>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <memory>
 #include <sys/msg.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -112,6 +114,22 @@ TEST(Unanswered, AreNotForgottenAfterAWithdrawal)
         put(request_queue(), 12, "a");
         take_one();
     }).wait();
+    replies.add(enter_pin);
+    replies.forget_lost(enter_pin);
+    EXPECT_EQ(replies.count(enter_pin), 1);
+}
+
+// The next one is noted, and has not taken anything yet.
+TEST(Unanswered, AreNotForgottenBetweenTwoWithdrawals)
+{
+    request_queue();
+    Unanswered replies;
+    Child([] {
+        Unanswered().note_withdrawal(Channel::at);
+        put(request_queue(), 12, "a");
+        take_one();
+    }).wait();
+    replies.note_withdrawal(Channel::at);
     replies.add(enter_pin);
     replies.forget_lost(enter_pin);
     EXPECT_EQ(replies.count(enter_pin), 1);
@@ -249,6 +267,26 @@ TEST_F(Sent, IsTakenBackAloneAndTheRestKeepsItsOrder)
     EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::withdrawn);
     EXPECT_EQ(letters(request_queue()), "xcy");
     EXPECT_EQ(replies.count(enter_pin), 0);
+}
+
+// The other may have noted who read the queue before, and not have taken its request yet.
+TEST_F(Sent, IsTakenBackAfterAnothersWithdrawal)
+{
+    send("a");
+    auto other = std::make_unique<client::WithdrawalLock>(Channel::at);
+    Child mine([&] { withdraw(enter_pin, record, replies); });
+    EXPECT_TRUE(mine.still_runs());
+    EXPECT_EQ(letters(request_queue()), "a");
+    other.reset();
+    EXPECT_EQ(mine.wait(), 0);
+    EXPECT_EQ(letters(request_queue()), "");
+}
+
+TEST_F(Sent, IsTakenBackThoughAnothersWithdrawalIsStopped)
+{
+    send("a");
+    const client::WithdrawalLock other(Channel::at);
+    EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::withdrawn);
 }
 
 TEST_F(Sent, IsLeftBehindAnothersOfTheSameCode)
