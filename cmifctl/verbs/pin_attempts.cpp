@@ -53,7 +53,7 @@ Look look_at_sim(const Context &context)
     return {read["counters"], read["sim_status"]};
 }
 
-// Who insists on an attempt makes it without the daemons' store, too.
+// With --force an attempt is made without the counters, too.
 Look look_if_possible(const Context &context)
 try {
     return look_at_sim(context);

@@ -57,8 +57,7 @@ int read_providers(Json &output)
                   "the provider list " CMIF_PROVIDER_LIST_FILE " can't be read: " + reason, cure);
 }
 
-// The library takes a list that it can't open for a missing one, and one that has no lines for an
-// empty one.
+// To the library, a list that it can't open is missing, and a FIFO is an empty list.
 void require_list()
 {
     const client::File list(open(CMIF_PROVIDER_LIST_FILE, O_RDONLY | O_CLOEXEC | O_NONBLOCK));

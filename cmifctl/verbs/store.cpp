@@ -29,7 +29,7 @@ void require_store()
 void require_daemons_store()
 {
     if (const std::string other = other_store(); !other.empty())
-        throw Failure(Exit::other, other, "Nothing was sent or changed.");
+        throw Failure(Exit::other, other);
     require_store();
 }
 

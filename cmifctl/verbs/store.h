@@ -19,8 +19,8 @@ void require_store();
 // In a child: fails when the store can't be read, or is not the one that the daemons use.
 void require_daemons_store();
 
-// A body of the library's that reads or changes what the daemons keep in their store. In any other
-// store it fails before it does anything.
+// A body that reads or changes what the daemons keep in their store: in any other store it fails
+// before it does anything.
 Body in_daemons_store(Body body);
 
 // In a child, after one of these: a key that isn't set reads as "" or 0.

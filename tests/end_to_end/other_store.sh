@@ -118,7 +118,7 @@ for words in enter-pin change-pin 'pin-mode off' enter-puk; do
     hides blocked
 done
 
-# Who insists, does without the counters; the answer alone is the verdict.
+# With --force the counters are not needed; the answer alone is the verdict.
 echo 1234 | exits 0 cmifctl --json sim enter-pin - --force
 holds 'result="accepted"' attempts.before=null attempts.after=null
 
