@@ -12,13 +12,15 @@ end_box() {
     kill "$1"
     wait "$1" || [ $? -eq 143 ] || fail 'the run did not end by the signal'
 }
-running() { cmif-sim status --box "$1"; }
+running() {
+    cmif-sim status --box "$1" >"$work/status" && cat "$work/status" &&
+        grep -q '^AT       serving, process' "$work/status" # once it waits for requests
+}
 
 box
 first=$!
 within 10 running $first
 prints "box      $first"
-grep -q '^AT       serving, process' "$work/out" || fail 'no AT daemon'
 exits 0 cmif-sim ctl fault at 12 ret 13
 writes_nothing
 exits 0 cmif-sim status
