@@ -14,7 +14,7 @@ constexpr char hex_digits[] = "0123456789abcdef";
 void append_number(std::string &out, long long number)
 {
     char digits[24];
-    const auto end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
+    auto *const end = std::to_chars(std::begin(digits), std::end(digits), number).ptr;
     out.append(std::begin(digits), end);
 }
 

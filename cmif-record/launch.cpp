@@ -34,7 +34,7 @@ std::string library_path()
 {
     const fs::path directory = fs::read_symlink("/proc/self/exe").parent_path();
     for (const fs::path &place : {directory, directory / ".." / CMIF_LIBRARY_DIRECTORY}) {
-        const std::string path = (place / library_name).lexically_normal();
+        std::string path = (place / library_name).lexically_normal();
         if (!fs::exists(path))
             continue;
         if (path.find_first_of(" :") != std::string::npos)

@@ -4,6 +4,7 @@
 #include "recording.h"
 
 #include <cerrno>
+#include <cmath>
 #include <cstring>
 #include <fstream>
 #include <nlohmann/json.hpp>
@@ -83,7 +84,7 @@ long long microseconds(const Json &line)
     const Json &time = member(line, "time");
     if (!time.is_number() || !(time.get<double>() >= 0 && time.get<double>() <= max_seconds))
         fail("'time' is not a number of seconds");
-    return static_cast<long long>(time.get<double>() * second + 0.5);
+    return std::llround(time.get<double>() * second);
 }
 
 std::string number_bytes(int number)

@@ -1,5 +1,6 @@
 #include "replay.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace cmif_sim
@@ -48,15 +49,14 @@ bool Replay::matches(const Event &recorded, const Event &request) const
     if (recorded.channel != request.channel || recorded.code != request.code ||
         recorded.fields.size() != request.fields.size())
         return false;
-    for (const auto &[name, value] : recorded.fields) {
+    return std::all_of(recorded.fields.begin(), recorded.fields.end(), [&](const auto &field) {
+        const auto &[name, value] = field;
         const auto asked = request.fields.find(name);
         const bool replaced =
             secrets_replaced_ &&
             (name == "payload" || is_secret_field(recorded.channel, recorded.code, name));
-        if (asked == request.fields.end() || (!replaced && asked->second != value))
-            return false;
-    }
-    return true;
+        return asked != request.fields.end() && (replaced || asked->second == value);
+    });
 }
 
 std::optional<std::size_t> Replay::find(const Event &request) const

@@ -51,7 +51,7 @@ Call reading(Body body)
 
 Json text_or_null(const Json &text)
 {
-    return text == "" ? Json() : text;
+    return text.is_string() && text.get_ref<const std::string &>().empty() ? Json() : text;
 }
 
 void report_profile(Context &context)
