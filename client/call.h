@@ -53,6 +53,7 @@ std::vector<RequestCode> codes_of(const Call &call);
 
 struct Answer {
     int result = 0;
+    bool answered = false; // by a daemon: the result of an AT request is its own, not the library's
     Json output{};
 };
 

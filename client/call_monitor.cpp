@@ -94,7 +94,9 @@ Answer CallMonitor::wait_for_answer()
         marker_.remove();
         withdraw_request();
     }
-    return decode_answer(bytes_, status, call_);
+    Answer answer = decode_answer(bytes_, status, call_);
+    answer.answered = sent_.state() == SentRecord::State::answered;
+    return answer;
 }
 
 void CallMonitor::poll_until_done()

@@ -185,7 +185,7 @@ Answer decode_answer(const std::string &bytes, int wait_status, const Call &call
         throw Failure(static_cast<Exit>((*failure)["status"].get<int>()),
                       (*failure)["message"].get<std::string>(),
                       (*failure)["hint"].get<std::string>(), (*failure)["details"]);
-    return {message["result"].get<int>(), message["output"]};
+    return {.result = message["result"].get<int>(), .output = message["output"]};
 }
 
 } // namespace client

@@ -24,7 +24,7 @@ constexpr Hint hints[] = {
     {CmeError::sim_pin_required,     "Enter it with 'cmifctl sim enter-pin'."},
     {CmeError::phone_pin_required,   "Enter it with 'cmifctl sim enter-pin'."},
     {CmeError::sim_puk_required,     "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."},
-    {CmeError::sim_failure,          "A SIM whose PUK is used up is permanently blocked; ask the operator for another."},
+    {CmeError::sim_failure,          "The SIM is defective, or its PUK is used up: ask the operator for another."},
     {CmeError::sim_wrong,            "The modem does not accept this SIM: insert another one."},
     {CmeError::sim_busy,             "The SIM is still starting; try again in a few seconds."},
     {CmeError::incorrect_password,   key_attempts, "shared_CMIF_set_NetworkPersonalization"},
@@ -60,12 +60,14 @@ std::string message(const char *name, const std::string &what)
     return std::string(name) + ": " + what;
 }
 
-} // namespace
-
-bool channel_failed(int result)
+[[noreturn]] void fail_refused(const char *name, int error)
 {
-    return result == CMIF_NO_REPLY_QUEUE || result == CMIF_NO_QUEUE || result == CMIF_SEND_FAILED;
+    throw Failure(Exit::refused,
+                  message(name, "the AT daemon refused: " + daemon_error_text(error)),
+                  daemon_error_hint(error, name), {{"daemon", daemon_error(error)}});
 }
+
+} // namespace
 
 std::string daemon_error_text(int code)
 {
@@ -89,11 +91,13 @@ Json daemon_error(int code)
     return {{"code", code}, {"name", known != nullptr ? Json(known->name) : Json()}};
 }
 
-void check_at(const char *name, int result)
+void check_at(const char *name, int result, bool answered)
 {
-    switch (result) {
-    case CMIF_OK:
+    if (result == CMIF_OK)
         return;
+    if (answered)
+        fail_refused(name, result);
+    switch (result) {
     case CMIF_NO_QUEUE:
         throw Failure(Exit::not_ready, message(name, "the request queue can't be looked up"),
                       "Start the AT daemon; 'cmifctl doctor' shows the queues.");
@@ -104,9 +108,7 @@ void check_at(const char *name, int result)
         throw Failure(Exit::other, message(name, "the request could not be sent"),
                       "'cmifctl doctor' shows what is wrong with the queue.");
     default:
-        throw Failure(Exit::refused,
-                      message(name, "the AT daemon refused: " + daemon_error_text(result)),
-                      daemon_error_hint(result, name), {{"daemon", daemon_error(result)}});
+        fail_refused(name, result);
     }
 }
 

@@ -10,12 +10,10 @@
 namespace client
 {
 
-// Of an AT request. A result that is not the library's own is the daemon's error.
-void check_at(const char *name, int result);
+// Of an AT request. One that the daemon has answered gives the daemon's error, which may have the
+// number of one of the library's own.
+void check_at(const char *name, int result, bool answered);
 void check_qmi(const char *name, int result);
-
-// Whether `result` of an AT request is the library's own, so that the daemon has not answered.
-bool channel_failed(int result);
 
 // A daemon's error for people, for example "incorrect password (16)".
 std::string daemon_error_text(int code);

@@ -14,15 +14,15 @@ Answer at_call_raw(const Context &context, const Call &call)
                       std::string(call.request.name) + ": the AT daemon has not created its queue",
                       "Start the AT daemon, then try again.");
     Answer answer = client::call(context.options, call);
-    if (client::channel_failed(answer.result))
-        client::check_at(call.request.name, answer.result);
+    if (!answer.answered)
+        client::check_at(call.request.name, answer.result, false);
     return answer;
 }
 
 Json at_call(const Context &context, const Call &call)
 {
     Answer answer = at_call_raw(context, call);
-    client::check_at(call.request.name, answer.result);
+    client::check_at(call.request.name, answer.result, answer.answered);
     return answer.output;
 }
 

@@ -39,13 +39,6 @@ std::vector<Call> probes_of(Channel channel)
     // clang-format on
 }
 
-bool is_answer(Channel channel, int result)
-{
-    if (channel == Channel::qmi)
-        return result == CMIF_OK;
-    return !client::channel_failed(result); // an error of the daemon is an answer, too
-}
-
 // A call takes stale replies of its code away, waits for earlier ones and for another caller.
 bool is_free(const ChannelLook &look, client::RequestCode code)
 try {
@@ -67,7 +60,7 @@ std::optional<bool> answers(const Context &context, const ChannelLook &look)
         if (!is_free(look, probe.request.code))
             continue;
         try {
-            return is_answer(look.channel, client::call(options, probe).result);
+            return client::call(options, probe).answered; // with an error, too
         } catch (const Failure &) {
             return false;
         }

@@ -94,7 +94,7 @@ void sms_delete(Context &context)
     const int result = at_call_raw(context, removal(id, one)).result;
     if (result == static_cast<int>(daemons::CmeError::invalid_index))
         fail_no_message(id, {{"daemon", client::daemon_error(result)}});
-    client::check_at("shared_CMIF_set_DeletemobileSMS", result);
+    client::check_at("shared_CMIF_set_DeletemobileSMS", result, true);
     context.report.result("deleted", "Message " + std::to_string(id) + " was deleted.");
 }
 
