@@ -44,6 +44,7 @@ constexpr Check rows[] = {
     {"log_unwritable",        "warning", unwritable_log,       "Make /data writable, or switch the log off with 'cmifctl log disable'."},
     {"log_space",             "warning", little_space,         "'cmifctl log rotate' drops the oldest log; three times, all of them."},
 
+    {"modem_missing",         "error",   missing_modem,        "Check that the modem is plugged in and powered. It may be starting: wait some seconds, then look again."},
     {"sim_absent",            "warning", sim_absent,           "Insert a SIM."},
     {"sim_not_ready",         "warning", sim_not_ready,        "Wait a few seconds, then look again."},
     {"sim_pin_required",      "warning", sim_pin_required,     "Enter it with 'cmifctl sim enter-pin'."},
@@ -51,7 +52,7 @@ constexpr Check rows[] = {
     {"sim_network_locked",    "warning", sim_network_locked,   "Insert a SIM of the network, or give the control key with 'cmifctl sim unlock-network'."},
     {"sim_blocked",           "error",   sim_blocked,          "Ask the operator for another SIM."},
     {"registration_denied",   "warning", registration_denied,  "Choose another operator with 'cmifctl network auto' or 'cmifctl network select'; ask the operator whether the SIM is active."},
-    {"not_registered",        "warning", not_registered,       "Switch the radio on with 'cmifctl radio functionality full', or let the modem choose with 'cmifctl network auto'."},
+    {"not_registered",        "warning", not_registered,       "If there is coverage, switch the radio on with 'cmifctl radio functionality full', or let the modem choose with 'cmifctl network auto'."},
 };
 // clang-format on
 

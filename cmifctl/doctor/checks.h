@@ -56,6 +56,7 @@ Texts empty_store(const Look &);
 Texts unsaved_settings(const Look &);
 Texts traced_secrets(const Look &);
 // SIM and network.
+Texts missing_modem(const Look &);
 Texts sim_absent(const Look &);
 Texts sim_not_ready(const Look &);
 Texts sim_pin_required(const Look &);

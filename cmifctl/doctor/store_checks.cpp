@@ -24,6 +24,13 @@ bool is_setting(std::string_view key)
            std::find(settings.begin(), settings.end(), key) != settings.end();
 }
 
+bool holds_modem_state(const StoreLook &store)
+{
+    const auto items = store.running.items();
+    return std::any_of(items.begin(), items.end(),
+                       [](const auto &item) { return !is_setting(item.key()); });
+}
+
 // A switch that was never set reads as 0.
 std::string number_or_text(const Json &settings, const std::string &key)
 {
@@ -48,9 +55,16 @@ Texts checks::empty_store(const Look &look)
 {
     const StoreLook &store = look.store;
     const bool told = !store.error.empty() || !store.other.empty();
-    if (told || !look.served() || !store.value("lte_sim_status").empty())
+    if (told || !look.served() || holds_modem_state(store))
         return {};
     return {"the daemons answer, but have published nothing in the store in " + store.path};
+}
+
+Texts checks::missing_modem(const Look &look)
+{
+    const bool missing = look.served() && holds_modem_state(look.store) &&
+                         look.store.value("lte_sim_status").empty();
+    return missing ? Texts{"the daemons know nothing of their modem"} : Texts{};
 }
 
 Texts checks::unsaved_settings(const Look &look)

@@ -217,6 +217,12 @@ TEST_F(Doctor, FindsSwitchesThatLeakSecrets)
 
 // --- SIM and network ---
 
+TEST_F(Doctor, FindsThatTheModemIsMissing)
+{
+    set("lte_sim_status", "");
+    EXPECT_EQ(found(), Names{"modem_missing"});
+}
+
 TEST_F(Doctor, FindsEachStateOfTheSimAndTheNetwork)
 {
     const std::pair<const char *, const char *> sim[]{

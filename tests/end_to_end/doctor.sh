@@ -19,7 +19,7 @@ found queue_missing
 start_router --pace 0.1
 found sim_pin_required
 holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'router.sim.name="pin_required"' 'router.at_daemon.state="answers"' \
-    "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
+    'findings.0.name="sim_pin_required"' "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
 register
 exits 0 cmifctl config save
 exits 0 cmifctl doctor
@@ -28,6 +28,13 @@ shows 'SIM: ready'
 shows 'registration: registered (home)'
 exits 0 cmifctl --json doctor
 holds 'findings=[]' "router.store=\"$CMIF_STORE\""
+
+exits 0 cmif-sim ctl modem reset
+found modem_missing
+not_found store_empty
+pin_is_asked() { [ "$(cmifctl sim status --field sim.state)" = pin_required ]; }
+within 20 pin_is_asked
+register
 
 exits 0 cmifctl config set debug_at_cmif 1
 found secrets_traced
