@@ -1,6 +1,5 @@
-#include "cli/completion.h"
+#include "cli/about.h"
 #include "cli/help.h"
-#include "cli/manual.h"
 #include "cli/usage_error.h"
 #include "command_line.h"
 #include "daemons/printable.h"
@@ -19,14 +18,6 @@ namespace
 
 constexpr int usage_status = 2;
 
-int print(const std::string &text)
-{
-    const bool printed = std::fputs(text.c_str(), stdout) >= 0 && std::fflush(stdout) == 0;
-    if (!printed)
-        std::perror("cmif-sim: standard output can't be written");
-    return printed ? 0 : 1;
-}
-
 void print_lines(const std::string &text)
 {
     std::istringstream lines(text);
@@ -36,16 +27,8 @@ void print_lines(const std::string &text)
 
 int run_line(const cli::Line &line)
 {
-    if (line.help())
-        return print(cli::help_text(tables(), line.path));
-    if (line.version())
-        return print(std::string("cmif-sim ") + tables().version + "\n");
-    if (line.path == "manual")
-        return print(cli::manual_page(tables()));
-    if (line.path == "completion")
-        return print(cli::completion_script(tables(), line.arguments.text("shell")));
-    if (line.path == "complete")
-        return print(cli::candidates_text(cli::complete(tables(), line.arguments.all("words"))));
+    if (const auto text = cli::about(line))
+        return cli::print(tables(), *text);
     if (line.path == "ctl")
         return control(chosen_box(line.arguments), line.arguments.all("line"));
     if (line.path == "status")
