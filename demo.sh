@@ -7,5 +7,10 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages
-step "build" build release -DBUILD_TESTING=OFF
+
+build_programs() {
+    configure release -DBUILD_TESTING=OFF
+    cmake --build --preset release --target cmif-sim cmifctl
+}
+step "build" build_programs
 exec build/release/bin/cmif-sim run -- scripts/demo-session
