@@ -30,7 +30,7 @@ Texts when(bool wrong, const char *text)
 
 Texts checks::sim_absent(const Look &look)
 {
-    return when(sim_status(look) == "NOT INSERTED", "there is no SIM");
+    return when(sim_status(look) == "NOT INSERTED", "no SIM is inserted");
 }
 
 Texts checks::sim_not_ready(const Look &look)

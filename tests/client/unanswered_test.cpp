@@ -55,15 +55,20 @@ TEST(Unanswered, AreForgottenWithTheirQueue)
 }
 
 // A withdrawal makes its caller the queue's last receiver, and callers end soon.
-TEST(Unanswered, AreNotForgottenAfterAWithdrawal)
+void withdraw_in_a_caller_that_ends()
 {
-    request_queue();
-    Unanswered replies;
     Child([] {
         Unanswered().note_withdrawal(Channel::at);
         put(request_queue(), 12, "a");
         take_one();
     }).wait();
+}
+
+TEST(Unanswered, AreNotForgottenAfterAWithdrawal)
+{
+    request_queue();
+    Unanswered replies;
+    withdraw_in_a_caller_that_ends();
     replies.add(enter_pin);
     replies.forget_lost(enter_pin);
     EXPECT_EQ(replies.count(enter_pin), 1);
@@ -74,11 +79,7 @@ TEST(Unanswered, AreNotForgottenBetweenTwoWithdrawals)
 {
     request_queue();
     Unanswered replies;
-    Child([] {
-        Unanswered().note_withdrawal(Channel::at);
-        put(request_queue(), 12, "a");
-        take_one();
-    }).wait();
+    withdraw_in_a_caller_that_ends();
     replies.note_withdrawal(Channel::at);
     replies.add(enter_pin);
     replies.forget_lost(enter_pin);
