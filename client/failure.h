@@ -2,14 +2,13 @@
 #ifndef CLIENT_FAILURE_H
 #define CLIENT_FAILURE_H
 
-#include <nlohmann/json.hpp>
+#include "json.h"
+
 #include <stdexcept>
 #include <string>
 
 namespace client
 {
-
-using Json = nlohmann::ordered_json;
 
 enum class Exit {
     done,
