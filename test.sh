@@ -15,16 +15,18 @@ tests() {
     ctest --preset "$preset" --no-tests=error -j "$(($(nproc) * 2))" "$@" # many spend their time waiting
 }
 
+launcher=-DCMIF_LAUNCHER=$PWD/build/dev/bin/isolate
+
 build_by_gcc() {
     nice='nice -n 10'
-    build release -DBUILD_TESTING=OFF &
-    build i686
+    build release -DBUILD_TESTING=OFF "$launcher" &
+    build i686 "$launcher"
     wait "$!"
 }
 
 # Only the tests that share something between threads.
 build_threads() {
-    configure tsan -DCMIF_HOST=OFF
+    configure tsan -DCMIF_HOST=OFF "$launcher"
     cmake --build --preset tsan --target threads_test debug_log_writers_test
 }
 
@@ -40,7 +42,7 @@ step "hardening, as installed" scripts/hardening build/release
 step "test, 32-bit" tests i686
 step "build, thread sanitizer" build_threads
 step "test, thread sanitizer" tests tsan -R '^(Threads|DebugLogWriters)'
-step "build fuzz targets" build fuzz
+step "build fuzz targets" build fuzz "$launcher"
 step "fuzz, 10 seconds a target" tests/fuzz/run build/fuzz 10
 step "clang-tidy" scripts/tidy build/dev
 

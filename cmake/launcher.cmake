@@ -1,7 +1,12 @@
 # Target isolate: the launcher of tests and fuzz targets; variable launcher: its path.
 # It runs on the build machine, whatever they are built for, and without sanitizers.
 find_program(HOST_CXX NAMES c++ g++ clang++ NO_CMAKE_FIND_ROOT_PATH REQUIRED)
+set(CMIF_LAUNCHER "" CACHE FILEPATH "A launcher that another build folder of these sources has made")
 set(launcher ${PROJECT_BINARY_DIR}/bin/isolate)
+if(CMIF_LAUNCHER)
+  add_custom_target(isolate ALL COMMAND ${CMAKE_COMMAND} -E create_symlink ${CMIF_LAUNCHER} ${launcher})
+  return()
+endif()
 file(GLOB launcher_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/sandbox/*.cpp)
 file(GLOB launcher_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/sandbox/*.h)
 add_custom_command(
