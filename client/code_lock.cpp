@@ -99,9 +99,10 @@ void CodeLock::fail(double seconds) const
         if (!holder)
             holder = holder_of(set_, place);
     throw Failure(Exit::no_answer,
-                  "another call of the same request did not end within " + seconds_text(seconds) +
-                      "; nothing was sent",
-                  holder ? "It is made by " + process_name(*holder) + "." : "Try again.",
+                  "another call of the same request" +
+                      (holder ? ", made by " + process_name(*holder) + "," : "") +
+                      " did not end within " + seconds_text(seconds) + "; nothing was sent",
+                  "Try again when it has ended, or wait longer with --timeout SECONDS.",
                   {{"holder", holder.value_or(0) > 0 ? Json(*holder) : Json()}});
 }
 

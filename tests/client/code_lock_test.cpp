@@ -89,9 +89,8 @@ TEST(CodeLock, NamesTheHolderWhenTimeIsUp)
         FAIL() << "two holders";
     } catch (const client::Failure &failure) {
         EXPECT_EQ(failure.status(), client::Exit::no_answer);
-        EXPECT_NE(failure.hint().find("process " + std::to_string(child->process())),
-                  std::string::npos)
-            << failure.hint();
+        const std::string holder = ", made by process " + std::to_string(child->process()) + " (";
+        EXPECT_NE(std::string(failure.what()).find(holder), std::string::npos) << failure.what();
     }
     EXPECT_NE(client::lock_holder(enter_pin), "");
     EXPECT_EQ(client::lock_holder(change_pin), "");
