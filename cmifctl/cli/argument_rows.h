@@ -64,7 +64,7 @@ constexpr Argument roaming[] = {
     {optional, "roaming",    "ROAMING",    "whether to roam",                                  enums::roaming},
 };
 constexpr Argument domain[] = {
-    {optional, "domain",     "STATE",      "attached or not",                                  enums::on_off},
+    {optional, "domain",     "STATE",      "whether to use packet data",                       enums::packet_service},
 };
 constexpr Argument functionality[] = {
     {required, "level",      "LEVEL",      "functionality level (AT+CFUN)",                    enums::functionality},

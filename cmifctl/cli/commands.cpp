@@ -60,7 +60,7 @@ constexpr Verb verbs[] = {
     {radio_band,           {"radio band",           "show or set the band region",                                either,  "all",                                arguments::band_region,
                            "The same setting of the modem as the search mode, under other names."}},
     {radio_roaming,        {"radio roaming",        "show or set international roaming",                          either,  "off",                                arguments::roaming}},
-    {radio_domain,         {"radio domain",         "show or set the packet-switched domain",                     either,  "on",                                 arguments::domain}},
+    {radio_domain,         {"radio domain",         "show or set whether the modem attaches to packet data",      either,  "attached",                           arguments::domain}},
     {radio_functionality,  {"radio functionality",  "set the functionality level",                                acts,    "full",                               arguments::functionality}},
     {radio_reset,          {"radio reset",          "reset the modem to its factory settings",                    acts,    "--yes",                              arguments::confirmed}},
     {radio_timezone,       {"radio timezone",       "set the modem to the system's time zone",                    acts,    ""}},

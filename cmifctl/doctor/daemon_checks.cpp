@@ -11,15 +11,16 @@ namespace
 
 std::string named(const ChannelLook &channel)
 {
-    return channel.daemon +
-           (channel.process > 0 ? ", " + client::process_name(channel.process) + "," : "");
+    const pid_t process = channel.daemon.process;
+    return client::daemon_name(channel.channel) +
+           (process > 0 ? ", " + client::process_name(process) + "," : "");
 }
 
 Texts of_daemons(const Look &look, DaemonState state, const std::string &text)
 {
     Texts texts;
     for (const ChannelLook &channel : look.channels)
-        if (channel.state == state)
+        if (channel.daemon.state == state)
             texts.push_back(named(channel) + " " + text);
     return texts;
 }
@@ -33,7 +34,7 @@ Texts checks::ended_daemons(const Look &look)
 
 Texts checks::frozen_daemons(const Look &look)
 {
-    return of_daemons(look, DaemonState::frozen, "is stopped");
+    return of_daemons(look, DaemonState::stopped, "is stopped");
 }
 
 Texts checks::silent_daemons(const Look &look)
@@ -49,8 +50,8 @@ Texts checks::unready_daemon(const Look &look)
 
 Texts checks::stale_ready_marker(const Look &look)
 {
-    const DaemonState state = look.qmi().state;
-    const bool gone = state == DaemonState::ended || state == DaemonState::no_queue;
+    const DaemonState state = look.qmi().daemon.state;
+    const bool gone = state == DaemonState::ended || state == DaemonState::not_running;
     if (!gone || !is_marked_ready())
         return {};
     return {CMIF_QMI_READY_FILE " was left by a QMI daemon that no longer runs"};

@@ -49,56 +49,38 @@ try {
     return false;
 }
 
-// Nothing when it can't be tried. The answer would find no room in a full queue, and stay due.
-std::optional<bool> answers(const Context &context, const ChannelLook &look)
+// The answer would find no room in a full queue, and stay due.
+Asked ask(const Context &context, const ChannelLook &look)
 {
+    if (look.channel == Channel::qmi && !is_marked_ready())
+        return Asked::not_ready;
     if (client::filling_of(look.channel, client::reply_key(look.channel)).full)
-        return std::nullopt;
+        return Asked::no;
     client::CallOptions options = context.options;
     options.timeout = probe_timeout;
     for (const Call &probe : probes_of(look.channel)) {
         if (!is_free(look, probe.request.code))
             continue;
         try {
-            return client::call(options, probe).answered; // with an error, too
+            const bool answered = client::call(options, probe).answered; // with an error, too
+            return answered ? Asked::answered : Asked::silent;
         } catch (const Failure &) {
-            return false;
+            return Asked::silent;
         }
     }
-    return std::nullopt;
+    return Asked::no;
 }
 
-pid_t last_reader(Channel channel)
-{
-    try {
-        return client::Unanswered().daemon_of(channel);
-    } catch (const Failure &) {
-        return 0;
-    }
-}
-
-DaemonState state_of(const Context &context, ChannelLook &look)
+// A daemon that is stopped is not asked: it would answer long after.
+Daemon daemon_of(const Context &context, const ChannelLook &look)
 {
     using Access = QueueLook::Access;
-    if (look.requests.access == Access::missing)
-        return DaemonState::no_queue;
-    if (look.requests.access == Access::forbidden || look.replies.access == Access::forbidden)
-        return DaemonState::unknown;
-    look.process = last_reader(look.channel);
-    if (client::process_is_stopped(look.process))
-        return DaemonState::frozen;
-    const bool ready = look.channel == Channel::at || is_marked_ready();
-    const std::optional<bool> answered = ready ? answers(context, look) : false;
-    look.process = last_reader(look.channel);
-    if (answered == true)
-        return DaemonState::answers;
-    if (client::process_is_stopped(look.process))
-        return DaemonState::frozen;
-    if (look.process > 0 && !client::process_exists(look.process))
-        return DaemonState::ended;
-    if (!ready)
-        return DaemonState::not_ready;
-    return answered ? DaemonState::silent : DaemonState::unknown;
+    const Daemon seen = look_at_daemon(look.channel);
+    const bool usable =
+        look.requests.access == Access::usable && look.replies.access != Access::forbidden;
+    if (!usable || seen.state == DaemonState::stopped)
+        return seen;
+    return look_at_daemon(look.channel, ask(context, look));
 }
 
 } // namespace
@@ -106,7 +88,7 @@ DaemonState state_of(const Context &context, ChannelLook &look)
 void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels)
 {
     for (ChannelLook &look : channels)
-        look.state = state_of(context, look);
+        look.daemon = daemon_of(context, look);
 }
 
 bool is_marked_ready()
@@ -132,9 +114,10 @@ std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi)
     const bool locked = client::lock_process({Channel::qmi, CMIF_QMI_MODIFY_PROFILE}).has_value();
     const bool queued =
         std::find(waiting.begin(), waiting.end(), CMIF_QMI_MODIFY_PROFILE) != waiting.end();
-    const bool daemon_may = qmi.state != DaemonState::answers && qmi.state != DaemonState::ended &&
-                            qmi.state != DaemonState::no_queue &&
-                            qmi.state != DaemonState::not_ready;
+    constexpr DaemonState idle[]{DaemonState::answers, DaemonState::ended, DaemonState::not_running,
+                                 DaemonState::not_ready};
+    const bool daemon_may =
+        std::find(std::begin(idle), std::end(idle), qmi.daemon.state) == std::end(idle);
     return ProfileChange{age, age < short_change || locked || queued || daemon_may};
 }
 

@@ -1,6 +1,5 @@
 #include "checks.h"
-#include "cli/numbers.h"
-#include "client/process.h"
+#include "cmifctl/verbs/store.h"
 #include "cmifctl/verbs/verbs.h"
 
 #include <algorithm>
@@ -80,47 +79,22 @@ void report_findings(Report &report, const std::vector<Finding> &findings)
     report.data("findings", std::move(rows));
 }
 
-Json state_of(const ChannelLook &channel)
-{
-    const Json names{"answers", "not_running", "not_ready", "stopped", "ended", "silent", nullptr};
-    return names[static_cast<std::size_t>(channel.state)];
-}
-
-void report_daemon(Report &report, const std::string &key, const char *label,
-                   const ChannelLook &channel)
-{
-    const Json state = state_of(channel);
-    const bool known = channel.process > 0;
-    std::string text = state.is_null() ? "unknown" : state.get<std::string>();
-    std::replace(text.begin(), text.end(), '_', ' ');
-    if (known)
-        text += " (" + client::process_name(channel.process) + ")";
-    report.field("router", {.key = key + ".state", .value = state, .text = text, .label = label});
-    report.field(
-        "router",
-        {.key = key + ".process", .value = known ? Json(channel.process) : Json(), .hidden = true});
-}
-
 // Null for a key that is unset.
 Json stored(const Look &look, const char *key)
 {
     const std::string value = look.store.value(key);
-    const auto number = cli::whole_number(value);
-    if (number)
-        return *number;
     return value.empty() ? Json() : Json(value);
 }
 
 void report_state(Report &report, const Look &look)
 {
-    report_daemon(report, "at_daemon", "AT daemon", look.at());
-    report_daemon(report, "qmi_daemon", "QMI daemon", look.qmi());
-    report.field("router", {"store", look.store.path});
-    Field sim = coded("sim", enums::sim_state, stored(look, "lte_sim_status"));
-    sim.label = "SIM";
-    report.field("router", std::move(sim));
-    report.field("router", coded("registration", enums::registration,
-                                 stored(look, "lte_network_reg_status_state")));
+    const Json sim = stored(look, "lte_sim_status");
+    const Json registration = stored(look, "lte_network_reg_status_state");
+    report.field("sim", coded("state", enums::sim_state, sim));
+    report.field("network", coded("registration", enums::registration, registration));
+    for (const ChannelLook &channel : look.channels)
+        report_daemon(report, channel.channel, channel.daemon);
+    report_store(report, !sim.is_null());
 }
 
 } // namespace

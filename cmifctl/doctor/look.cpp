@@ -13,7 +13,7 @@ std::string StoreLook::value(const char *key) const
 bool Look::served() const
 {
     return std::any_of(channels.begin(), channels.end(), [](const ChannelLook &channel) {
-        return channel.state == DaemonState::answers;
+        return channel.daemon.state == DaemonState::answers;
     });
 }
 

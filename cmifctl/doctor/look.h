@@ -4,8 +4,10 @@
 
 #include "client/channel.h"
 #include "cmifctl/context.h"
+#include "cmifctl/verbs/daemon_state.h"
 
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -30,15 +32,11 @@ struct QueueLook {
     std::vector<LyingRecord> records{};
 };
 
-enum class DaemonState { answers, no_queue, not_ready, frozen, ended, silent, unknown };
-
 struct ChannelLook {
     Channel channel;
-    std::string daemon; // "the AT daemon"
     QueueLook requests;
     QueueLook replies;
-    DaemonState state = DaemonState::unknown;
-    pid_t process = 0; // the last one that took a request; 0 when it isn't known
+    Daemon daemon{};
 };
 
 struct StoreLook {
@@ -75,9 +73,15 @@ void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channel
 StoreLook look_at_store(const Context &context);
 std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi);
 
-// Codes that lie in a queue, once each; whether the interface has the code.
-std::vector<long> codes_of(const std::vector<LyingRecord> &records);
+// Whether the interface has the code.
 bool is_known(Channel channel, long code);
+
+// Codes of records, once each.
+std::vector<long> codes_of(const std::vector<LyingRecord> &records);
+// "3 requests, of codes 4, 12"; `what` is one of them.
+std::string listed(const std::vector<LyingRecord> &records, const std::string &what);
+std::vector<LyingRecord> some_of(const std::vector<LyingRecord> &records,
+                                 const std::function<bool(const LyingRecord &)> &wanted);
 
 // Whether the marker of the QMI daemon begins with "on". A FIFO is not opened.
 bool is_marked_ready();

@@ -52,7 +52,6 @@ void keep_lying(QueueLook &look, key_t key)
 ChannelLook look_at_channel(Channel channel, const std::string &name)
 {
     return {.channel = channel,
-            .daemon = client::daemon_name(channel),
             .requests = look_at_queue(channel, client::request_key(channel),
                                       "the " + name + " request queue"),
             .replies =
@@ -72,22 +71,6 @@ std::array<ChannelLook, 2> look_at_queues()
         keep_lying(look.replies, client::reply_key(look.channel));
     }
     return channels;
-}
-
-std::vector<long> codes_of(const std::vector<LyingRecord> &records)
-{
-    std::vector<long> codes;
-    for (const LyingRecord &record : records)
-        if (codes.empty() || codes.back() != record.code)
-            codes.push_back(record.code);
-    return codes;
-}
-
-bool is_known(Channel channel, long code)
-{
-    const long last = channel == Channel::at ? static_cast<long>(CMIF_AT_SYNCHRONIZE_PROFILE)
-                                             : static_cast<long>(CMIF_QMI_DOWNLOAD_MODE);
-    return code >= 1 && code <= last;
 }
 
 } // namespace cmifctl

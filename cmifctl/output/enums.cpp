@@ -1,5 +1,7 @@
 #include "enums.h"
 
+#include "cli/numbers.h"
+
 #include <algorithm>
 
 namespace cmifctl
@@ -7,7 +9,7 @@ namespace cmifctl
 namespace
 {
 
-const EnumValue *find(EnumTable table, int code)
+const EnumValue *find(EnumTable table, long long code)
 {
     const auto found = std::find_if(table.begin(), table.end(),
                                     [code](const EnumValue &value) { return value.code == code; });
@@ -27,13 +29,18 @@ Json enumeration(EnumTable table, const Json &raw)
 {
     if (raw.is_null())
         return raw;
+    Json code = raw;
     if (raw.is_string()) {
-        const auto code = cli::code_of(table, raw.get_ref<const std::string &>());
-        return code ? enumeration(table, *code)
-                    : Json{{"code", nullptr}, {"name", nullptr}, {"text", raw}};
+        const auto &text = raw.get_ref<const std::string &>();
+        if (const auto known = cli::code_of(table, text))
+            code = *known;
+        else if (const auto number = cli::whole_number(text))
+            code = *number;
+        else
+            return {{"code", nullptr}, {"name", nullptr}, {"text", raw}};
     }
-    const EnumValue *value = find(table, raw);
-    return {{"code", raw}, {"name", value == nullptr ? Json() : Json(value->name)}};
+    const EnumValue *value = find(table, code);
+    return {{"code", code}, {"name", value == nullptr ? Json() : Json(value->name)}};
 }
 
 std::string enumeration_text(EnumTable table, const Json &raw)

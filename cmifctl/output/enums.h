@@ -37,6 +37,7 @@ constexpr EnumValue on_off[]               = {{0, "off"}, {1, "on"}};
 constexpr EnumValue functionality[]        = {{0, "minimum"}, {1, "full"}, {4, "radio_off", "offline"}};
 constexpr EnumValue name_format[]          = {{0, "long"}, {1, "short"}, {2, "numeric"}};
 
+constexpr EnumValue packet_service[]       = {{0, "detached", "off"}, {1, "attached", "on"}};
 constexpr EnumValue connection[]           = {{0, "unknown"}, {1, "disconnected"}, {2, "connecting"}, {3, "connected"}};
 constexpr EnumValue pdp_type[]             = {{0, "ipv4", "IP", "IPv4"}, {1, "ppp", "PPP", "PPP"}, {2, "ipv6", "IPV6", "IPv6"},
                                               {3, "ipv4v6", "IPV4V6", "IPv4v6"}};

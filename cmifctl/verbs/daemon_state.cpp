@@ -1,11 +1,13 @@
-#include "daemon_readings.h"
+#include "daemon_state.h"
 
-#include "client/channel.h"
 #include "client/process.h"
 #include "client/unanswered.h"
 #include "cmifctl/output/times.h"
 #include "platform/host_store.h"
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <ctime>
 #include <optional>
 #include <sys/msg.h>
@@ -15,6 +17,7 @@ namespace cmifctl
 namespace
 {
 
+// errno tells why there is none.
 std::optional<msqid_ds> queue_state(client::Channel channel)
 {
     msqid_ds state{};
@@ -31,78 +34,87 @@ try {
     return 0;
 }
 
-// Unknown while nothing was taken yet, by a process that can't be seen from here, or by one that
-// has ended while another daemon runs, which may have taken nothing so far.
-Json serves(bool queue, pid_t reader)
+DaemonState state_of(pid_t process, Asked asked)
 {
-    if (!queue)
-        return false;
-    if (reader > 0 && client::process_exists(reader))
-        return true;
-    const bool none_runs = *host_store_announced() == '\0';
-    return reader > 0 && none_runs ? Json(false) : Json();
+    if (asked == Asked::answered)
+        return DaemonState::answers;
+    if (client::process_is_stopped(process))
+        return DaemonState::stopped;
+    const bool exists = client::process_exists(process);
+    // Another daemon that runs may have taken nothing so far.
+    const bool replaced = asked == Asked::no && *host_store_announced() != '\0';
+    if (process > 0 && !exists && !replaced)
+        return DaemonState::ended;
+    if (asked == Asked::not_ready)
+        return DaemonState::not_ready;
+    if (asked == Asked::silent)
+        return DaemonState::silent;
+    return exists ? DaemonState::running : DaemonState::unknown;
 }
 
-std::string serves_text(const Json &serves, bool queue, pid_t reader)
+Json identifier(DaemonState state)
 {
-    if (serves.is_null())
-        return reader > 0 ? "not known: its last reader has ended"
-                          : "not known: nothing was taken from its queue yet";
-    if (!queue)
-        return "not started: its queue is missing";
-    return serves == true ? "serving" : "ended";
+    const Json names{"answers", "running", "not_running", "not_ready",
+                     "stopped", "ended",   "silent",      nullptr};
+    return names[static_cast<std::size_t>(state)];
 }
 
-Json seconds_since(std::time_t moment)
+// Since the daemon took a request. A client that has withdrawn its own hides that time.
+std::optional<long long> read_age(client::Channel channel, const Daemon &daemon)
 {
-    return moment > 0 ? Json(std::max<long long>(0, std::time(nullptr) - moment)) : Json();
+    const auto queue = queue_state(channel);
+    if (!queue || queue->msg_rtime == 0 || daemon.process == 0 ||
+        client::process_of(queue->msg_lrpid) != daemon.process)
+        return std::nullopt;
+    return std::max<long long>(0, std::time(nullptr) - queue->msg_rtime);
 }
 
-Field age(const char *key, const Json &seconds)
+// Without an answer, people want to know which process it is.
+std::string text_of(const Daemon &daemon, std::optional<long long> age)
 {
-    return {key, seconds, "s", seconds.is_null() ? "" : duration(seconds.get<long long>())};
+    const Json name = identifier(daemon.state);
+    std::string text = name.is_null() ? "unknown" : name.get<std::string>();
+    std::replace(text.begin(), text.end(), '_', ' ');
+    if (daemon.process > 0 && daemon.state != DaemonState::answers)
+        text += " (" + client::process_name(daemon.process) +
+                (age ? ", last read " + duration(*age) + " ago)" : ")");
+    return text + (daemon.reason.empty() ? "" : "\n" + daemon.reason);
 }
 
 } // namespace
 
-void report_at_daemon(Context &context)
+Daemon look_at_daemon(client::Channel channel, Asked asked)
 {
-    const auto queue = queue_state(client::Channel::at);
-    const pid_t reader = queue ? last_reader(client::Channel::at) : 0;
-    const Json state = serves(queue.has_value(), reader);
-    // A client that has withdrawn its request hides the time of the daemon's own reading.
-    const bool read_last = reader > 0 && client::process_of(queue->msg_lrpid) == reader;
-    const Json waiting = queue ? Json(queue->msg_qnum) : Json();
-    const auto add = [&context](Field field) { context.report.field("daemons", std::move(field)); };
-    add({.key = "at.serves",
-         .value = state,
-         .text = serves_text(state, queue.has_value(), reader),
-         .label = "AT daemon"});
-    add({.key = "at.last_reader.process",
-         .value = reader > 0 ? Json(reader) : Json(),
-         .text = reader > 0 ? client::process_name(reader) : "",
-         .label = "last reader"});
-    Field last_read =
-        age("at.last_reader.age", read_last ? seconds_since(queue->msg_rtime) : Json());
-    last_read.label = "last read";
-    add(std::move(last_read));
-    add({.key = "at.waiting",
-         .value = waiting,
-         .label = "requests waiting",
-         .hidden = waiting == 0});
+    if (!queue_state(channel)) {
+        if (errno == ENOENT)
+            return {DaemonState::not_running, 0, "its queue is missing"};
+        return {.reason = std::string("its queue can't be looked at: ") + std::strerror(errno)};
+    }
+    Daemon daemon{.process = last_reader(channel)};
+    daemon.state = state_of(daemon.process, asked);
+    if (daemon.state == DaemonState::unknown)
+        daemon.reason = daemon.process > 0 ? "the process that last read its queue has ended"
+                                           : "nothing was taken from its queue yet";
+    return daemon;
 }
 
-void report_store(Context &context)
+void report_daemon(Report &report, client::Channel channel, const Daemon &daemon)
 {
-    const std::string daemons = host_store_announced();
-    const double age_of_values = host_store_age();
-    context.report.field("store", {"directory", host_store_directory()});
-    context.report.field("store", {.key = "daemons_directory",
-                                   .value = daemons.empty() ? Json() : Json(daemons),
-                                   .hidden = daemons == host_store_directory()});
-    context.report.field(
-        "store",
-        age("age", age_of_values < 0 ? Json() : Json(static_cast<long long>(age_of_values))));
+    const bool at = channel == client::Channel::at;
+    const auto age = read_age(channel, daemon);
+    const auto queue = queue_state(channel);
+    const Json waiting = queue ? Json(queue->msg_qnum) : Json();
+    const auto add = [&](const char *key, Json value, Field field) {
+        field.key = (at ? "at." : "qmi.") + std::string(key);
+        field.value = std::move(value);
+        report.field("daemons", std::move(field));
+    };
+    const std::string name = at ? "AT daemon" : "QMI daemon";
+    add("state", identifier(daemon.state), {.text = text_of(daemon, age), .label = name});
+    add("reason", daemon.reason.empty() ? Json() : Json(daemon.reason), {.hidden = true});
+    add("process", daemon.process > 0 ? Json(daemon.process) : Json(), {.hidden = true});
+    add("last_read_age", age ? Json(*age) : Json(), {.unit = "s", .hidden = true});
+    add("waiting", waiting, {.label = name + "'s requests waiting", .hidden = waiting == 0});
 }
 
 } // namespace cmifctl

@@ -1,19 +1,42 @@
-// What can be told of the daemons and their store without asking them.
-#ifndef CMIFCTL_VERBS_DAEMON_READINGS_H
-#define CMIFCTL_VERBS_DAEMON_READINGS_H
+// What is known of a daemon: by its queue, by the process that last took a request, and by what
+// became of a request that was sent to it.
+#ifndef CMIFCTL_VERBS_DAEMON_STATE_H
+#define CMIFCTL_VERBS_DAEMON_STATE_H
 
+#include "client/channel.h"
 #include "cmifctl/context.h"
+
+#include <string>
+#include <sys/types.h>
 
 namespace cmifctl
 {
 
-// Whether the AT daemon serves its queue: the last process that took from it, when that was, and
-// how many requests wait.
-void report_at_daemon(Context &context);
+// `running`: its process exists; it was not asked. `not_running`: it has no queue.
+enum class DaemonState {
+    answers,
+    running,
+    not_running,
+    not_ready,
+    stopped,
+    ended,
+    silent,
+    unknown
+};
 
-// The store's directory, the one that the daemons use, and the time since the last change of the
-// values that are read from it.
-void report_store(Context &context);
+struct Daemon {
+    DaemonState state = DaemonState::unknown;
+    pid_t process = 0;    // the one that last took a request; 0 when it isn't known
+    std::string reason{}; // why it isn't known, or doesn't answer
+};
+
+// What became of a request; `no` when none was sent.
+enum class Asked { no, answered, not_ready, silent };
+
+Daemon look_at_daemon(client::Channel channel, Asked asked = Asked::no);
+
+// In the section "daemons": its state, how long ago it took a request, how many wait for it.
+void report_daemon(Report &report, client::Channel channel, const Daemon &daemon);
 
 } // namespace cmifctl
 

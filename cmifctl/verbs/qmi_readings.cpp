@@ -1,6 +1,8 @@
 #include "qmi_readings.h"
 
+#include "client/result.h"
 #include "cmif/cmif.h"
+#include "daemon_state.h"
 
 #include <algorithm>
 #include <array>
@@ -17,7 +19,7 @@ int read_bounded(Json &output)
 {
     std::array<char, N> text{};
     const int result = getter(text.data());
-    output = text.data();
+    output = text[0] != '\0' ? Json(text.data()) : Json();
     return result;
 }
 
@@ -33,6 +35,7 @@ struct QmiReading {
     const char *section;
     const char *key;
     Call call;
+    EnumTable table{};
 };
 
 std::array<QmiReading, 3> all_readings()
@@ -42,29 +45,30 @@ std::array<QmiReading, 3> all_readings()
     return {{
         {"modem", "device_revision", {.request = qmi_request("shared_CMIF_get_device_rev_id", CMIF_QMI_GET_DEVICE_REVISION),
                                       .body = read_bounded<101, shared_CMIF_get_device_rev_id>}},
-        {"sim",   "state",           sim_state_call()},
+        {"sim",   "state",           sim_state_call(), enums::sim_state},
         {"data",  "packet_service",  {.request = qmi_request("shared_CMIF_get_ps_service", CMIF_QMI_GET_PACKET_SERVICE),
-                                      .body = read_bounded<51, shared_CMIF_get_ps_service>}},
+                                      .body = read_bounded<51, shared_CMIF_get_ps_service>},
+                                     enums::packet_service},
     }};
     // clang-format on
 }
 
-// The SIM's state that the AT daemon has published stays when there is no newer one.
 void report_value(Context &context, const QmiReading &reading, const Json &value)
 {
-    if (std::string_view(reading.key) != "state")
-        context.report.field(reading.section, {reading.key, value});
-    else if (!value.is_null())
-        context.report.field(reading.section, coded(reading.key, enums::sim_state, value));
+    const bool is_sim_state = std::string_view(reading.key) == "state";
+    if (is_sim_state && value.is_null())
+        return; // what the AT daemon has published stays
+    context.report.field(reading.section, reading.table.empty()
+                                              ? Field{reading.key, value}
+                                              : coded(reading.key, reading.table, value));
 }
 
 // With a time limit that suits a reading which may be left out.
-Context impatient(const Context &context)
+client::CallOptions impatient(client::CallOptions options)
 {
-    Context copy{context.output, context.options, {}, {}};
-    const double asked = context.options.timeout.value_or(0);
-    copy.options.timeout = asked > 0 ? std::min(asked, status_timeout) : status_timeout;
-    return copy;
+    const double asked = options.timeout.value_or(0);
+    options.timeout = asked > 0 ? std::min(asked, status_timeout) : status_timeout;
+    return options;
 }
 
 using Readings = std::vector<QmiReading>;
@@ -93,14 +97,12 @@ Call call_for(const Readings &readings)
     return call;
 }
 
-void report_daemon(Context &context, const Json &reason)
+// What a request that failed tells of the daemon.
+Asked asked(const Failure &failure)
 {
-    const bool answers = reason.is_null();
-    context.report.field("daemons", {.key = "qmi.answers",
-                                     .value = answers,
-                                     .text = answers ? "responding" : "not responding",
-                                     .label = "QMI daemon"});
-    context.report.field("daemons", {.key = "qmi.reason", .value = reason, .label = "reason"});
+    if (failure.status() == Exit::not_ready)
+        return Asked::not_ready;
+    return failure.details().value("sent", false) ? Asked::silent : Asked::no;
 }
 
 } // namespace
@@ -114,16 +116,23 @@ Call sim_state_call()
 void report_qmi_readings(Context &context, std::initializer_list<std::string_view> keys)
 {
     const Readings readings = readings_of(keys);
-    Json values;
-    Json reason;
+    const Call call = call_for(readings);
+    Answer answer;
+    Daemon daemon;
     try {
-        values = qmi_call(impatient(context), call_for(readings));
+        answer = client::call(impatient(context.options), call);
+        daemon = look_at_daemon(client::Channel::qmi, Asked::answered);
+        client::check_qmi(call.request.name, answer.result);
     } catch (const Failure &failure) {
-        reason = failure.what();
+        if (!answer.answered)
+            daemon = look_at_daemon(client::Channel::qmi, asked(failure));
+        daemon.reason = failure.what();
+        answer.output = nullptr;
     }
     for (const QmiReading &reading : readings)
-        report_value(context, reading, values.is_null() ? Json() : values[reading.key]);
-    report_daemon(context, reason);
+        report_value(context, reading,
+                     answer.output.is_null() ? Json() : answer.output[reading.key]);
+    report_daemon(context.report, client::Channel::qmi, daemon);
 }
 
 } // namespace cmifctl

@@ -26,7 +26,7 @@ struct Setting {
 constexpr Setting mode_setting   {"mode",    "search_mode", enums::search_mode, FUNCTION(shared_CMIF_set_mobileNetworkMode),       CMIF_AT_SET_SEARCH_MODE};
 constexpr Setting region_setting {"region",  "band_region", enums::band_region, FUNCTION(shared_CMIF_SetBandRegion),               CMIF_AT_SET_SEARCH_MODE};
 constexpr Setting roaming_setting{"roaming", "roaming",     enums::roaming,     FUNCTION(shared_CMIF_set_mobileInternationalRoam), CMIF_AT_SET_ROAMING};
-constexpr Setting domain_setting {"domain",  "domain",      enums::on_off,      FUNCTION(shared_CMIF_set_DomainServiceStatus),     CMIF_AT_SET_PACKET_DOMAIN};
+constexpr Setting domain_setting {"domain",  "packet_service", enums::packet_service, FUNCTION(shared_CMIF_set_DomainServiceStatus), CMIF_AT_SET_PACKET_DOMAIN};
 #undef FUNCTION
 // clang-format on
 
@@ -79,7 +79,7 @@ void radio_domain(Context &context)
          .body = [](Json &output) {
              return read_text(output, shared_CMIF_get_DomainServiceStatus);
          }});
-    context.report.field("radio", coded("domain", enums::on_off, domain));
+    context.report.field("radio", coded("packet_service", enums::packet_service, domain));
 }
 
 void radio_functionality(Context &context)

@@ -67,7 +67,7 @@ Field field(const Reading &reading, const Json &raw)
 
 using Wanted = std::function<bool(const Reading &)>;
 
-void report_if(Context &context, const Wanted &wanted)
+bool report_if(Context &context, const Wanted &wanted)
 {
     const Body body = [&wanted](Json &output) {
         for (const Reading &reading : all_readings())
@@ -81,6 +81,8 @@ void report_if(Context &context, const Wanted &wanted)
     for (const Reading &reading : all_readings())
         if (wanted(reading))
             context.report.field(reading.section, field(reading, values.at(next++)));
+    return std::any_of(values.begin(), values.end(),
+                       [](const Json &value) { return !value.is_null(); });
 }
 
 } // namespace
@@ -94,20 +96,19 @@ int read_text(Json &output, int (*getter)(char *))
     return result;
 }
 
-void report_readings(Context &context, std::initializer_list<std::string_view> sections)
+bool report_readings(Context &context, std::initializer_list<std::string_view> sections)
 {
-    report_if(context, [&sections](const Reading &reading) {
+    return report_if(context, [&sections](const Reading &reading) {
         return std::find(sections.begin(), sections.end(), reading.section) != sections.end();
     });
 }
 
 void report_reading(Context &context, std::string_view section, std::string_view key)
 {
-    report_if(context, [section, key](const Reading &reading) {
+    const bool known = report_if(context, [section, key](const Reading &reading) {
         return reading.section == section && reading.key == key;
     });
-    const Field &field = context.report.sections().back().fields.back();
-    if (field.value.is_null() && field.text.empty())
+    if (!known)
         note(other_store().empty() ? "the value is not known: nothing is stored"
                                    : "the value is not known");
 }

@@ -12,8 +12,8 @@ namespace cmifctl
 
 // Reports the named sections ("modem", "sim", "network", "last_known", "radio", "data"). Reads the
 // store in one child and asks no daemon. What has no value there is null. When the daemons use
-// another store, all is null, and a note names both.
-void report_readings(Context &context, std::initializer_list<std::string_view> sections);
+// another store, all is null, and a note names both. Whether any value is known.
+bool report_readings(Context &context, std::initializer_list<std::string_view> sections);
 // Only one of them. People are told when it isn't known.
 void report_reading(Context &context, std::string_view section, std::string_view key);
 

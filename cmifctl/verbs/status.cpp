@@ -1,6 +1,7 @@
-#include "daemon_readings.h"
+#include "daemon_state.h"
 #include "qmi_readings.h"
 #include "readings.h"
+#include "store.h"
 #include "verbs.h"
 
 namespace cmifctl
@@ -8,10 +9,11 @@ namespace cmifctl
 
 void status(Context &context)
 {
-    report_readings(context, {"modem", "sim", "network", "last_known", "radio", "data"});
+    const bool any =
+        report_readings(context, {"modem", "sim", "network", "last_known", "radio", "data"});
     report_qmi_readings(context, {"device_revision", "state", "packet_service"});
-    report_at_daemon(context);
-    report_store(context);
+    report_daemon(context.report, client::Channel::at, look_at_daemon(client::Channel::at));
+    report_store(context.report, any);
 }
 
 } // namespace cmifctl

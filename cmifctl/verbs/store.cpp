@@ -1,6 +1,7 @@
 #include "store.h"
 
 #include "cmifctl/output/terminal.h"
+#include "cmifctl/output/times.h"
 #include "platform/host_store.h"
 #include "platform/tarn_nvram_config.h"
 
@@ -66,6 +67,19 @@ Json read_published(const Context &context, Call call)
     for (Json &value : values)
         value = nullptr;
     return values;
+}
+
+void report_store(Report &report, bool is_known)
+{
+    const std::string daemons = host_store_announced();
+    const auto age = static_cast<long long>(is_known ? host_store_age() : -1);
+    const Json known_age = age < 0 ? Json() : Json(age);
+    const auto add = [&report](Field field) { report.field("store", std::move(field)); };
+    add({"directory", host_store_directory()});
+    add({.key = "daemons_directory",
+         .value = daemons.empty() ? Json() : Json(daemons),
+         .hidden = daemons == host_store_directory()});
+    add({"age", known_age, "s", age < 0 ? "" : duration(age)});
 }
 
 void check_store(int result, const std::string &what)

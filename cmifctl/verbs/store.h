@@ -33,6 +33,11 @@ Json at_reading(const Context &context, Call call);
 // they use another store, each is null, and a note names both.
 Json read_published(const Context &context, Call call);
 
+// In the section "store": this process's directory, the one that the daemons use, and the time
+// since a value changed. That is unknown when no value `is_known`: the command itself may have made
+// the store.
+void report_store(Report &report, bool is_known);
+
 // Fails unless a step of the store's succeeded; it has written the reason to standard error.
 void check_store(int result, const std::string &what);
 

@@ -243,6 +243,7 @@ TEST(Report, HasObjectsInASection)
 TEST(Enumeration, KnowsNamesAndNumbers)
 {
     EXPECT_EQ(enumeration(enums::sim_state, 9), Json::parse(R"({"code": 9, "name": null})"));
+    EXPECT_EQ(enumeration(enums::registration, "9"), Json::parse(R"({"code": 9, "name": null})"));
     EXPECT_EQ(enumeration(enums::on_off, "1"), Json::parse(R"({"code": 1, "name": "on"})"));
     EXPECT_EQ(enumeration(enums::sim_state, "SIM PIN"),
               Json::parse(R"({"code": 3, "name": "pin_required"})"));

@@ -1,5 +1,7 @@
-// The list of messages, beside a daemon that answers and a store that a test has filled.
+// Verbs beside daemons that answer and a store that a test has filled.
+#include "client/code_lock.h"
 #include "cmifctl/verbs/messages.h"
+#include "cmifctl/verbs/registration.h"
 #include "doctor_fixture.h"
 
 namespace
@@ -45,6 +47,48 @@ TEST_F(Messages, CountedWildlyEndInAClearError)
     }
     set("lte_mobile_sms_counts", "-1");
     EXPECT_EQ(read_messages({})["messages"].size(), 0U);
+}
+
+using Registering = Doctor;
+
+TEST_F(Registering, EndsWithTheStateThatIsKnown)
+{
+    const std::pair<const char *, const char *> states[]{
+        {"", "unknown"}, {"x", "unknown"}, {"2", "searching"}};
+    for (const auto &[stored, text] : states) {
+        set("lte_network_reg_status_state", stored);
+        Context context;
+        context.options.timeout = 0.1;
+        try {
+            wait_for_registration(context, {"00101", {}}, std::chrono::steady_clock::now());
+            FAIL() << "registered";
+        } catch (const Failure &failure) {
+            EXPECT_EQ(failure.status(), Exit::no_answer);
+            EXPECT_EQ(failure.what(),
+                      std::string("the modem is not registered with 00101 in time: ") + text);
+        }
+    }
+}
+
+using Readings = Doctor;
+
+TEST_F(Readings, NameTheProcessThatKeepsTheirRequest)
+{
+    const Child holder([] {
+        const client::CodeLock lock({{Channel::qmi, CMIF_QMI_GET_SIM_STATUS}}, 0, [] {});
+        pause();
+    });
+    while (!client::lock_process({Channel::qmi, CMIF_QMI_GET_SIM_STATUS}))
+        usleep(1000);
+    Context context;
+    context.options.timeout = 0.1;
+    sim_status(context);
+    const Json daemon = context.report.document()["daemons"]["qmi"];
+    EXPECT_EQ(daemon["state"], nullptr); // it has taken nothing yet
+    EXPECT_NE(daemon["reason"].get<std::string>().find(", made by process " +
+                                                       std::to_string(holder.process()) + " ("),
+              std::string::npos)
+        << daemon;
 }
 
 } // namespace

@@ -38,27 +38,27 @@ exits 0 cmifctl network scan
 [ "$(queued 900)" = 0 ] || fail 'an answer is left over'
 
 # A caller that took its own request back is not the daemon.
-daemon=$(cmifctl status --field daemons.at.last_reader.process)
+daemon=$(cmifctl status --field daemons.at.process)
 kill -STOP "$daemon"
 exits 3 cmifctl --timeout 0.5 radio domain # which the kernel hands to the receiver that sleeps
 exits 3 cmifctl --timeout 0.5 sim pin-mode
 complains 'it was withdrawn'
 kill -CONT "$daemon"
 exits 0 cmifctl --json status
-holds daemons.at.serves=true "daemons.at.last_reader.process=$daemon" daemons.at.last_reader.age_s=null
+holds 'daemons.at.state="running"' "daemons.at.process=$daemon" daemons.at.last_read_age_s=null
 
 # The last reader has ended, and a new daemon has taken nothing yet.
 kill_router 9
 exits 0 cmifctl --json status
-holds daemons.at.serves=false
+holds 'daemons.at.state="ended"'
 cmif-sim serve --pace 0.1 &
 router=$!
 within 20 qmi_answers
 exits 0 cmifctl --json status
-holds daemons.at.serves=null
+holds daemons.at.state=null 'daemons.at.reason="the process that last read its queue has ended"'
 exits 0 cmifctl sim retries
 exits 0 cmifctl --json status
-holds daemons.at.serves=true
+holds 'daemons.at.state="running"'
 
 # A second one over the same queues is refused, and the first serves on.
 exits 1 cmif-sim serve

@@ -36,7 +36,7 @@ shows 'ipv4: 192.0.2.10'
 shows 'context apn: internet.example'
 exits 0 cmifctl --json data status
 holds data.state.code=3 'data.state.name="connected"' 'data.ipv4="192.0.2.10"' \
-    'data.ipv6="2001:db8:0:1::1"' 'data.packet_service="attached"'
+    'data.ipv6="2001:db8:0:1::1"' 'data.packet_service.name="attached"'
 
 # It stays up, and its uptime grows.
 exits 0 cmifctl data start

@@ -18,16 +18,17 @@ found queue_missing
 
 start_router --pace 0.1
 found sim_pin_required
-holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'router.sim.name="pin_required"' 'router.at_daemon.state="answers"' \
+holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'sim.state.name="pin_required"' 'daemons.at.state="answers"' \
     'findings.0.name="sim_pin_required"' "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
 register
 exits 0 cmifctl config save
 exits 0 cmifctl doctor
 prints 'nothing wrong'
-shows 'SIM: ready'
+shows 'state: ready'
+shows 'AT daemon: answers'
 shows 'registration: registered (home)'
 exits 0 cmifctl --json doctor
-holds 'findings=[]' "router.store=\"$CMIF_STORE\""
+holds 'findings=[]' "store.directory=\"$CMIF_STORE\""
 
 exits 0 cmif-sim ctl modem reset
 found modem_missing

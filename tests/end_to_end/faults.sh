@@ -103,8 +103,8 @@ heal
     # The QMI daemon. Reading goes on without it.
     for kind in drop wrong-type; do
         fault qmi 6 $kind
-        exits 0 $quick sim status
-        shows 'QMI daemon: not responding'
+        exits 0 $quick --json sim status
+        holds 'daemons.qmi.state="silent"'
         found requests_unanswered
         heal
     done
@@ -115,8 +115,8 @@ heal
     exits 0 $quick sim status
     shows 'state: ready'
     fault qmi 6 long
-    exits 0 $quick sim status
-    shows 'QMI daemon: not responding'
+    exits 0 $quick --json sim status
+    holds 'daemons.qmi.state="running"'
     heal
     fault qmi 1 unterminated
     exits 0 $quick --json status
@@ -127,15 +127,18 @@ heal
     for kind in freeze die; do
         exits 0 $quick sim status
         fault qmi $kind
-        exits 0 $quick sim status
-        shows 'QMI daemon: not responding'
+        exits 0 $quick --json sim status
+        if [ $kind = die ]; then state=ended; else state=stopped; fi
+        holds "daemons.qmi.state=\"$state\""
         if [ $kind = die ]; then found ready_marker_left; else found daemon_frozen; fi
         heal
     done
     exits 0 $quick sim status
     fault qmi not-ready
     exits 0 $quick sim status
-    shows 'reason: shared_CMIF_get_sim_status: the QMI daemon is not ready'
+    shows 'shared_CMIF_get_sim_status: the QMI daemon is not ready'
+    exits 0 $quick --json sim status
+    holds 'daemons.qmi.state="not_ready"'
     found daemon_not_ready
     exits 0 cmif-sim ctl fault qmi ready
     exits 0 cmifctl doctor

@@ -114,7 +114,7 @@ queued() {
 
 # For tests that start and stop the router themselves.
 at_answers() { cmifctl sim retries; }
-qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: responding'; }
+qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: answers$'; }
 
 start_router() {
     cmif-sim serve "$@" &

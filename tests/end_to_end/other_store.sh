@@ -26,7 +26,7 @@ holds profile.apn=null profile.authentication=null profile.pdp_type=null profile
 exits 0 cmifctl status
 hides uptime
 hides 'auto connect'
-shows "AT daemon: not started: its queue is missing"
+shows "AT daemon: not running"
 shows "directory: $work/empty"
 exits 0 cmifctl data uptime
 complains 'the value is not known'
@@ -40,7 +40,7 @@ for words in 'sim status' 'network show' 'data status' status; do
     complains "the daemons use the store $work/theirs, and this command $work/empty"
 done
 holds "store.directory=\"$work/empty\"" "store.daemons_directory=\"$work/theirs\"" \
-    sim.iccid=null network.registration=null daemons.at.serves=true
+    sim.iccid=null network.registration=null 'daemons.at.state="running"'
 exits 1 cmifctl --json sim retries
 
 case $(value error.message) in
@@ -84,7 +84,7 @@ reads_nothing_here() {
         printf '12345678\n12345678\n' | refused_here sim $words -
     done
 }
-answered='|sim\.state\.|modem\.device_revision|data\.packet_service'
+answered='|sim\.state\.|modem\.device_revision|data\.packet_service\.'
 theirs() { env CMIF_STORE="$work/theirs" cmifctl "$@"; }
 exits 0 theirs data profile set --apn real.example --user anna
 reads_nothing_here
@@ -128,4 +128,4 @@ holds 'sim.state.name="ready"' "store.daemons_directory=\"$work/theirs\""
 [ ! -s "$work/err" ] || fail 'a note'
 kill_router 9
 exits 0 cmifctl --json status
-holds store.daemons_directory=null daemons.at.serves=false
+holds store.daemons_directory=null 'daemons.at.state="ended"'

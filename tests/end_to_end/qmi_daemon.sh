@@ -13,7 +13,7 @@ exits 0 cmifctl config set lte_qmi_apn internet.example
 exits 8 cmifctl --json data start
 holds error.code=8 'error.name="not_ready"'
 exits 0 cmifctl --json sim status
-holds 'sim.state.name="pin_required"' daemons.qmi.answers=false
+holds 'sim.state.name="pin_required"' 'daemons.qmi.state="not_running"'
 kill_router 15
 
 # An orderly end removes the readiness marker.

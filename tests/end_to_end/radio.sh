@@ -34,15 +34,16 @@ for roaming in off on auto; do
 done
 
 exits 0 cmifctl radio domain
-shows 'domain: on'
+shows 'packet service: attached'
 exits 0 cmifctl radio domain off
 exits 0 cmifctl --json radio domain
-holds radio.domain.code=0 'radio.domain.name="off"'
+holds radio.packet_service.code=0 'radio.packet_service.name="detached"'
 exits 0 cmifctl --json data status
-holds 'data.packet_service="detached"'
-exits 0 cmifctl radio domain on
+holds data.packet_service.code=0 'data.packet_service.name="detached"'
+exits 0 cmifctl --json radio domain attached
+holds requested.packet_service.code=1
 exits 0 cmifctl --json radio domain
-holds radio.domain.code=1
+holds radio.packet_service.code=1
 
 # Offline there is no network; the last known one is kept.
 exits 0 cmifctl radio functionality offline

@@ -8,9 +8,12 @@ export CMIF_STORE="$work/store"
 started=$(date +%s)
 exits 0 cmifctl --json status
 holds modem.imei=null sim.state=null network.operator=null radio.channel=null \
-    data.ipv4=null daemons.qmi.answers=false
+    data.ipv4=null 'daemons.qmi.state="not_running"' 'daemons.at.reason="its queue is missing"' \
+    store.age_s=null # though the command has made the store
 exits 0 cmifctl status
-shows 'QMI daemon: not responding'
+shows 'QMI daemon: not running'
+shows 'AT daemon: not running'
+hides 'age:'
 exits 0 cmifctl radio show
 exits 0 cmifctl network show
 exits 0 cmifctl data status
@@ -41,4 +44,4 @@ holds error.code=8 'error.name="not_ready"'
 start_router --pace 0.1
 kill_router 15
 exits 0 cmifctl --json status
-holds 'sim.state.name="pin_required"' 'modem.imei="001010012345672"' daemons.qmi.answers=false
+holds 'sim.state.name="pin_required"' 'modem.imei="001010012345672"' 'daemons.qmi.state="not_ready"' 'daemons.at.state="ended"'

@@ -1,0 +1,47 @@
+#include "cmif/cmif.h"
+#include "look.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace cmifctl
+{
+
+bool is_known(Channel channel, long code)
+{
+    const long last = channel == Channel::at ? static_cast<long>(CMIF_AT_SYNCHRONIZE_PROFILE)
+                                             : static_cast<long>(CMIF_QMI_DOWNLOAD_MODE);
+    return code >= 1 && code <= last;
+}
+
+std::vector<long> codes_of(const std::vector<LyingRecord> &records)
+{
+    std::vector<long> codes;
+    for (const LyingRecord &record : records)
+        if (codes.empty() || codes.back() != record.code)
+            codes.push_back(record.code);
+    return codes;
+}
+
+std::string listed(const std::vector<LyingRecord> &records, const std::string &what)
+{
+    const std::string several =
+        what.ends_with('y') ? what.substr(0, what.size() - 1) + "ies" : what + "s";
+    std::string text =
+        std::to_string(records.size()) + " " + (records.size() == 1 ? what : several) + ", of code";
+    const std::vector<long> codes = codes_of(records);
+    text += codes.size() == 1 ? "" : "s";
+    for (const long code : codes)
+        text += (code == codes.front() ? " " : ", ") + std::to_string(code);
+    return text;
+}
+
+std::vector<LyingRecord> some_of(const std::vector<LyingRecord> &records,
+                                 const std::function<bool(const LyingRecord &)> &wanted)
+{
+    std::vector<LyingRecord> some;
+    std::copy_if(records.begin(), records.end(), std::back_inserter(some), wanted);
+    return some;
+}
+
+} // namespace cmifctl

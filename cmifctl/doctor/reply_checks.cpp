@@ -1,0 +1,140 @@
+#include "checks.h"
+#include "client/call.h"
+#include "client/process.h"
+#include "client/queues.h"
+#include "client/unanswered.h"
+
+namespace cmifctl
+{
+namespace
+{
+
+using client::RequestCode;
+
+constexpr double lock_timeout = 1; // seconds
+
+std::vector<LyingRecord> replies_of(const ChannelLook &look, bool known)
+{
+    return some_of(look.replies.records, [&](const LyingRecord &record) {
+        return is_known(look.channel, record.code) == known;
+    });
+}
+
+Texts lying_replies(const Look &look, bool known, const std::string &what)
+{
+    Texts texts;
+    for (const ChannelLook &channel : look.channels)
+        if (const auto replies = replies_of(channel, known); !replies.empty())
+            texts.push_back(channel.replies.name + " holds " + listed(replies, what) +
+                            ", which no caller takes");
+    return texts;
+}
+
+// A code that is in use for longer than this is left as it is.
+void with_lock(RequestCode code, const std::function<void()> &work)
+{
+    try {
+        const client::CodeLock lock = client::lock_codes({.timeout = lock_timeout}, {code});
+        work();
+    } catch (const Failure &) { // the next look shows what is left
+    }
+}
+
+void take_replies(const Look &look, bool known)
+{
+    for (const ChannelLook &channel : look.channels)
+        for (const long number : codes_of(replies_of(channel, known))) {
+            const RequestCode code{channel.channel, number};
+            with_lock(code,
+                      [code] { client::Unanswered().remove(code, client::clear_replies(code)); });
+        }
+}
+
+std::vector<RequestCode> all_codes()
+{
+    std::vector<RequestCode> codes;
+    for (const Channel channel : {Channel::at, Channel::qmi})
+        for (long code = 1; is_known(channel, code); ++code)
+            codes.push_back({channel, code});
+    return codes;
+}
+
+// Requests whose callers have given up.
+std::vector<RequestCode> given_up()
+try {
+    const client::Unanswered table;
+    std::vector<RequestCode> codes;
+    for (const RequestCode &code : all_codes())
+        if (table.count(code) > 0 && !client::lock_process(code))
+            codes.push_back(code);
+    return codes;
+} catch (const Failure &) {
+    return {};
+}
+
+} // namespace
+
+Texts checks::stale_replies(const Look &look)
+{
+    return lying_replies(look, true, "stale reply");
+}
+
+void checks::take_stale_replies(const Look &look)
+{
+    take_replies(look, true);
+}
+
+Texts checks::foreign_replies(const Look &look)
+{
+    return lying_replies(look, false, "foreign reply");
+}
+
+void checks::take_foreign_replies(const Look &look)
+{
+    take_replies(look, false);
+}
+
+Texts checks::unanswered_requests(const Look &)
+{
+    Texts texts;
+    for (const RequestCode &code : given_up())
+        texts.push_back(client::daemon_name(code.channel) +
+                        (" has not answered request " + std::to_string(code.code)) +
+                        ", whose caller has given up; calls of this code wait for its reply");
+    return texts;
+}
+
+void checks::forget_unanswered(const Look &)
+{
+    for (const RequestCode &code : given_up())
+        with_lock(code, [code] {
+            client::Unanswered table;
+            table.remove(code, table.count(code));
+        });
+}
+
+Texts checks::frozen_callers(const Look &)
+{
+    Texts texts;
+    for (const RequestCode &code : all_codes())
+        if (const auto process = client::lock_process(code);
+            process && client::process_is_stopped(*process))
+            texts.push_back("request " + std::to_string(code.code) + " of " +
+                            client::daemon_name(code.channel) + " is kept by " +
+                            client::process_name(*process) + ", which is stopped");
+    return texts;
+}
+
+Texts checks::unusable_locks(const Look &)
+{
+    constexpr RequestCode unused{Channel::at, 31}; // so its lock is free
+    try {
+        const client::Unanswered table;
+        const client::CodeLock lock({unused}, lock_timeout, [] {});
+        return {};
+    } catch (const Failure &failure) {
+        return {failure.what()};
+    }
+}
+
+} // namespace cmifctl
