@@ -1,6 +1,7 @@
 #include "completion.h"
 
 #include "usage_error.h"
+#include "walker.h"
 
 #include <algorithm>
 
@@ -19,17 +20,14 @@ std::vector<Candidate> values_of(const Argument &argument)
     return values;
 }
 
-std::vector<Candidate> options_of(const Line &line)
+std::vector<Candidate> possible_options(const Line &line)
 {
     std::vector<Candidate> options;
-    const auto add = [&options](ArgumentRows rows, const Arguments &given) {
-        for (const Argument &argument : rows)
-            if (argument.by_name() && (argument.repeats || !given.has(argument.name)))
-                options.push_back({std::string("--") + argument.name, argument.help});
-    };
-    if (line.command != nullptr)
-        add(line.command->arguments, line.arguments);
-    add(line.program->options, line.options);
+    for (const Argument *option : options_of(line)) {
+        const bool given = line.arguments.has(option->name) || line.options.has(option->name);
+        if (option->repeats || !given)
+            options.push_back({std::string("--") + option->name, option->help});
+    }
     return options;
 }
 
@@ -68,7 +66,7 @@ std::vector<Candidate> all_candidates(const Walker &walker, const std::string &w
     if (word.starts_with("--") && equals != std::string::npos)
         return assignments(walker, word.substr(0, equals));
     std::vector<Candidate> candidates = words_after(walker); // one of them may be "-"
-    for (const Candidate &option : options_of(walker.line()))
+    for (const Candidate &option : possible_options(walker.line()))
         candidates.push_back(option);
     return candidates;
 }

@@ -66,9 +66,12 @@ Block term_block(const char *title, std::span<const Term> terms)
     return block;
 }
 
-Block options_block(const Program &program)
+// Of the program; those of readings where a command may be one.
+std::vector<Block> option_blocks(const Program &program, bool may_read)
 {
-    return argument_block("Options of every command", program.options);
+    return {argument_block("Options of every command", program.options),
+            argument_block("Options of commands that only read",
+                           may_read ? program.reading_options : ArgumentRows())};
 }
 
 bool is_below(const Command &command, const std::string &path)
@@ -80,7 +83,8 @@ std::string command_help(const Program &program, const Command &command)
 {
     return sentence(command.summary) + "\n" + wrapped(command.details) +
            blocks_text({argument_block("Arguments", command.arguments)}) + "\nExample:\n  " +
-           example_of(program, command) + "\n" + blocks_text({options_block(program)});
+           example_of(program, command) + "\n" +
+           blocks_text(option_blocks(program, command.access != Access::acts));
 }
 
 Block access_block(const Program &program, const std::string &path, const char *title,
@@ -91,6 +95,14 @@ Block access_block(const Program &program, const std::string &path, const char *
         if (is_below(command, path) && command.access == access)
             block.rows.push_back({command.path, command.summary});
     return block;
+}
+
+bool has_readings(const Program &program, const std::string &path)
+{
+    return std::any_of(program.commands.begin(), program.commands.end(),
+                       [&path](const Command &command) {
+                           return is_below(command, path) && command.access != Access::acts;
+                       });
 }
 
 std::string group_help(const Program &program, const std::string &path)
@@ -104,7 +116,7 @@ std::string group_help(const Program &program, const std::string &path)
                         access_block(program, path, "Reading, or setting when a value is given",
                                      Access::either),
                         access_block(program, path, "Actions", Access::acts)}) +
-           blocks_text({options_block(program)});
+           blocks_text(option_blocks(program, has_readings(program, path)));
 }
 
 // Those without a group, then each group's.
@@ -131,7 +143,7 @@ std::string program_help(const Program &program)
     return sentence(program.summary) + "\n" +
            (own ? wrapped(own->details) + blocks_text({argument_block("Arguments", own->arguments)})
                 : "") +
-           blocks_text(command_blocks(program)) + blocks_text({options_block(program)}) +
+           blocks_text(command_blocks(program)) + blocks_text(option_blocks(program, true)) +
            blocks_text({term_block("Examples", program.examples)}) +
            blocks_text({term_block("Exit status", program.exit_status)});
 }

@@ -104,8 +104,10 @@ std::string opening(const Program &program)
 
 std::string manual_page(const Program &program)
 {
-    std::string page =
-        opening(program) + ".SH OPTIONS\n" + arguments_page(program.options) + ".SH COMMANDS\n";
+    std::string page = opening(program) + ".SH OPTIONS\n" + arguments_page(program.options);
+    if (!program.reading_options.empty())
+        page += ".SS \"Of commands that only read\"\n" + arguments_page(program.reading_options);
+    page += ".SH COMMANDS\n";
     for (const Command &command : program.commands)
         page += command_page(program, command);
     return page + examples_page(program) + terms_page("EXIT STATUS", program.exit_status) +

@@ -72,7 +72,8 @@ struct Program {
     const char *description;
     std::span<const Group> groups;
     std::span<const Command> commands;
-    ArgumentRows options; // of every command
+    ArgumentRows options;           // of every command
+    ArgumentRows reading_options{}; // of commands that only read
     std::span<const Term> examples;
     std::span<const Term> exit_status;
     std::span<const Term> environment;

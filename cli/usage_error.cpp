@@ -12,21 +12,6 @@ namespace
 
 constexpr const char *no_secrets = "secrets are not taken from the command line";
 
-std::string quoted(const std::string &text)
-{
-    return "'" + text + "'";
-}
-
-std::string dashed(const Argument &option)
-{
-    return std::string("--") + option.name;
-}
-
-std::string see_help(const Line &line, const std::string &what)
-{
-    return quoted(line.full_path() + " --help") + " " + what + ".";
-}
-
 std::string joined(const std::vector<std::string> &words)
 {
     std::string text;
@@ -70,17 +55,11 @@ bool takes_secret_source(const Line &line)
                        });
 }
 
-std::vector<std::string> options_of(const Line &line)
+std::vector<std::string> known_options(const Line &line)
 {
     std::vector<std::string> names;
-    const auto add = [&names](ArgumentRows rows) {
-        for (const Argument &argument : rows)
-            if (argument.by_name())
-                names.push_back(dashed(argument));
-    };
-    if (line.command != nullptr)
-        add(line.command->arguments);
-    add(line.program->options);
+    for (const Argument *option : options_of(line))
+        names.push_back(dashed(*option));
     return names;
 }
 
@@ -102,6 +81,21 @@ std::vector<std::string> known_words(const Line &line)
 
 } // namespace
 
+std::string quoted(const std::string &text)
+{
+    return "'" + text + "'";
+}
+
+std::string dashed(const Argument &option)
+{
+    return std::string("--") + option.name;
+}
+
+std::string see_help(const Line &line, const std::string &what)
+{
+    return quoted(line.full_path() + " --help") + " " + what + ".";
+}
+
 UsageError::UsageError(const std::string &message, std::string hint)
     : std::runtime_error(message), hint_(std::move(hint))
 {
@@ -110,7 +104,7 @@ UsageError::UsageError(const std::string &message, std::string hint)
 void fail_unknown_option(const Line &line, const std::string &word)
 {
     const std::string name = word.substr(0, word.find('='));
-    const std::vector<std::string> similar = suggestions(name, options_of(line));
+    const std::vector<std::string> similar = suggestions(name, known_options(line));
     if (similar.empty() && takes_secret_source(line))
         fail_secret(line, "unknown option");
     throw UsageError("unknown option" + repeated(line, name) + " for " + quoted(line.full_path()),
@@ -163,46 +157,6 @@ void fail_choice(const Line &line, const Argument &argument, const std::string &
     const std::string place = argument.by_name() ? dashed(argument) : quoted(line.full_path());
     throw UsageError("invalid " + std::string(argument.value) + shown + " for " + place,
                      "One of: " + list_of(argument.choices) + ".");
-}
-
-void fail_flag_value(const Argument &flag)
-{
-    throw UsageError(dashed(flag) + " takes no value", "Give " + dashed(flag) + " alone.");
-}
-
-void fail_empty_value(const Argument &option)
-{
-    throw UsageError(dashed(option) + "= has no value",
-                     option.kind == Argument::Kind::flag
-                         ? "Leave the = out, or give a value."
-                         : "Give the value as the next word; '' is an empty one.");
-}
-
-void fail_missing_value(const Line &line, const Argument &option)
-{
-    throw UsageError(dashed(option) + " needs a value", see_help(line, "shows its usage"));
-}
-
-void fail_option_as_value(const Argument &option)
-{
-    throw UsageError(dashed(option) + " needs a value, not another option",
-                     "Write " + dashed(option) + "=VALUE for a value that begins with --.");
-}
-
-void fail_repeated(const Line &line, const Argument &option)
-{
-    throw UsageError(dashed(option) + " is given more than once",
-                     see_help(line, "shows its usage"));
-}
-
-void fail_seconds(const std::string &source, const std::string &text, const std::string &range)
-{
-    throw UsageError(source + " takes a number of seconds, not " + quoted(text), range);
-}
-
-void fail_exclusive(const std::string &option, const std::string &other)
-{
-    throw UsageError(option + " and " + other + " exclude each other", "Give one of them.");
 }
 
 } // namespace cli

@@ -29,15 +29,10 @@ private:
 [[noreturn]] void fail_missing_argument(const Line &line, const Argument &argument);
 [[noreturn]] void fail_choice(const Line &line, const Argument &argument, const std::string &text);
 
-[[noreturn]] void fail_flag_value(const Argument &flag);
-[[noreturn]] void fail_empty_value(const Argument &option);
-[[noreturn]] void fail_missing_value(const Line &line, const Argument &option);
-[[noreturn]] void fail_option_as_value(const Argument &option);
-[[noreturn]] void fail_repeated(const Line &line, const Argument &option);
-// `source` is an option or an environment variable.
-[[noreturn]] void fail_seconds(const std::string &source, const std::string &text,
-                               const std::string &range);
-[[noreturn]] void fail_exclusive(const std::string &option, const std::string &other);
+// Parts of the messages.
+std::string quoted(const std::string &text);
+std::string dashed(const Argument &option);
+std::string see_help(const Line &line, const std::string &what);
 
 } // namespace cli
 

@@ -28,14 +28,17 @@ constexpr Argument key           {required, "key",          "KEY",    "its name"
 constexpr Argument global[] = {
     {option, "output",  "FORMAT",  "how the result is written",   enums::output_formats, false, 'o'},
     {flag,   "json",    "",        "short for --output json: one document, also for errors"},
-    {option, "field",   "PATH",    "only this value of the document, alone on its line; can be repeated",
-                                                                  {}, false, '\0', true},
-    {flag,   "watch",   "SECONDS", "read again every 2 seconds, or as often as given, until interrupted"},
     {option, "color",   "WHEN",    "colour for people",           enums::colours},
     {option, "timeout", "SECONDS", "how long to wait for an answer (default 30; 0 = no limit)"},
     {flag,   "trace",   "",        "show the library's trace lines on standard error"},
     cli::help_option,
     cli::version_option,
+};
+// What only reads can be repeated, and its document looked at before anything depends on it.
+constexpr Argument of_readings[] = {
+    {option, "field",   "PATH",    "only this value of the document, alone on its line; can be repeated",
+                                                                  {}, false, '\0', true},
+    {flag,   "watch",   "SECONDS", "read again every 2 seconds, or as often as given, until interrupted"},
 };
 
 constexpr Argument secret[]        = {secret_input};

@@ -1,7 +1,6 @@
 #include "command_line.h"
 
 #include "cli/line.h"
-#include "cli/usage_error.h"
 #include "cmifctl/output/enums.h"
 #include "global_options.h"
 
@@ -11,26 +10,6 @@ namespace cmifctl
 {
 namespace
 {
-
-bool only_reads(const cli::Line &line)
-{
-    using cli::Access;
-    const Access access = line.command->access;
-    const auto arguments = line.command->arguments;
-    const bool changes = !arguments.empty() && line.arguments.has(arguments.front().name);
-    return access == Access::reads || (access == Access::either && !changes);
-}
-
-// What only reads can be repeated, and its document looked at before anything depends on it.
-void check_reading(const cli::Line &line)
-{
-    for (const char *option : {"watch", "field"})
-        if (line.options.has(option) && !only_reads(line))
-            throw cli::UsageError(std::string("--") + option +
-                                      " is for commands that only read, not for '" +
-                                      line.full_path() + "'",
-                                  std::string("Leave --") + option + " out.");
-}
 
 // Others print what the tool has in its tables, also where CMIF_TIMEOUT is wrong.
 bool makes_calls(std::string_view path)
@@ -55,7 +34,6 @@ CommandLine parse(int count, const char *const *words)
         return parsed;
     }
     take_global_options(line.options, makes_calls(line.path), parsed.context);
-    check_reading(line);
     parsed.command = line.command;
     parsed.context.arguments = line.arguments;
     return parsed;

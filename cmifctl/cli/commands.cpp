@@ -62,7 +62,8 @@ constexpr Verb verbs[] = {
     {radio_roaming,        {"radio roaming",        "show or set international roaming",                          either,  "off",                                arguments::roaming}},
     {radio_domain,         {"radio domain",         "show or set whether the modem attaches to packet data",      either,  "attached",                           arguments::domain}},
     {radio_functionality,  {"radio functionality",  "set the functionality level",                                acts,    "full",                               arguments::functionality}},
-    {radio_reset,          {"radio reset",          "reset the modem to its factory settings",                    acts,    "--yes",                              arguments::confirmed}},
+    {radio_reset,          {"radio reset",          "reset the modem to its factory settings",                    acts,    "",                                   arguments::confirmed,
+                           "Deletes all messages, ends the data connection, and locks the SIM until its PIN is entered."}},
     {radio_timezone,       {"radio timezone",       "set the modem to the system's time zone",                    acts,    ""}},
     {radio_download_mode,  {"radio download-mode",  "request firmware-download mode through the AT daemon",       acts,    "",                                   arguments::confirmed,
                            download_details}},
@@ -78,7 +79,7 @@ constexpr Verb verbs[] = {
 
     {sms_list,             {"sms list",             "list the messages",                                          reads,   ""}},
     {sms_show,             {"sms show",             "show one message in full",                                   reads,   "3",                                  arguments::one_message}},
-    {sms_delete,           {"sms delete",           "delete one message, or all",                                 acts,    "--all --yes",                        arguments::delete_messages}},
+    {sms_delete,           {"sms delete",           "delete one message, or all",                                 acts,    "3",                                  arguments::delete_messages}},
 
     {data_status,          {"data status",          "show the connection",                                        reads,   "--watch"}},
     {data_start,           {"data start",           "connect, and wait until the connection is up",               acts,    "--timeout 60",                       arguments::start}},
@@ -139,7 +140,8 @@ constexpr const char *description =
     "Reads the modem, the SIM and the network, and requests changes from the connection-manager daemons. "
     "The output is aligned sections and tables; with --json it is always exactly one document. "
     "Notes, progress and errors go to standard error. "
-    "PIN, PUK, password and control key are asked for without echo, or read from standard input with -.";
+    "PIN, PUK, password and control key are asked for without echo, or read from standard input with -. "
+    "Ctrl-C and every other signal that ends a program, except SIGKILL, first withdraw a request that is still queued.";
 
 // clang-format on
 
@@ -164,6 +166,7 @@ const cli::Program &tables()
         .groups = groups,
         .commands = commands,
         .options = arguments::global,
+        .reading_options = arguments::of_readings,
         .examples = examples,
         .exit_status = exit_meanings,
         .environment = environment,

@@ -1,7 +1,7 @@
 #include "global_options.h"
 
 #include "cli/numbers.h"
-#include "cli/usage_error.h"
+#include "cli/option_error.h"
 #include "cmifctl/output/terminal.h"
 
 #include <cstdlib>

@@ -27,7 +27,11 @@ TEST(Completion, KnowsCommands)
 
 TEST(Completion, KnowsOptionsThatAreStillPossible)
 {
-    EXPECT_EQ(completed({"-"}), "--colour --repeat --help --version");
+    EXPECT_EQ(completed({"-"}), "--colour --help --version --repeat");
+    EXPECT_EQ(completed({"gate", "show", "--r"}), "--repeat");
+    EXPECT_EQ(completed({"gate", "open", "--r"}), "");
+    EXPECT_EQ(completed({"plant", "--r"}), "--repeat");
+    EXPECT_EQ(completed({"plant", "rose", "--r"}), "");
     EXPECT_EQ(completed({"plant", "--d"}), "--depth --dry");
     EXPECT_EQ(completed({"plant", "--dry", "--d"}), "--depth");
     EXPECT_EQ(completed({"plant", "--beside", "x", "--b"}), "--beside");

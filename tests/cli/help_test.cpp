@@ -25,9 +25,11 @@ The garden's gate:
 
 Options of every command:
   -c, --colour WHEN  colour of the output: red, blue
-  --repeat[=N]       repeat, N times if given
   -h, --help         show help
   -V, --version      show the version
+
+Options of commands that only read:
+  --repeat[=N]       repeat, N times if given
 
 Examples:
   garden plant rose  one rose
@@ -66,6 +68,18 @@ TEST(Help, OfACommandHasArgumentsAndAnExample)
                   .find("Usage: garden [OPTIONS] run [--quiet] "
                         "[-- TOOL [ARGUMENT...]]\n"),
               0U);
+}
+
+TEST(Help, ListsOptionsOfReadingsWhereTheyApply)
+{
+    const auto lists = [](const char *path) {
+        return cli::help_text(sample, path).find("--repeat[=N] ") != std::string::npos;
+    };
+    EXPECT_TRUE(lists("gate"));
+    EXPECT_TRUE(lists("gate show"));
+    EXPECT_TRUE(lists("plant")); // without a plant it reads
+    EXPECT_FALSE(lists("gate open"));
+    EXPECT_FALSE(lists("run"));
 }
 
 TEST(Help, IsShortWithoutArguments)

@@ -33,9 +33,11 @@ constexpr Argument run_arguments[] = {
 };
 constexpr Argument options[] = {
     {option,   "colour", "WHEN",   "colour of the output", colours, false, 'c'},
-    {flag,     "repeat", "N",      "repeat, N times if given"},
     cli::help_option,
     cli::version_option,
+};
+constexpr Argument reading_options[] = {
+    {flag,     "repeat", "N",      "repeat, N times if given"},
 };
 
 constexpr cli::Command commands[] = {
@@ -65,6 +67,7 @@ const cli::Program sample{
     .groups = groups,
     .commands = commands,
     .options = options,
+    .reading_options = reading_options,
     .examples = examples,
     .exit_status = exit_status,
     .environment = environment,
