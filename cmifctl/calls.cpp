@@ -44,6 +44,11 @@ Json read(const Context &context, const char *name, const Body &body)
     return client::call(context.options, {.request = no_request(name), .body = body}).output;
 }
 
+Json text_or_null(const std::string &text)
+{
+    return text.empty() ? Json() : Json(text);
+}
+
 void check_length(const char *label, const std::string &text, std::size_t max)
 {
     if (text.size() > max)

@@ -43,6 +43,9 @@ Body reads(int (*getter)(Number *))
     };
 }
 
+// Null for an empty text, which stands for an unknown one.
+Json text_or_null(const std::string &text);
+
 // Fails with exit 5 when the text does not fit the request's field.
 void check_length(const char *label, const std::string &text, std::size_t max);
 

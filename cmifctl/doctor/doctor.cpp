@@ -1,4 +1,5 @@
 #include "checks.h"
+#include "cmifctl/calls.h"
 #include "cmifctl/verbs/store.h"
 #include "cmifctl/verbs/verbs.h"
 
@@ -79,17 +80,10 @@ void report_findings(Report &report, const std::vector<Finding> &findings)
     report.data("findings", std::move(rows));
 }
 
-// Null for a key that is unset.
-Json stored(const Look &look, const char *key)
-{
-    const std::string value = look.store.value(key);
-    return value.empty() ? Json() : Json(value);
-}
-
 void report_state(Report &report, const Look &look)
 {
-    const Json sim = stored(look, "lte_sim_status");
-    const Json registration = stored(look, "lte_network_reg_status_state");
+    const Json sim = text_or_null(look.store.value("lte_sim_status"));
+    const Json registration = text_or_null(look.store.value("lte_network_reg_status_state"));
     report.field("sim", coded("state", enums::sim_state, sim));
     report.field("network", coded("registration", enums::registration, registration));
     for (const ChannelLook &channel : look.channels)

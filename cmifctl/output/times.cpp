@@ -1,5 +1,6 @@
 #include "times.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -23,6 +24,13 @@ std::optional<std::string> iso_time(std::string_view stamp)
     std::snprintf(buffer.data(), buffer.size(), "20%02d-%02d-%02dT%02d:%02d:%02d%c%02d:%02d", year,
                   month, day, hour, minute, second, sign, quarters / 4, quarters % 4 * 15);
     return buffer.data();
+}
+
+std::string short_time(std::string_view stamp)
+{
+    std::string time = iso_time(stamp).value_or("");
+    std::replace(time.begin(), time.end(), 'T', ' ');
+    return time.substr(0, std::string_view("2024-03-01 08:00").size());
 }
 
 std::string duration(long long seconds)

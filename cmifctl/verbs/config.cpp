@@ -18,9 +18,7 @@ bool is_secret(const std::string &key)
 Json entry(const Context &context, const std::string &key, const std::string &value)
 {
     const bool hidden = is_secret(key) && !value.empty() && !context.arguments.has("show-secrets");
-    return {{"key", key},
-            {"value", hidden || value.empty() ? Json() : Json(value)},
-            {"hidden", hidden}};
+    return {{"key", key}, {"value", text_or_null(hidden ? "" : value)}, {"hidden", hidden}};
 }
 
 // For people.

@@ -1,5 +1,6 @@
 #include "known_values.h"
 
+#include "cmifctl/output/times.h"
 #include "providers.h"
 #include "settings.h"
 #include "store.h"
@@ -49,7 +50,8 @@ Candidates read_messages(Context &context)
         const std::string id = field("id");
         if (id.empty())
             return messages;
-        messages.push_back({id, "from " + field("da") + ", " + field("scts")});
+        const std::string time = short_time(field("scts"));
+        messages.push_back({id, "from " + field("da") + (time.empty() ? "" : ", " + time)});
     }
 }
 

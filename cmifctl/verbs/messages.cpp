@@ -34,10 +34,12 @@ cmif_sms_info *guarded_room()
 
 Json message(const cmif_sms_info &info)
 {
-    const auto time = iso_time(info.scts);
-    return {{"id", info.id},     {"unread", info.stat == 0},
-            {"from", info.da},   {"time", time ? Json(*time) : Json()},
-            {"scts", info.scts}, {"text", info.text}};
+    return {{"id", info.id},
+            {"unread", info.stat == 0},
+            {"from", text_or_null(info.da)},
+            {"time", text_or_null(iso_time(info.scts).value_or(""))},
+            {"scts", text_or_null(info.scts)},
+            {"text", info.text}};
 }
 
 int fill_messages(Json &output)

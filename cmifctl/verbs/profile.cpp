@@ -49,20 +49,21 @@ Call reading(Body body)
             .secret = true};
 }
 
-Json text_or_null(const Json &text)
+// What isn't set is unknown; what could not be read is null already.
+Json set_or_null(const Json &text)
 {
-    return text.is_string() && text.get_ref<const std::string &>().empty() ? Json() : text;
+    return text == "" ? Json() : text;
 }
 
 void report_profile(Context &context)
 {
     const Json profile = read_published(context, reading(read_profile));
-    const Json password = text_or_null(profile["password"]);
+    const Json password = set_or_null(profile["password"]);
     const Json password_set = profile["password"].is_null() ? Json() : Json(!password.is_null());
     const bool hidden = !context.arguments.has("show-secrets") && !password.is_null();
     const auto add = [&context](Field field) { context.report.field("profile", std::move(field)); };
-    add({"apn", text_or_null(profile["apn"])});
-    add({"user", text_or_null(profile["user"])});
+    add({"apn", set_or_null(profile["apn"])});
+    add({"user", set_or_null(profile["user"])});
     add({.key = "password", .value = hidden ? Json() : password, .text = hidden ? mask : ""});
     add({.key = "password_set", .value = password_set, .hidden = true});
     add(coded("authentication", enums::authentication, profile["auth"]));

@@ -19,11 +19,6 @@ namespace
 
 constexpr std::size_t max_providers = 512; // more than the library ever writes
 
-Json text_or_null(const char *text)
-{
-    return *text != '\0' ? Json(text) : Json();
-}
-
 Json provider(const cmif_provider_info &info)
 {
     return {{"code", text_or_null(info.oper_numeric)},

@@ -19,7 +19,7 @@ int read_bounded(Json &output)
 {
     std::array<char, N> text{};
     const int result = getter(text.data());
-    output = text[0] != '\0' ? Json(text.data()) : Json();
+    output = text_or_null(text.data());
     return result;
 }
 

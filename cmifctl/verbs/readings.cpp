@@ -92,7 +92,7 @@ int read_text(Json &output, int (*getter)(char *))
     static char buffer[64 * 1024]; // more than any value of a store
     buffer[0] = '\0';
     const int result = getter(buffer);
-    output = result == CMIF_OK && buffer[0] != '\0' ? Json(buffer) : Json();
+    output = text_or_null(result == CMIF_OK ? buffer : "");
     return result;
 }
 

@@ -2,6 +2,7 @@
 #include "cmif/cmif.h"
 #include "cmifctl/calls.h"
 #include "cmifctl/input/questions.h"
+#include "cmifctl/output/times.h"
 #include "daemons/cme_error.h"
 #include "messages.h"
 #include "verbs.h"
@@ -13,14 +14,12 @@ namespace cmifctl
 namespace
 {
 
-// For people: a space instead of the T; the time stamp as it is when it can't be parsed.
-std::string readable_time(const Json &message)
+// For people; the time stamp as it is when it can't be parsed.
+Json readable_time(const Json &message)
 {
     if (message["time"].is_null())
         return message["scts"];
-    std::string time = message["time"];
-    time[time.find('T')] = ' ';
-    return time;
+    return short_time(message["scts"].get_ref<const std::string &>());
 }
 
 [[noreturn]] void fail_no_message(int id, const Json &details = Json::object())
@@ -47,7 +46,6 @@ void sms_list(Context &context)
 {
     const Json found = read_messages(context);
     Json rows = found["messages"];
-    constexpr std::size_t minutes = std::string_view("2024-03-01 08:00").size();
     context.report.data("unread", found["unread"]);
     Table table{"messages",
                 {{"id", "ID"},
@@ -58,7 +56,7 @@ void sms_list(Context &context)
                 std::move(rows)};
     for (Json &row : table.rows)
         table.shown.push_back({{"state", row["unread"] == true ? "unread" : "read"},
-                               {"shown_time", readable_time(row).substr(0, minutes)}});
+                               {"shown_time", readable_time(row)}});
     context.report.table(std::move(table));
 }
 
@@ -70,8 +68,7 @@ void sms_show(Context &context)
         if (row["id"] != id)
             continue;
         for (const auto &[key, value] : row.items())
-            context.report.field("message",
-                                 {key, value, "", key == "time" ? readable_time(row) : ""});
+            context.report.field("message", {key, value});
         return;
     }
     fail_no_message(id);

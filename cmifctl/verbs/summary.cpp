@@ -15,8 +15,7 @@ namespace
 template <std::size_t N>
 Json text_of(const char (&text)[N])
 {
-    const std::size_t length = strnlen(text, N);
-    return length == 0 ? Json() : Json(std::string(text, length));
+    return text_or_null({text, strnlen(text, N)});
 }
 
 // The library copies the phone number, the last field, without a bound.
@@ -26,9 +25,8 @@ struct SummaryRecord {
 
     Json number() const
     {
-        const char *text =
-            reinterpret_cast<const char *>(this) + offsetof(WirelessBroadbandInfo, NewPhoneNumber);
-        return *text == '\0' ? Json() : Json(text);
+        return text_or_null(reinterpret_cast<const char *>(this) +
+                            offsetof(WirelessBroadbandInfo, NewPhoneNumber));
     }
 };
 

@@ -63,6 +63,8 @@ TEST(IsoTime, ReadsServiceCentreStamps)
 {
     EXPECT_EQ(iso_time("24/03/01,08:00:05+04"), "2024-03-01T08:00:05+01:00");
     EXPECT_EQ(iso_time("24/03/01,08:00:05-22"), "2024-03-01T08:00:05-05:30");
+    EXPECT_EQ(short_time("24/03/01,08:00:05-22"), "2024-03-01 08:00");
+    EXPECT_EQ(short_time("yesterday"), "");
 }
 
 TEST(IsoTime, RefusesAnythingElse)

@@ -33,6 +33,15 @@ TEST_F(Messages, AreReadHoweverManyThereAre)
     EXPECT_EQ(read["messages"][count - 1]["text"], "hello");
 }
 
+TEST_F(Messages, WithoutSenderAndTimeStampHaveNone)
+{
+    store_messages(1);
+    const Json message = read_messages({})["messages"][0];
+    EXPECT_EQ(message["from"], nullptr);
+    EXPECT_EQ(message["time"], nullptr);
+    EXPECT_EQ(message["scts"], nullptr);
+}
+
 TEST_F(Messages, CountedWildlyEndInAClearError)
 {
     set("lte_mobile_sms_counts", "2147483647");

@@ -51,6 +51,9 @@ exits 0 cmifctl network scan
 exits 0 cmifctl sms list
 exits 0 cmifctl config set example.completed 1
 
+exits 0 cmifctl complete -- sms show 2
+prints "$(printf '2\tfrom +12025550142, 2024-03-01 09:12')"
+
 for shell in bash zsh; do
     if ! command -v "$shell" >/dev/null; then
         echo "no $shell here" >&2
