@@ -2,8 +2,12 @@
 // one system share.
 //
 // A caller that gives up leaves a reply that is still to come. It would be taken for the answer to
-// the next request of the same code, so the next caller waits for it first. The counts are exact
-// however a caller ends: the process that sends counts up immediately before the send.
+// the next request of the same code, so the next caller waits for it first.
+//
+// Each step errs on the safe side: up before a send, down after a record was taken from a queue. No
+// step of the kernel does both, so SIGKILL between the two leaves a count that is one too high,
+// never too low: calls of this code then send nothing until forget_lost() drops it. Other signals
+// that end the caller wait until both are done.
 #ifndef CLIENT_UNANSWERED_H
 #define CLIENT_UNANSWERED_H
 

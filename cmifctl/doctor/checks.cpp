@@ -1,6 +1,7 @@
 #include "checks.h"
 
 #include "cmif/cmif.h"
+#include "cmifctl/verbs/connection_reason.h"
 
 namespace cmifctl
 {
@@ -51,8 +52,9 @@ constexpr Check rows[] = {
     {"sim_puk_required",      "warning", sim_puk_required,     "Unblock it with 'cmifctl sim enter-puk'."},
     {"sim_network_locked",    "warning", sim_network_locked,   "Insert a SIM of the network, or give the control key with 'cmifctl sim unlock-network'."},
     {"sim_blocked",           "error",   sim_blocked,          "Ask the operator for another SIM."},
-    {"registration_denied",   "warning", registration_denied,  "Choose another operator with 'cmifctl network auto' or 'cmifctl network select'; ask the operator whether the SIM is active."},
-    {"not_registered",        "warning", not_registered,       "If there is coverage, switch the radio on with 'cmifctl radio functionality full', or let the modem choose with 'cmifctl network auto'."},
+    {"registration_denied",   "warning", registration_denied,  denied_hint},
+    {"searching",             "warning", searching,            searching_hint},
+    {"not_registered",        "warning", not_registered,       not_registered_hint},
 };
 // clang-format on
 

@@ -64,6 +64,7 @@ Texts sim_puk_required(const Look &);
 Texts sim_network_locked(const Look &);
 Texts sim_blocked(const Look &);
 Texts registration_denied(const Look &);
+Texts searching(const Look &);
 Texts not_registered(const Look &);
 } // namespace checks
 // clang-format on

@@ -65,14 +65,17 @@ Texts checks::registration_denied(const Look &look)
     return when(registration(look) == "3", "the network denies the registration");
 }
 
+Texts checks::searching(const Look &look)
+{
+    return when(sim_status(look) == "READY" && registration(look) == "2",
+                "the modem is searching for a network");
+}
+
 // A locked SIM explains it.
 Texts checks::not_registered(const Look &look)
 {
     const std::string state = registration(look);
-    const bool ready = sim_status(look) == "READY";
-    if (ready && state == "2")
-        return {"the modem is searching for a network"};
-    return when(ready && (state == "0" || state == "4"),
+    return when(sim_status(look) == "READY" && (state == "0" || state == "4"),
                 "the modem is not registered with a network");
 }
 

@@ -1,6 +1,5 @@
 #include "connection_reason.h"
 
-#include "cmif/cmif.h"
 #include "qmi_readings.h"
 #include "settings.h"
 
@@ -39,12 +38,14 @@ Reason connection_reason(const Context &context)
     const Json sim = qmi_call(context, sim_state_call());
     if (sim != ready)
         return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim), sim_cure(sim)};
-    constexpr int registered = 0;
-    if (read(context, "shared_CMIF_get_mobileNetworkStatus",
-             reads(shared_CMIF_get_mobileNetworkStatus)) != registered)
-        return {"the modem is not registered with a network",
-                "'cmifctl network show' shows the registration, 'cmifctl radio functionality full' "
-                "switches the radio on."};
+    const Json registration =
+        enumeration(enums::registration, setting(context, "lte_network_reg_status_state"))["name"];
+    if (registration == "searching")
+        return {"the modem is searching for a network", searching_hint};
+    if (registration == "denied")
+        return {"the network denies the registration", denied_hint};
+    if (registration != "home" && registration != "roaming")
+        return {"the modem is not registered with a network", not_registered_hint};
     const std::string error = last_error(context);
     return {error.empty() ? "the daemon gives no reason" : "the daemon reports: " + error,
             "'cmifctl log show' may show more."};

@@ -9,6 +9,18 @@
 namespace cmifctl
 {
 
+// No request and no key of the store tells whether the radio is on.
+constexpr const char *not_registered_hint =
+    "Either the radio is off, which no reading shows: 'cmifctl radio functionality full' switches "
+    "it on. Or no network is in reach, or none admits the SIM: 'cmifctl network scan' lists those "
+    "in reach.";
+constexpr const char *searching_hint =
+    "The radio is on. If the search goes on, there is no coverage, or no network admits the SIM: "
+    "'cmifctl network scan' lists those in reach.";
+constexpr const char *denied_hint =
+    "Choose another operator with 'cmifctl network auto' or 'cmifctl network select'; ask the "
+    "operator whether the SIM is active.";
+
 struct Reason {
     std::string text;
     std::string hint;

@@ -235,7 +235,7 @@ TEST_F(Doctor, FindsEachStateOfTheSimAndTheNetwork)
     }
     set("lte_sim_status", "READY");
     const std::pair<const char *, const char *> network[]{{"0", "not_registered"},
-                                                          {"2", "not_registered"},
+                                                          {"2", "searching"},
                                                           {"3", "registration_denied"},
                                                           {"4", "not_registered"}};
     for (const auto &[state, name] : network) {

@@ -27,7 +27,24 @@ case $(value error.message) in
 esac
 exits 4 cmifctl --timeout 1 data start
 complains 'the modem is not registered with a network'
+complains 'Either the radio is off'
+complains 'Or no network is in reach'
 exits 0 cmifctl radio functionality full
+within 20 network_is home
+
+exits 0 cmif-sim ctl coverage none
+within 20 network_is searching
+exits 4 cmifctl data start
+complains 'the modem is searching for a network'
+complains 'The radio is on'
+exits 0 cmif-sim ctl coverage full
+within 20 network_is home
+exits 0 cmif-sim ctl deny 15
+within 20 network_is denied
+exits 4 cmifctl data start
+complains 'the network denies the registration'
+complains "'cmifctl network auto'"
+exits 0 cmif-sim ctl allow
 within 20 network_is home
 
 exits 0 cmifctl data start

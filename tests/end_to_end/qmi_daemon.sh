@@ -63,3 +63,29 @@ exits 0 cmifctl data start
 shows 'state: connected'
 [ "$(queued 1159)" = 0 ] || fail 'an answer is left over'
 kill_router 15
+
+# A write-protected marker of an earlier change: the user's own is removed, without a question on a
+# terminal; another user's stays, and is named.
+marker=/tmp/modify_profile_in_progress
+as_other_user() { setpriv --reuid 65534 --regid 65534 --clear-groups "$@"; }
+if as_other_user true 2>/dev/null; then
+    export CMIF_STORE="$work/theirs"
+    chmod 755 "$work"
+    mkdir "$CMIF_STORE"
+    chown 65534 "$CMIF_STORE"
+    setpriv --reuid 65534 --regid 65534 --clear-groups cmif-sim serve --pace 0.1 &
+    router=$!
+    within 20 as_other_user cmifctl sim retries
+    for owner in 65534 0; do
+        install -m 444 -o $owner /dev/null "$marker"
+        exits 0 as_other_user timeout 10 script -qec "cmifctl data profile set --apn set.by.$owner" /dev/null
+        shows "apn: set.by.$owner$(printf '\r')"
+        ! grep -q 'sh:\|rm:' "$work/out" || fail "the words of a shell"
+        if [ $owner = 0 ]; then
+            grep -q "the earlier marker $marker could not be removed" "$work/out" || fail 'no note'
+            [ -e "$marker" ] || fail 'the marker is gone'
+        else
+            [ ! -e "$marker" ] || fail 'the marker is left'
+        fi
+    done
+fi
