@@ -3,6 +3,8 @@
 #include "cmif/cmif.h"
 #include "daemons/cme_error.h"
 
+#include <nlohmann/json.hpp>
+
 namespace client
 {
 namespace
@@ -129,8 +131,8 @@ void check_qmi(const char *name, int result)
                       "'cmifctl doctor' shows what is wrong with the queue.");
     case CMIF_RECEIVE_FAILED:
         throw Failure(Exit::other, message(name, "the answer could not be received"),
-                      "The reply has more bytes than it may have, or the reply queue was removed: 'cmifctl doctor' "
-                      "shows which.");
+                      "The reply is too long, or the reply queue was removed: 'cmifctl doctor' shows "
+                      "which.");
     case CMIF_INVALID:
         throw Failure(Exit::invalid, message(name, "no access point name (APN) is set"),
                       "Set one with 'cmifctl data profile set --apn NAME'.");

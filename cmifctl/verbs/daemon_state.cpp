@@ -2,6 +2,7 @@
 
 #include "client/process.h"
 #include "client/unanswered.h"
+#include "cmifctl/calls.h"
 #include "cmifctl/output/times.h"
 #include "platform/host_store.h"
 
@@ -104,17 +105,24 @@ void report_daemon(Report &report, client::Channel channel, const Daemon &daemon
     const auto age = read_age(channel, daemon);
     const auto queue = queue_state(channel);
     const Json waiting = queue ? Json(queue->msg_qnum) : Json();
-    const auto add = [&](const char *key, Json value, Field field) {
-        field.key = (at ? "at." : "qmi.") + std::string(key);
-        field.value = std::move(value);
+    const std::string name = at ? "AT daemon" : "QMI daemon";
+    const auto add = [&report, at](Field field) {
+        field.key.insert(0, at ? "at." : "qmi.");
         report.field("daemons", std::move(field));
     };
-    const std::string name = at ? "AT daemon" : "QMI daemon";
-    add("state", identifier(daemon.state), {.text = text_of(daemon, age), .label = name});
-    add("reason", daemon.reason.empty() ? Json() : Json(daemon.reason), {.hidden = true});
-    add("process", daemon.process > 0 ? Json(daemon.process) : Json(), {.hidden = true});
-    add("last_read_age", age ? Json(*age) : Json(), {.unit = "s", .hidden = true});
-    add("waiting", waiting, {.label = name + "'s requests waiting", .hidden = waiting == 0});
+    add({.key = "state",
+         .value = identifier(daemon.state),
+         .text = text_of(daemon, age),
+         .label = name});
+    add({.key = "reason", .value = text_or_null(daemon.reason), .hidden = true});
+    add({.key = "process",
+         .value = daemon.process > 0 ? Json(daemon.process) : Json(),
+         .hidden = true});
+    add({.key = "last_read_age", .value = age ? Json(*age) : Json(), .unit = "s", .hidden = true});
+    add({.key = "waiting",
+         .value = waiting,
+         .label = name + "'s requests waiting",
+         .hidden = waiting == 0});
 }
 
 } // namespace cmifctl
