@@ -17,6 +17,13 @@ bool ManualClock::wait_for_idle(std::unique_lock<std::mutex> &lock, Duration pat
     return changed_.wait_for(lock, patience, [this] { return working_ == 0; });
 }
 
+void ManualClock::move_to(Time time)
+{
+    now_ = time;
+    if (moved_)
+        moved_(time);
+}
+
 bool ManualClock::advance(Duration time, Duration patience)
 {
     const std::lock_guard one_at_a_time(advancing_);
@@ -24,12 +31,12 @@ bool ManualClock::advance(Duration time, Duration patience)
     const Time end = now_ + time;
     bool idle = wait_for_idle(lock, patience);
     for (Alarm *next = earliest(); next && *next->time_ <= end; next = earliest()) {
-        now_ = std::max(now_, *next->time_);
+        move_to(std::max(now_, *next->time_));
         ring(lock, *next);
         // A thread that does not end its work is waited for once.
         idle = idle && wait_for_idle(lock, patience);
     }
-    now_ = end;
+    move_to(end);
     return idle;
 }
 

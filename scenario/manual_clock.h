@@ -10,7 +10,11 @@ namespace scenario
 class ManualClock final : public Clock
 {
 public:
-    ManualClock() : Clock(TimeScale(1)) {}
+    // `moved` is called with each time that the clock goes to, before what happens then.
+    explicit ManualClock(std::function<void(Time)> moved = {})
+        : Clock(TimeScale(1)), moved_(std::move(moved))
+    {
+    }
 
     Time now() const override;
 
@@ -27,7 +31,9 @@ public:
 private:
     bool takes_turns() const override { return true; }
     bool wait_for_idle(std::unique_lock<std::mutex> &lock, Duration patience);
+    void move_to(Time time);
 
+    std::function<void(Time)> moved_;
     std::mutex advancing_;
     Time now_{};
 };
