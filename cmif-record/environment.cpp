@@ -3,46 +3,60 @@
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace cmif_record
 {
 namespace
 {
 
-constexpr const char *path_variable = "CMIF_RECORD_FILE";
-constexpr const char *start_variable = "CMIF_RECORD_START";
-constexpr const char *key_variable = "CMIF_RECORD_KEY"; // none: secrets are kept
+constexpr const char *variable = "CMIF_RECORD_RING";
+
+std::uintmax_t inode_of(int file)
+{
+    struct stat found = {};
+    return fstat(file, &found) == 0 ? std::uintmax_t{found.st_ino} : 0;
+}
+
+// Of a process whose parent has closed it.
+int file_of_writer(const RingPlace &place)
+{
+    char path[64];
+    std::snprintf(path, sizeof path, "/proc/%d/fd/%d", static_cast<int>(place.writer), place.file);
+    const int file = open(path, O_RDWR | O_CLOEXEC);
+    if (file != -1)
+        flock(file, LOCK_SH);
+    return file;
+}
 
 } // namespace
 
-void put_into_environment(const RecordingSettings &settings)
+void put_into_environment(const RingPlace &place)
 {
-    setenv(path_variable, settings.path.c_str(), 1);
-    setenv(start_variable, std::to_string(settings.start).c_str(), 1);
-    unsetenv(key_variable);
-    if (!settings.key)
-        return;
-    char text[40];
-    std::snprintf(text, sizeof text, "%016" PRIx64 "-%016" PRIx64, (*settings.key)[0],
-                  (*settings.key)[1]);
-    setenv(key_variable, text, 1);
+    fcntl(place.file, F_SETFD, 0);
+    char text[80];
+    std::snprintf(text, sizeof text, "%d %d %" PRIuMAX, place.file, static_cast<int>(place.writer),
+                  inode_of(place.file));
+    setenv(variable, text, 1);
 }
 
-std::optional<RecordingSettings> settings_from_environment()
+// Under the number there may be another file by now.
+Ring *ring_from_environment()
 {
-    const char *path = std::getenv(path_variable);
-    const char *start = std::getenv(start_variable);
-    const char *key = std::getenv(key_variable);
-    if (!path || !start)
-        return std::nullopt;
-    RecordingSettings settings{path, std::nullopt, std::strtoll(start, nullptr, 10)};
-    if (!key)
-        return settings;
-    char *end = nullptr;
-    StandInKey words{std::strtoull(key, &end, 16), 0};
-    words[1] = *end == '-' ? std::strtoull(end + 1, nullptr, 16) : 0;
-    settings.key = words;
-    return settings;
+    const char *const text = std::getenv(variable);
+    RingPlace place{};
+    std::uintmax_t inode = 0;
+    if (!text || std::sscanf(text, "%d %d %" SCNuMAX, &place.file, &place.writer, &inode) != 3)
+        return nullptr;
+    if (inode_of(place.file) == inode)
+        return Ring::map(place.file);
+    const int file = file_of_writer(place);
+    Ring *const ring = file != -1 && inode_of(file) == inode ? Ring::map(file) : nullptr;
+    close(file);
+    return ring;
 }
 
 } // namespace cmif_record

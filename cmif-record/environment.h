@@ -1,16 +1,17 @@
-// How the program hands a recording's settings to the preloaded library: by the environment, which
-// children inherit.
+// How the program hands the ring to the preloaded library: as an open file that children inherit,
+// named in the environment.
 #ifndef CMIF_RECORD_ENVIRONMENT_H
 #define CMIF_RECORD_ENVIRONMENT_H
 
-#include "recording.h"
+#include "start.h"
 
 namespace cmif_record
 {
 
-void put_into_environment(const RecordingSettings &settings);
-// Nothing when this process is not to be recorded.
-std::optional<RecordingSettings> settings_from_environment();
+// For the programs that this process runs from now on.
+void put_into_environment(const RingPlace &place);
+// Null when this process is not to be recorded.
+Ring *ring_from_environment();
 
 } // namespace cmif_record
 

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <dlfcn.h>
+#include <optional>
 #include <sys/msg.h>
 
 // Nothing in these functions has a destructor while the next function runs: a thread may be

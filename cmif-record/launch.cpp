@@ -45,11 +45,11 @@ std::string library_path()
                              " nor in ../" CMIF_LIBRARY_DIRECTORY);
 }
 
-int become_recorded(const RecordingSettings &settings, const std::string &library,
+int become_recorded(const RingPlace &place, const std::string &library,
                     const std::vector<std::string> &command)
 {
     preload(library);
-    put_into_environment(settings);
+    put_into_environment(place);
     std::vector<char *> arguments(command.size() + 1); // with the null pointer at the end
     for (std::size_t i = 0; i < command.size(); ++i)
         arguments[i] = const_cast<char *>(command[i].c_str());

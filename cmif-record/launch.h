@@ -2,8 +2,9 @@
 #ifndef CMIF_RECORD_LAUNCH_H
 #define CMIF_RECORD_LAUNCH_H
 
-#include "recording.h"
+#include "start.h"
 
+#include <string>
 #include <vector>
 
 namespace cmif_record
@@ -15,7 +16,7 @@ std::string library_path();
 
 // Puts `command` in the place of this process. Returns only when it can't be run: the exit status,
 // 127 if there is no such program, after a line on standard error.
-int become_recorded(const RecordingSettings &settings, const std::string &library,
+int become_recorded(const RingPlace &place, const std::string &library,
                     const std::vector<std::string> &command);
 
 } // namespace cmif_record

@@ -21,8 +21,8 @@ int record(const cli::Arguments &given)
     if (command.empty())
         throw cli::UsageError("missing DAEMON for 'cmif-record'", "Give it after --.");
     const std::string library = library_path();
-    return become_recorded(create_recording(given.text("file"), given.has("with-secrets")), library,
-                           command);
+    return become_recorded(start_recording(given.text("file"), {given.has("with-secrets")}),
+                           library, command);
 }
 
 int run_line(const cli::Line &line)

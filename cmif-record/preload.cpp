@@ -2,7 +2,7 @@
 #include "environment.h"
 #include "hooks.h"
 
-#include <exception>
+#include <cerrno>
 #include <new>
 
 namespace cmif_record
@@ -10,16 +10,26 @@ namespace cmif_record
 namespace
 {
 
+Recording *recording = nullptr;
+
 // Never destroyed: threads of the daemon may still send while it exits.
 __attribute__((constructor)) void start()
-try {
+{
     alignas(Recording) static char memory[sizeof(Recording)];
-    if (auto settings = settings_from_environment()) {
-        auto *recording = new (memory) Recording(*std::move(settings));
+    const int error = errno;
+    if (Ring *const ring = ring_from_environment()) {
+        recording = new (memory) Recording(ring);
         recording->add_process();
         record_to(*recording);
     }
-} catch (const std::exception &) { // no memory: the daemon runs all the same
+    errno = error;
+}
+
+// So that the recording of a daemon that exits is complete when it has ended.
+__attribute__((destructor)) void end()
+{
+    if (recording && recording->is_used())
+        recording->flush();
 }
 
 } // namespace

@@ -1,7 +1,7 @@
 #include "reader.h"
 
 #include "cmif/cmif.h"
-#include "recording.h"
+#include "format.h"
 
 #include <cerrno>
 #include <cmath>
@@ -197,11 +197,13 @@ public:
             is_first_ = false;
             return;
         }
-        const std::string type =
-            choice(object, "type", {"process", "request", "reply", "set", "file", "failed"});
+        const std::string type = choice(
+            object, "type", {"process", "request", "reply", "set", "file", "failed", "lost"});
         const long long thread = whole_number(object, "thread", 0, 0x7FFFFFFF);
         if (type == "failed")
             return take_back(thread);
+        if (type == "lost")
+            return;
         std::optional<Event> event = event_of(object, type);
         last_[thread] = event ? contents_.events.size() : none;
         if (event)

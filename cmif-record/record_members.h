@@ -2,6 +2,7 @@
 #ifndef CMIF_RECORD_RECORD_MEMBERS_H
 #define CMIF_RECORD_RECORD_MEMBERS_H
 
+#include "entry.h"
 #include "json_line.h"
 #include "stand_in.h"
 
@@ -9,19 +10,6 @@
 
 namespace cmif_record
 {
-
-enum class Channel { at, qmi };
-enum class Direction { request, reply };
-
-struct Queue {
-    Channel channel;
-    Direction direction;
-};
-
-struct Record {
-    long code;
-    std::string_view payload;
-};
 
 // "code", "name", "size" and "fields". What the fields do not tell follows as "payload", all bytes
 // in hex. With a key, secrets are replaced by stand-ins.

@@ -2,6 +2,7 @@
 
 #include "cli/completion.h"
 #include "cli/option_error.h"
+#include "cmif-record/start.h"
 #include "scenario/script.h"
 
 #include <charconv>
@@ -147,6 +148,20 @@ double pace_of(const std::string &text)
     return factor;
 }
 
+// By the manual clock a recording has the simulation's time, and is the same each time.
+std::shared_ptr<cmif_record::Recording> recording_of(const cli::Arguments &given,
+                                                     const ServerOptions &chosen)
+{
+    cmif_record::RecordingOptions form{given.has("with-secrets")};
+    if (chosen.manual_clock)
+        form.repeatable = chosen.seed;
+    auto started =
+        cmif_record::open_recording(cmif_record::start_recording(given.text("record"), form));
+    if (chosen.manual_clock)
+        started->set_time(0);
+    return started;
+}
+
 } // namespace
 
 const cli::Program &tables()
@@ -178,8 +193,7 @@ ServerOptions server_options(const cli::Arguments &given)
     if (given.has("scenario"))
         chosen.scenario = scenario::read_script_file(chosen.scenario_name);
     if (given.has("record"))
-        chosen.record = std::make_shared<cmif_record::Recording>(
-            cmif_record::create_recording(given.text("record"), given.has("with-secrets")));
+        chosen.record = recording_of(given, chosen);
     else if (given.has("with-secrets"))
         throw cli::UsageError("--with-secrets needs --record");
     if (given.has("recording"))

@@ -13,10 +13,18 @@ namespace
 
 using namespace scenario;
 
+long long nanoseconds_of(Time time)
+{
+    return std::chrono::duration_cast<std::chrono::nanoseconds>(time.time_since_epoch()).count();
+}
+
 std::unique_ptr<Clock> make_clock(const ServerOptions &options)
 {
     if (options.manual_clock)
-        return std::make_unique<ManualClock>();
+        return std::make_unique<ManualClock>([record = options.record](Time time) {
+            if (record)
+                record->set_time(nanoseconds_of(time));
+        });
     return std::make_unique<RealClock>(TimeScale(options.pace));
 }
 

@@ -1,4 +1,5 @@
 // The program cmif-record in front of a daemon that knows nothing of it.
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -7,6 +8,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <sys/wait.h>
+#include <unistd.h>
 
 namespace
 {
@@ -32,12 +34,12 @@ Outcome shell(const std::string &line)
     return {WEXITSTATUS(status), contents("/tmp/output"), contents("/tmp/errors")};
 }
 
-// How many lines of each type there are.
+// How many lines of each type there are; without one that is being written.
 std::map<std::string, int> counts(const char *path)
 {
     std::map<std::string, int> found;
     std::ifstream file(path);
-    for (std::string line; std::getline(file, line);)
+    for (std::string line; std::getline(file, line) && !file.eof();)
         ++found[nlohmann::json::parse(line).value("type", "head")];
     return found;
 }
@@ -61,6 +63,49 @@ TEST(Program, RecordsTheDaemonsOfAScript)
     const Counts found = counts("/tmp/r.jsonl");
     EXPECT_EQ(found.at("process"), 3);
     EXPECT_EQ(found.at("set"), 2);
+}
+
+// The lines as soon as there are so many. A killed daemon can't wait for them.
+Counts counts_of_all(const char *path, int lines)
+{
+    Counts found;
+    for (int tries = 0, all = 0; all < lines && tries < 500; ++tries) {
+        usleep(10'000);
+        found = counts(path);
+        all = 0;
+        for (const auto &[type, count] : found)
+            all += count;
+    }
+    return found;
+}
+
+TEST(Program, LosesNothingOfADaemonThatIsKilled)
+{
+    const Outcome run = shell("$R /tmp/r.jsonl -- $D 500 kill");
+    EXPECT_EQ(run.status, 128 + SIGKILL) << run.errors;
+    EXPECT_EQ(
+        counts_of_all("/tmp/r.jsonl", 2003),
+        (Counts{{"head", 1}, {"process", 1}, {"request", 1000}, {"reply", 1000}, {"set", 1}}));
+}
+
+// Programs that a daemon starts without its files are recorded all the same.
+TEST(Program, RecordsAChildWithoutTheDaemonsFiles)
+{
+    const Outcome run = shell("$R /tmp/r.jsonl -- bash -c 'for f in /proc/$$/fd/*; do f=${f##*/}; "
+                              "[ $f -lt 3 ] || eval \"exec $f>&-\"; done; $D; ls /proc/self/fd'");
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, "served\n0\n1\n2\n3\n");
+    EXPECT_EQ(counts("/tmp/r.jsonl").at("set"), 1);
+}
+
+// The writer ends after the last process that is recorded, and holds nothing of the daemon's.
+TEST(Program, LeavesNoProcessBehind)
+{
+    EXPECT_EQ(shell("$R /tmp/r.jsonl -- $D | cat").output, "served\n");
+    const Outcome rest =
+        shell("i=0; while pgrep -x record-writer && [ $i -lt 500 ]; do sleep 0.01; i=$((i+1)); "
+              "done >&2; pgrep -x record-writer");
+    EXPECT_EQ(rest.output, "");
 }
 
 TEST(Program, IsFirstBeforeWhatIsPreloadedAlready)

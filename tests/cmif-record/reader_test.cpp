@@ -36,7 +36,7 @@ TEST_F(Reader, ReadsWhatTheDaemonDidAndNotItsCallers)
     ASSERT_EQ(receive(CMIF_AT_REQUEST_KEY), CMIF_AT_PAYLOAD);
     ASSERT_EQ(send(CMIF_AT_REPLY_KEY, 12, at({}, 16)), 0);
     ASSERT_EQ(receive(CMIF_AT_REPLY_KEY), CMIF_AT_PAYLOAD); // the caller
-    const auto contents = read_recording(file());
+    const auto contents = read_recording(recorded());
     EXPECT_FALSE(contents.secrets_replaced);
     ASSERT_EQ(contents.events.size(), 3U);
     EXPECT_EQ(contents.events[0].type, Event::Type::setting);
@@ -76,7 +76,7 @@ TEST_F(Reader, RestoresRepliesByteForByte)
             sent.push_back(reply);
         }
     std::vector<std::string> found;
-    for (const Event &event : read_recording(file()).events)
+    for (const Event &event : read_recording(recorded()).events)
         found.push_back(event.payload);
     EXPECT_EQ(found, sent);
 }
@@ -116,7 +116,7 @@ TEST_F(Reader, NamesThePlaceOfAnError)
          ":1: 'secrets' is 'some', not one of: replaced, kept"},
         {head + line + "\"set\"", ":2: not valid JSON at column 48"},
         {head + line + "\"sett\"}",
-         ":2: 'type' is 'sett', not one of: process, request, reply, set, file, failed"},
+         ":2: 'type' is 'sett', not one of: process, request, reply, set, file, failed, lost"},
         {head + line + "\"set\"}", ":2: no member 'key'"},
         {head + line + R"("set","key":7})", ":2: 'key' is not a text"},
         {head + line + R"("set","key":{"hex":"0g"}})", ":2: '0g' is not a number of bytes in hex"},

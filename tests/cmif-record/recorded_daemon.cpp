@@ -1,6 +1,8 @@
-// A daemon of no project: answers COUNT AT requests that it sends to itself, and sets a value.
+// A daemon of no project: answers COUNT AT requests that it sends to itself, and sets a value; with
+// a second argument it is killed then.
 #include "platform/tarn_nvram_config.h"
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <sys/msg.h>
@@ -23,6 +25,8 @@ int main(int count, char **words)
     }
     if (tarnNvramConfig_set("lte_module_hw_ver", "daemon") != 0)
         return 1;
+    if (count > 2)
+        raise(SIGKILL);
     std::puts("served");
     return 3;
 }

@@ -3,6 +3,7 @@
 #define TESTS_CMIF_RECORD_RECORDING_FIXTURE_H
 
 #include "cmif-record/hooks.h"
+#include "cmif-record/start.h"
 #include "cmif/cmif.h"
 #include "tests/support/store_directory.h"
 
@@ -16,11 +17,18 @@ protected:
 
     void start(bool with_secrets = false)
     {
-        recording_.emplace(cmif_record::create_recording(file(), with_secrets));
+        place_ = cmif_record::start_recording(file(), {with_secrets});
+        recording_ = cmif_record::open_recording(place_);
         cmif_record::record_to(*recording_);
     }
     [[nodiscard]] std::string file() const { return top() / "recording.jsonl"; }
-    [[nodiscard]] std::string text() const { return read(file()); }
+    // With all that was done so far.
+    [[nodiscard]] std::string recorded() const
+    {
+        recording_->flush();
+        return file();
+    }
+    [[nodiscard]] std::string text() const { return read(recorded()); }
     [[nodiscard]] std::vector<Json> lines() const
     {
         std::vector<Json> found;
@@ -73,8 +81,12 @@ protected:
         return payload;
     }
 
+    [[nodiscard]] cmif_record::Recording &recording() const { return *recording_; }
+    [[nodiscard]] pid_t writer() const { return place_.writer; }
+
 private:
-    std::optional<cmif_record::Recording> recording_;
+    cmif_record::RingPlace place_{};
+    std::unique_ptr<cmif_record::Recording> recording_;
 };
 
 #endif

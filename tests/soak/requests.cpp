@@ -1,7 +1,7 @@
 // Requests to the AT daemon, one after the other, as many as each line of standard input says;
 // prints the nanoseconds that they took.
 //
-// soak-requests CODE: requests of this code, with their number in set_value.
+// soak-requests CODE: requests of this code; one for roaming has its number as its value.
 #include "cmif/cmif.h"
 
 #include <cstdio>
@@ -24,7 +24,8 @@ bool ask(long code, long number)
 {
     cmif_msg record{};
     record.mod_id = code;
-    std::snprintf(record.set_value, sizeof record.set_value, "%ld", number);
+    if (code == CMIF_AT_SET_ROAMING)
+        std::snprintf(record.set_value, sizeof record.set_value, "%ld", number);
     return msgsnd(msgget(CMIF_AT_REQUEST_KEY, 0), &record, CMIF_AT_PAYLOAD, 0) == 0 &&
            msgrcv(msgget(CMIF_AT_REPLY_KEY, 0), &record, CMIF_AT_PAYLOAD, code, 0) ==
                CMIF_AT_PAYLOAD;
