@@ -70,47 +70,41 @@ TEST(ScenarioRuns, ADaemonThatDiesInASearchComesBack)
     EXPECT_TRUE(contains(calls.output, "exit 0\n")) << calls.output;
 }
 
-// A search in the background: time goes on once the daemon has begun it, which the end of the step
-// that waits for it shows without a request.
-constexpr const char *scenario = "at 2s signal rsrp=-110\n"
-                                 "every 7s handover\n"
-                                 "when searching sms inject 1 searching\n"
-                                 "at 20s coverage none\n"
-                                 "at 25s coverage full\n"
-                                 "at 50s state connected\n"
-                                 "at 60s modem reset\n";
-constexpr const char *steps =
-    "cmif-sim ctl advance 3s\n"
-    "printf '1234\\n' | cmifctl sim enter-pin -\n"
-    "cmif-sim ctl advance 10s\n"
-    "cmifctl network scan >scan 2>&1 & scan=$!\n"
-    "while cmif-sim status | grep -q 'when searching'; do sleep 0.02; done\n"
-    "cmif-sim ctl advance 30s\n"
-    "wait $scan; cat scan\n"
-    "cmifctl sms list\n"
-    "cmif-sim ctl sim remove\n"
-    "cmifctl config list\n"
-    "cmif-sim ctl state registered\n"
-    "cmif-sim ctl advance 60s\n"
-    "cmifctl config list\n";
-
+// What is printed, each record and each key, and the recording.
 TEST(ScenarioRuns, RepeatThemselvesByTheByte)
 {
-    std::ofstream("/tmp/scenario") << scenario;
-    setenv("STEPS", steps, 1);
     std::string first;
-    for (int i = 0; i < 5; ++i) {
-        const Outcome run = shell("cd /tmp && $S run --clock manual --verbose --scenario scenario "
-                                  "-- sh -c \"$STEPS\"");
+    for (int i = 0; i < 4; ++i) {
+        const Outcome run = shell(
+            "cd " REPEATED_SCENARIO " && $S run --clock manual --verbose --record /tmp/r.jsonl "
+            "--scenario scenario.cmif -- sh -c \"cd /tmp; $(cat session.sh)\"");
         EXPECT_EQ(run.status, 0) << run.errors;
-        const std::string all = run.output + run.errors;
+        const std::string all = run.output + run.errors + contents("/tmp/r.jsonl");
         EXPECT_TRUE(contains(all, "lte_sim_status=NOT INSERTED")) << all;
         EXPECT_TRUE(contains(all, "AT <- 24 shared_CMIF_set_ModeManualSearch ret_code=0")) << all;
         EXPECT_TRUE(contains(all, "no handover: the modem is not registered")) << all;
+        EXPECT_TRUE(contains(all, "\"started\":\"1970-01-01T00:00:00.000Z\"")) << all;
+        EXPECT_TRUE(contains(all, "{\"time\":43.000000,\"process\":1,")) << all;
         if (first.empty())
             first = all;
         ASSERT_EQ(all, first) << i;
     }
+}
+
+// Another seed gives other signal values, and other stand-ins.
+TEST(ScenarioRuns, DifferByTheirSeeds)
+{
+    std::string recordings[2];
+    for (const char *seed : {"1", "2"}) {
+        setenv("SEED", seed, 1);
+        const Outcome run = shell("cd /tmp && $S run --clock manual --seed $SEED --record r.jsonl "
+                                  "--state registered -- cmif-sim ctl advance 10s");
+        EXPECT_EQ(run.status, 0) << run.errors;
+        recordings[*seed - '1'] = contents("/tmp/r.jsonl");
+    }
+    EXPECT_NE(recordings[0], recordings[1]);
+    EXPECT_TRUE(contains(recordings[0], "lte_mobile_imsi"));
+    EXPECT_FALSE(contains(recordings[0], "001010123456789"));
 }
 
 TEST(ScenarioRuns, AWrongScenarioStartsNothing)
