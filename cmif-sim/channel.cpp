@@ -26,7 +26,7 @@ long code_of(const void *record)
 
 Channel::Channel(Side side, scenario::Clock &clock, OnRequest on_request, bool verbose)
     : side_(side), names_(names_of(side)), clock_(clock), on_request_(std::move(on_request)),
-      verbose_(verbose), queues_(names_.requests, names_.replies),
+      verbose_(verbose), queues_(names_.requests, names_.replies), thawed_(clock),
       delays_(std::make_shared<scenario::Pause>(clock))
 {
 }
@@ -50,31 +50,29 @@ std::shared_ptr<DaemonProcess> Channel::process()
 
 std::optional<std::size_t> Channel::receive(void *record, std::size_t room)
 {
+    held_work_.reset(); // a request that was held has been served
     const std::shared_ptr<DaemonProcess> process = this->process();
     if (!process)
         return std::nullopt;
-    if (holds_request())
-        return take_held(record);
     const auto payload = process->receive(record, room);
     if (process->ended())
         end(process.get());
-    if (!payload || !is_served(record, *payload))
+    if (!payload)
         return std::nullopt;
-    return payload;
+    return is_served(record, *payload) ? payload : take_held(record);
 }
 
-bool Channel::holds_request() const
-{
-    const std::lock_guard lock(mutex_);
-    return held_.has_value();
-}
-
-// A request that a freeze has caught is served after it.
+// A request that a freeze has caught is served after it. From the thaw on that is work, for which a
+// manual clock waits.
 std::optional<std::size_t> Channel::take_held(void *record)
 {
-    const std::lock_guard lock(mutex_);
-    if (!held_ || state_ != State::serving)
+    std::unique_lock lock(mutex_);
+    while (held_ && state_ == State::frozen && !stopped_)
+        thawed_.wait(lock);
+    if (!held_ || stopped_) {
+        held_work_.reset();
         return std::nullopt;
+    }
     const std::string bytes = *std::exchange(held_, std::nullopt);
     std::memcpy(record, bytes.data(), bytes.size());
     ++taken_[code_of(record)];
@@ -88,6 +86,7 @@ bool Channel::is_served(const void *record, std::size_t payload)
     for (const Fault &fault : faults_.take(FaultStage::request, code)) {
         log(fault, code);
         if (fault.kind->name == "freeze") {
+            held_work_.emplace(clock_);
             const std::lock_guard lock(mutex_);
             held_.emplace(static_cast<const char *>(record), sizeof code + payload);
         }
@@ -122,6 +121,7 @@ void Channel::end(const DaemonProcess *which)
     std::exchange(delays_, std::make_shared<scenario::Pause>(clock_))->call_off();
     ++life_;
     state_ = State::ended;
+    thawed_.wake();
 }
 
 // In the daemon's own thread there is nothing to wait for.
@@ -147,6 +147,7 @@ void Channel::thaw()
 {
     const auto lock = lock_with_process();
     state_ = State::serving;
+    thawed_.wake();
     if (process_)
         process_->send(SIGCONT);
 }
@@ -213,7 +214,9 @@ std::shared_ptr<void> Channel::work()
 void Channel::stop()
 {
     const std::lock_guard lock(mutex_);
+    stopped_ = true;
     delays_->call_off();
+    thawed_.wake();
 }
 
 // Counts the reply; nothing if it is of an earlier life.
@@ -227,17 +230,12 @@ std::optional<Channel::Life> Channel::life_of_reply(long code)
 }
 
 // Waits while the daemon is frozen. Whether it still lives.
-bool Channel::may_answer(int life, const StopFlag &stop) const
+bool Channel::may_answer(int life)
 {
-    for (;;) {
-        {
-            const std::lock_guard lock(mutex_);
-            if (life_ != life || state_ != State::frozen)
-                return life_ == life;
-        }
-        if (stop.wait_for(10ms))
-            return false;
-    }
+    std::unique_lock lock(mutex_);
+    while (life_ == life && state_ == State::frozen && !stopped_)
+        thawed_.wait(lock);
+    return life_ == life && state_ != State::frozen;
 }
 
 bool Channel::send(const void *record, std::size_t payload, const StopFlag &stop)
@@ -253,7 +251,7 @@ bool Channel::send(const void *record, std::size_t payload, const StopFlag &stop
     }
     if (reply.delay > 0ms && !life->delays->wait_for(clock_.scale().scaled(reply.delay)))
         return false;
-    return may_answer(life->number, stop) && send_copies(reply, stop);
+    return may_answer(life->number) && send_copies(reply, stop);
 }
 
 bool Channel::send_copies(const Reply &reply, const StopFlag &stop)

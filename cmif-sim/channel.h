@@ -46,7 +46,6 @@ private:
     enum class State { serving, frozen, ended };
 
     std::shared_ptr<DaemonProcess> process();
-    bool holds_request() const;
     std::optional<std::size_t> take_held(void *record);
     bool is_served(const void *record, std::size_t payload);
     void log(const Fault &fault, long code) const;
@@ -63,7 +62,7 @@ private:
         std::shared_ptr<scenario::Pause> delays;
     };
     std::optional<Life> life_of_reply(long code);
-    bool may_answer(int life, const daemons::StopFlag &stop) const;
+    bool may_answer(int life);
     bool send_copies(const Reply &reply, const daemons::StopFlag &stop);
 
     Side side_;
@@ -74,9 +73,13 @@ private:
     daemons::QueueLink queues_;
     FaultList faults_;
 
+    std::optional<scenario::Work> held_work_; // of the daemon's thread
+
     mutable std::mutex mutex_; // of all below
     std::condition_variable changed_;
+    scenario::Waiters thawed_;                // or over
     State state_ = State::serving;
+    bool stopped_ = false;
     std::shared_ptr<scenario::Pause> delays_; // of this life
     int life_ = 0;                            // counts the daemon's lives
     std::map<long, int> taken_, lost_;        // requests by code: of this life, of earlier ones
