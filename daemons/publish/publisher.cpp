@@ -3,6 +3,7 @@
 #include "connection_keys.h"
 #include "message_keys.h"
 #include "provider_file.h"
+#include "publish_value.h"
 
 namespace daemons
 {
@@ -22,13 +23,24 @@ Publisher::~Publisher()
     modem_.watch({});
 }
 
+// A store that was deleted is left with the first write. What was compared with the old one before
+// that is missing in the new one, and so is what is published at the start alone.
 void Publisher::publish()
 {
     const std::lock_guard lock(mutex_);
     const ModemStatus status = modem_.status();
+    if (publish_all(status) && publish_all(status))
+        prepare_wait_times();
+}
+
+// Whether anything was written.
+bool Publisher::publish_all(const ModemStatus &status)
+{
+    const unsigned before = written_values;
     publish_messages(status.messages);
     publish_connection(status);
     publish_status(status, operator_format_);
+    return written_values != before;
 }
 
 void Publisher::set_operator_format(OperatorFormat format)

@@ -27,6 +27,8 @@ public:
     void set_operator_format(OperatorFormat format); // shows with the next publish()
 
 private:
+    bool publish_all(const ModemStatus &status);
+
     Modem &modem_;
     std::mutex mutex_;
     OperatorFormat operator_format_ = OperatorFormat::long_name;

@@ -50,6 +50,23 @@ TEST_F(Control, NamesTheLineThatFailed)
     EXPECT_EQ(get("lte_qmi_connection_status"), "1");
 }
 
+// A router that was told nothing since, and its store has all keys again.
+TEST_F(Control, FillsANewStoreAfterTheOldOneWasDeleted)
+{
+    start();
+    command("state connected\nsignal rsrp=-80 rsrq=-5 rssi=-70 sinr=10");
+    auto before = all();
+    EXPECT_GT(before.size(), 40U);
+    fs::remove(database().string() + "-lock");
+    fs::remove(database());
+    command("signal rsrp=-81 rsrq=-5 rssi=-70 sinr=10");
+    before["lte_query_network_rsrp"] = "-81";
+    auto after = all();
+    for (auto *keys : {&before, &after})
+        keys->erase("lte_qmi_connection_uptime");
+    EXPECT_EQ(after, before);
+}
+
 TEST_F(Control, HasASocketForThisUserAlone)
 {
     start();
