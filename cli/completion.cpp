@@ -50,9 +50,13 @@ std::vector<Candidate> words_after(const Walker &walker)
     std::vector<Candidate> words;
     if (walker.line().path.empty() && walker.line().arguments.empty())
         words = subcommands_of(*walker.line().program, "");
-    if (const Argument *next = walker.next_positional())
-        for (const Candidate &value : values_of(*next))
-            words.push_back(value);
+    const Argument *next = walker.next_positional();
+    if (next == nullptr)
+        return words;
+    const auto values = next->known_after != nullptr
+                            ? next->known_after(walker.line().arguments.all(next->name))
+                            : values_of(*next);
+    words.insert(words.end(), values.begin(), values.end());
     return words;
 }
 

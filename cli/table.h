@@ -31,6 +31,8 @@ struct Argument {
     char letter = '\0';   // of the short form of an option or flag
     bool repeats = false; // an option; a positional argument takes all words from there on
     std::vector<Candidate> (*known_values)() = nullptr; // for completion
+    // For completion of a positional argument that takes all words: what may follow these of them.
+    std::vector<Candidate> (*known_after)(const std::vector<std::string> &words) = nullptr;
 
     constexpr bool positional() const { return kind == Kind::required || kind == Kind::optional; }
     constexpr bool by_name() const { return kind == Kind::option || kind == Kind::flag; }

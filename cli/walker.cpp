@@ -72,6 +72,8 @@ void Walker::take_command_word(const std::string &word)
 
 const Argument *Walker::next_positional() const
 {
+    if (rest_ != nullptr)
+        return rest_;
     if (line_.command != nullptr)
         for (const Argument &argument : line_.command->arguments)
             if (argument.positional() && !line_.arguments.has(argument.name))

@@ -93,6 +93,11 @@ void JsonLine::add(const char *name, std::string_view text)
         return close();
     }
     start(name);
+    append_text(text);
+}
+
+void JsonLine::append_text(std::string_view text)
+{
     text_ += '"';
     while (!text.empty()) {
         const auto *plain_end = std::find_if(text.begin(), text.end(), needs_escape);
@@ -115,8 +120,25 @@ void JsonLine::add(const char *name, long long number)
 
 void JsonLine::add_null(const char *name)
 {
+    add_literal(name, "null");
+}
+
+void JsonLine::add_literal(const char *name, std::string_view json)
+{
     start(name);
-    text_ += "null";
+    text_ += json;
+}
+
+void JsonLine::add_list(const char *name, const std::vector<std::string> &texts)
+{
+    start(name);
+    text_ += '[';
+    for (const std::string &text : texts) {
+        if (text_.back() != '[')
+            text_ += ',';
+        append_text(text);
+    }
+    text_ += ']';
 }
 
 void JsonLine::add_hex(const char *name, std::string_view bytes)

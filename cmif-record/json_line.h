@@ -1,9 +1,10 @@
-// One line of a recording: a JSON object, member after member.
+// A JSON object on one line, member after member.
 #ifndef CMIF_RECORD_JSON_LINE_H
 #define CMIF_RECORD_JSON_LINE_H
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cmif_record
 {
@@ -17,6 +18,8 @@ public:
     void add(const char *name, std::string_view text);
     void add(const char *name, long long number);
     void add_null(const char *name);
+    void add_literal(const char *name, std::string_view json); // as it stands
+    void add_list(const char *name, const std::vector<std::string> &texts);
     void add_hex(const char *name, std::string_view bytes);
     void add_seconds(const char *name, long long nanoseconds); // with six decimal places
 
@@ -28,6 +31,7 @@ public:
 
 private:
     void start(const char *name);
+    void append_text(std::string_view text);
 
     std::string text_;
 };

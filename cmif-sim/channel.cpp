@@ -263,13 +263,15 @@ bool Channel::send_copies(const Reply &reply, const StopFlag &stop)
     return sent;
 }
 
-std::string Channel::state() const
+DaemonStatus Channel::status() const
 {
     const std::lock_guard lock(mutex_);
-    if (state_ == State::ended)
-        return "ended";
-    const std::string text = state_ == State::frozen ? "frozen" : "serving";
-    return process_ ? text + ", process " + std::to_string(process_->number()) : text;
+    DaemonStatus status{"ended", std::nullopt, faults_.descriptions()};
+    if (state_ != State::ended)
+        status.state = state_ == State::frozen ? "frozen" : "serving";
+    if (process_)
+        status.process = process_->number();
+    return status;
 }
 
 } // namespace cmif_sim

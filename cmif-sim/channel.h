@@ -3,6 +3,7 @@
 #ifndef CMIF_SIM_CHANNEL_H
 #define CMIF_SIM_CHANNEL_H
 
+#include "box_status.h"
 #include "daemon_process.h"
 #include "daemons/link.h"
 #include "fault_list.h"
@@ -37,10 +38,8 @@ public:
     void add(const Fault &fault);
     void event(std::string_view name);
     void clear_faults() { faults_.clear(); }
-    std::vector<std::string> armed() const { return faults_.descriptions(); }
 
-    const char *name() const { return names_.name; }
-    std::string state() const; // "serving, process 12", "frozen, ...", "ended"
+    DaemonStatus status() const;
 
 private:
     enum class State { serving, frozen, ended };
@@ -77,7 +76,7 @@ private:
 
     mutable std::mutex mutex_; // of all below
     std::condition_variable changed_;
-    scenario::Waiters thawed_;                // or over
+    scenario::Waiters thawed_; // or over
     State state_ = State::serving;
     bool stopped_ = false;
     std::shared_ptr<scenario::Pause> delays_; // of this life

@@ -4,6 +4,7 @@
 #include "cli/option_error.h"
 #include "cmif-record/start.h"
 #include "scenario/script.h"
+#include "simulation.h"
 
 #include <charconv>
 #include <limits>
@@ -16,6 +17,18 @@ namespace
 using cli::Argument;
 using enum cli::Argument::Kind;
 using enum cli::Access;
+
+// What may follow these words of a command.
+std::vector<cli::Candidate> known_commands(const std::vector<std::string> &before)
+{
+    std::string line;
+    for (const std::string &word : before)
+        line += word + " ";
+    std::vector<cli::Candidate> known;
+    for (const scenario::Words::Offer &offer : what_may_follow(line))
+        known.push_back({offer.text, offer.description});
+    return known;
+}
 
 // clang-format off
 
@@ -43,7 +56,8 @@ constexpr Argument script  {option, "scenario", "FILE",  "commands, with the mom
 constexpr Argument clock_  {option, "clock",    "CLOCK", "what time the simulation runs by", clocks};
 constexpr Argument state   {option, "state",    "STATE", "bring the modem there before the start", states};
 constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)"};
-constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true};
+constexpr Argument json    {flag,   "json",    "",       "as a JSON document, for programs"};
+constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true, nullptr, known_commands};
 constexpr Argument record  {option, "record",  "FILE",   "write what the daemons exchange and set, one line of JSON each"};
 constexpr Argument secrets {flag,   "with-secrets", "",  "keep secrets and identities in the recording as they are"};
 constexpr Argument recording{required, "recording", "FILE", "what cmif-record or --record has written"};
@@ -51,7 +65,7 @@ constexpr Argument recording{required, "recording", "FILE", "what cmif-record or
 constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets, command};
 constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets};
 constexpr Argument ctl_arguments[]   = {box, line};
-constexpr Argument box_arguments[]   = {box};
+constexpr Argument status_arguments[] = {box, json};
 constexpr Argument enter_arguments[] = {box, command};
 constexpr Argument replay_arguments[] = {recording, pace, command};
 constexpr Argument options[]         = {cli::help_option, cli::version_option};
@@ -78,7 +92,7 @@ constexpr cli::Command commands[] = {
     {"run",        "run a program, or a shell, beside a new router", acts,  "-- cmifctl status",  run_arguments,   run_details},
     {"serve",      "serve this system's queues until stopped",       acts,  "--pace 0.1",         serve_arguments, serve_details},
     {"ctl",        "give a running router commands",                 acts,  "fault at 12 delay 5s", ctl_arguments, ctl_details},
-    {"status",     "show what a running router does",                reads, "",                   box_arguments},
+    {"status",     "show what a running router does",                reads, "",                   status_arguments},
     {"enter",      "run a program, or a shell, beside a running router", acts, "-- cmifctl status", enter_arguments, enter_details},
     {"replay",     "run a program, or a shell, beside daemons that answer as recorded", acts, "trouble.jsonl -- cmifctl status", replay_arguments, replay_details},
     {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},

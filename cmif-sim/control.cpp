@@ -3,6 +3,7 @@
 #include "boxes.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <stdexcept>
@@ -76,10 +77,20 @@ std::string take_line(std::string &text)
     return line;
 }
 
+// For a program that enters the router's box.
+std::string environment()
+{
+    std::string text;
+    for (const char *name : {"CMIF_STORE", "CMIF_STORE_OF_RUN", "CMIF_SANDBOX", "PATH"})
+        if (const char *value = std::getenv(name))
+            text.append(name).append("=").append(value).append("\n");
+    return text;
+}
+
 } // namespace
 
-ControlServer::ControlServer(std::vector<int> listening, Reply reply)
-    : listening_(std::move(listening)), reply_(std::move(reply))
+ControlServer::ControlServer(std::vector<int> listening, Replies replies)
+    : listening_(std::move(listening)), replies_(std::move(replies))
 {
     if (pipe2(end_, O_CLOEXEC) != 0)
         throw std::system_error(errno, std::generic_category(), "pipe");
@@ -122,8 +133,21 @@ void ControlServer::serve(int file) const
     if (lines.empty())
         return;
     const std::string question = take_line(lines);
-    const Answer answer = reply_(question, lines);
+    const Answer answer = this->answer(question, lines);
     connection.send(std::to_string(answer.status) + "\n" + answer.text);
+}
+
+Answer ControlServer::answer(const std::string &question, const std::string &lines) const
+{
+    if (question == "run")
+        return replies_.run(lines);
+    if (question == "status")
+        return {0, text_of(replies_.status())};
+    if (question == "status-json")
+        return {0, json_of(replies_.status(), std::atoi(lines.c_str()))};
+    if (question == "environment")
+        return {0, environment()};
+    return {2, "unknown question\n"};
 }
 
 Answer ask_box(pid_t box, const std::string &question, const std::string &lines)

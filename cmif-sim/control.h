@@ -1,10 +1,12 @@
 // What is said between a running router and the programs that give it commands.
 //
-// The router greets; the program sends a question, "run", "status" or "environment", on a line, and
-// after "run" the commands, a line each, and closes its side; the router answers with an exit
-// status on a line, and a text.
+// The router greets; the program sends a question on a line, and closes its side; the router
+// answers with an exit status on a line, and a text. The questions: "run", followed by the
+// commands, a line each; "status"; "status-json", followed by the router's number; "environment".
 #ifndef CMIF_SIM_CONTROL_H
 #define CMIF_SIM_CONTROL_H
+
+#include "box_status.h"
 
 #include <functional>
 #include <optional>
@@ -25,9 +27,12 @@ struct Answer {
 class ControlServer
 {
 public:
-    using Reply = std::function<Answer(const std::string &question, const std::string &lines)>;
+    struct Replies {
+        std::function<Answer(const std::string &lines)> run;
+        std::function<BoxStatus()> status;
+    };
 
-    ControlServer(std::vector<int> listening, Reply reply);
+    ControlServer(std::vector<int> listening, Replies replies);
     ~ControlServer(); // when the answer in progress has been sent
     ControlServer(const ControlServer &) = delete;
     ControlServer &operator=(const ControlServer &) = delete;
@@ -35,9 +40,10 @@ public:
 private:
     void run();
     void serve(int file) const;
+    Answer answer(const std::string &question, const std::string &lines) const;
 
     std::vector<int> listening_;
-    Reply reply_;
+    Replies replies_;
     int end_[2];
     std::thread thread_;
 };

@@ -32,6 +32,8 @@ bool is_number(const Word *word)
 
 const FaultKind &take_kind(Words &words)
 {
+    for (const FaultKind &kind : fault_kinds())
+        words.offer(kind.name, kind.summary);
     const Word word = words.take("a kind of fault");
     if (const FaultKind *kind = find_fault_kind(word.text))
         return *kind;

@@ -32,7 +32,7 @@ int run_line(const cli::Line &line)
     if (line.path == "ctl")
         return control(chosen_box(line.arguments), line.arguments.all("line"));
     if (line.path == "status")
-        return print_status(chosen_box(line.arguments));
+        return print_status(chosen_box(line.arguments), line.arguments.has("json"));
     if (line.path == "enter")
         return enter(chosen_box(line.arguments), line.arguments.all("command"));
     const ServerOptions options = server_options(line.arguments);

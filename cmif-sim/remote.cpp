@@ -56,11 +56,14 @@ int control(ChosenBox chosen, const std::vector<std::string> &words)
     return answer.status;
 }
 
-int print_status(ChosenBox chosen)
+int print_status(ChosenBox chosen, bool json)
 {
     const pid_t box = choose_box(chosen);
-    const Answer answer = ask_box(box, "status");
-    std::printf("box      %d\n%s", static_cast<int>(box), answer.text.c_str());
+    const Answer answer =
+        json ? ask_box(box, "status-json", std::to_string(box)) : ask_box(box, "status");
+    if (!json)
+        std::printf("box      %d\n", static_cast<int>(box));
+    std::fputs(answer.text.c_str(), stdout);
     return std::fflush(stdout) == 0 ? answer.status : 1;
 }
 

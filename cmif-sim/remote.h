@@ -19,7 +19,7 @@ using ChosenBox = std::optional<pid_t>;
 int control(ChosenBox chosen, const std::vector<std::string> &words);
 
 // Prints what runs, and what has been armed.
-int print_status(ChosenBox chosen);
+int print_status(ChosenBox chosen, bool json);
 
 // Runs `command`, a shell if it is empty, beside the running router.
 int enter(ChosenBox chosen, const std::vector<std::string> &command);

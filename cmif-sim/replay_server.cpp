@@ -1,6 +1,7 @@
 #include "replay_server.h"
 
 #include "cmif/cmif.h"
+#include "control.h"
 #include "daemons/at_forms.h"
 #include "daemons/cme_error.h"
 #include "daemons/message_queue.h"
@@ -10,6 +11,8 @@
 #include "platform/tarn_nvram_config.h"
 #include "replay.h"
 
+#include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <sys/msg.h>
@@ -40,11 +43,19 @@ bool is_never_answered(Channel channel, long code)
            (channel == Channel::at ? long{CMIF_AT_DOWNLOAD_MODE} : long{CMIF_QMI_DOWNLOAD_MODE});
 }
 
+std::size_t number_of_requests(const cmif_record::RecordingContents &contents)
+{
+    return static_cast<std::size_t>(
+        std::count_if(contents.events.begin(), contents.events.end(),
+                      [](const Event &event) { return event.type == Event::Type::request; }));
+}
+
 class ReplayServer
 {
 public:
     ReplayServer(const cmif_record::RecordingContents &contents, double pace)
-        : replay_(contents, pace, [this](const Event &event) { carry_out(event); })
+        : recorded_(number_of_requests(contents)),
+          replay_(contents, pace, [this](const Event &event) { carry_out(event); })
     {
     }
 
@@ -59,6 +70,12 @@ public:
         qmi_replies_.clear();
         replay_.start(now());
         return daemons::write_public_file(CMIF_QMI_READY_FILE, "on\n");
+    }
+
+    // Any thread may call.
+    BoxStatus status() const
+    {
+        return {since_, std::nullopt, ReplayStatus{recorded_, taken_, refused_}};
     }
 
     void serve()
@@ -82,13 +99,16 @@ private:
             return false;
         cmif_record::Record record{0, {bytes + sizeof(long), static_cast<std::size_t>(size)}};
         std::memcpy(&record.code, bytes, sizeof record.code);
-        if (!replay_.take(cmif_record::request_event(channel, record), now()))
+        if (replay_.take(cmif_record::request_event(channel, record), now()))
+            ++taken_;
+        else
             refuse(channel, record.code);
         return true;
     }
 
     void refuse(Channel channel, long code)
     {
+        ++refused_;
         const bool answered = !is_never_answered(channel, code);
         std::fprintf(stderr, "cmif-sim: %s request %ld (%s) was not recorded, or less often%s\n",
                      channel == Channel::at ? "AT" : "QMI", code, name_of(channel, code),
@@ -119,6 +139,9 @@ private:
         queue.send(record.data(), event.payload.size(), never_);
     }
 
+    std::time_t since_ = std::time(nullptr);
+    std::size_t recorded_;
+    std::atomic<std::size_t> taken_ = 0, refused_ = 0;
     daemons::StopFlag never_;
     daemons::MessageQueue at_requests_{CMIF_AT_REQUEST_KEY}, at_replies_{CMIF_AT_REPLY_KEY};
     daemons::MessageQueue qmi_requests_{CMIF_QMI_REQUEST_KEY}, qmi_replies_{CMIF_QMI_REPLY_KEY};
@@ -128,11 +151,17 @@ private:
 } // namespace
 
 int serve_recording(const cmif_record::RecordingContents &contents, double pace,
-                    const sigset_t &signals, const std::function<void()> &ready)
+                    const sigset_t &signals, const std::vector<int> &listening,
+                    const std::function<void()> &ready)
 {
     ReplayServer server(contents, pace);
     if (!server.prepare())
         return 1;
+    const ControlServer control(
+        listening, {[](const std::string &) {
+                        return Answer{2, "1:1: a replayed recording takes no commands\n"};
+                    },
+                    [&server] { return server.status(); }});
     ready();
     while (sigtimedwait(&signals, nullptr, &poll_interval) == -1)
         server.serve();

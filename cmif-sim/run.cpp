@@ -56,13 +56,10 @@ int run(const ServerOptions &options, const std::vector<std::string> &command)
         visible_paths.push_back(fs::absolute(store));
     }
     const TerminalKept terminal;
-    std::optional<BoxSocket> socket;
+    const BoxSocket socket;
     ServerOptions reachable = options;
-    if (!options.replay) { // a recording takes no commands
-        socket.emplace();
-        reachable.control = socket->file();
-        reachable.control_path = socket->path().c_str();
-    }
+    reachable.control = socket.file();
+    reachable.control_path = socket.path().c_str();
     const auto work = [&reachable, &command, directory = program_directory()] {
         extend_path(directory);
         return run_inside(reachable, command);

@@ -68,37 +68,17 @@ std::vector<int> listening(const ServerOptions &options, std::optional<BoxSocket
     return files;
 }
 
-std::string environment()
-{
-    std::string text;
-    for (const char *name : {"CMIF_STORE", "CMIF_STORE_OF_RUN", "CMIF_SANDBOX", "PATH"})
-        if (const char *value = std::getenv(name))
-            text.append(name).append("=").append(value).append("\n");
-    return text;
-}
-
-Answer answer(const Simulation &simulation, const std::string &question, const std::string &lines)
-{
-    if (question == "run")
-        return run_lines(simulation.commands(), lines);
-    if (question == "status")
-        return {0, simulation.status()};
-    if (question == "environment")
-        return {0, environment()};
-    return {2, "unknown question\n"};
-}
-
 int serve_until(const sigset_t &signals, const ServerOptions &options, int ready_fd)
 {
     Simulation simulation(options);
     if (!simulation.start())
         return 1;
     std::optional<BoxSocket> socket;
-    const ControlServer control(
-        listening(options, socket),
-        [&simulation](const std::string &question, const std::string &lines) {
-            return answer(simulation, question, lines);
-        });
+    const ControlServer control(listening(options, socket),
+                                {[&simulation](const std::string &lines) {
+                                     return run_lines(simulation.commands(), lines);
+                                 },
+                                 [&simulation] { return simulation.status(); }});
     notify_ready(ready_fd);
     int received = 0;
     sigwait(&signals, &received);
@@ -122,9 +102,11 @@ try {
     if (host_store_power_cycle() != 0)
         return 1;
     host_store_announce();
-    if (options.replay)
-        return serve_recording(*options.replay, options.pace, signals,
+    if (options.replay) {
+        std::optional<BoxSocket> socket;
+        return serve_recording(*options.replay, options.pace, signals, listening(options, socket),
                                [ready_fd] { notify_ready(ready_fd); });
+    }
     if (options.record)
         cmif_record::record_to(*options.record);
     return serve_until(signals, options, ready_fd);

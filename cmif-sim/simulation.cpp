@@ -66,27 +66,6 @@ void settle_each(Commands &commands, Clock &clock)
             };
 }
 
-std::string row(const std::string &name, const std::string &value)
-{
-    constexpr std::size_t width = 9;
-    return name + std::string(width - std::min(width, name.size()), ' ') + value + "\n";
-}
-
-std::string text_of(std::time_t moment)
-{
-    char text[32];
-    std::tm parts{};
-    localtime_r(&moment, &parts);
-    return {text, std::strftime(text, sizeof text, "%Y-%m-%d %H:%M:%S", &parts)};
-}
-
-std::string clock_text(const ServerOptions &options)
-{
-    char pace[32];
-    std::snprintf(pace, sizeof pace, "real, pace %g", options.pace);
-    return options.manual_clock ? "manual" : pace;
-}
-
 } // namespace
 
 Simulation::Simulation(const ServerOptions &options)
@@ -138,17 +117,14 @@ void Simulation::event(std::string_view name)
     qmi_channel_.event(name);
 }
 
-std::string Simulation::status() const
+BoxStatus Simulation::status() const
 {
-    std::string text = row("since", text_of(since_)) + row("clock", clock_text(options_));
-    text += row("AT", options_.at ? at_channel_.state() : "left out");
-    text += row("QMI", options_.qmi ? qmi_channel_.state() : "left out");
-    for (const Channel *channel : {&at_channel_, &qmi_channel_})
-        for (const std::string &fault : channel->armed())
-            text += row("fault", std::string(channel->name()) + " " + fault);
-    for (const std::string &step : timeline_.pending())
-        text += row("step", step);
-    return text;
+    constexpr DaemonStatus left_out{"left out"};
+    SimulationStatus status{std::nullopt, options_.at ? at_channel_.status() : left_out,
+                            options_.qmi ? qmi_channel_.status() : left_out, timeline_.pending()};
+    if (!options_.manual_clock)
+        status.pace = options_.pace;
+    return {since_, status};
 }
 
 void check_scenario(const ServerOptions &options)
@@ -158,6 +134,21 @@ void check_scenario(const ServerOptions &options)
     Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
     parse_script(options.scenario, options.scenario_name,
                  scenario_commands(modem, at, qmi, options));
+}
+
+std::vector<Words::Offer> what_may_follow(const std::string &line)
+{
+    ManualClock clock;
+    simulated::Modem modem(clock, 1);
+    Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
+    Commands commands = scenario_commands(modem, at, qmi, {});
+    commands.push_back(advance_command(clock));
+    Words words(line);
+    try {
+        parse_command(commands, words);
+    } catch (const ScriptError &) { // it is not complete
+    }
+    return words.offers();
 }
 
 } // namespace cmif_sim

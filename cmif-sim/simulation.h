@@ -31,7 +31,7 @@ public:
     bool start();
 
     const scenario::Commands &commands() const { return commands_; }
-    std::string status() const; // for a person, some lines
+    BoxStatus status() const;
 
 private:
     void event(std::string_view name);
@@ -51,6 +51,9 @@ private:
 
 // Fails with a BadScript if the scenario is wrong.
 void check_scenario(const ServerOptions &options);
+
+// For completion: the words that may follow such a beginning of a command.
+std::vector<scenario::Words::Offer> what_may_follow(const std::string &line);
 
 } // namespace cmif_sim
 

@@ -20,6 +20,8 @@ std::string names_of(const Commands &commands)
 
 Action parse_command(const Commands &commands, Words &words)
 {
+    for (const Command &command : commands)
+        words.offer(command.name, command.summary);
     if (words.at_end())
         return [] {};
     const Word name = words.take("a command");

@@ -21,6 +21,10 @@ bool has(std::span<const std::string_view> list, const std::string &name)
 
 std::string take_event(Words &words)
 {
+    for (const std::string_view one : names)
+        words.offer(one);
+    for (const std::string_view one : requests)
+        words.offer(one);
     std::string name = words.take("the event").text;
     if (has(names, name))
         return name;

@@ -87,6 +87,18 @@ Words::Words(std::string_view line) : length_(line.size())
     }
 }
 
+bool Words::next_is(std::string_view text)
+{
+    offer(text);
+    return !at_end() && peek()->text == text;
+}
+
+void Words::offer(std::string_view text, std::string_view description)
+{
+    if (at_end())
+        offers_.push_back({std::string(text), std::string(description)});
+}
+
 bool Words::take_if(std::string_view text)
 {
     const bool taken = next_is(text);
@@ -123,6 +135,8 @@ std::string Words::take_digits(std::string_view what, std::size_t min, std::size
 std::string Words::take_one_of(std::string_view what,
                                std::initializer_list<std::string_view> allowed)
 {
+    for (const std::string_view one : allowed)
+        offer(one);
     std::string text = take(what).text;
     if (std::find(allowed.begin(), allowed.end(), text) != allowed.end())
         return text;

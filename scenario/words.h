@@ -29,7 +29,7 @@ public:
 
     bool at_end() const { return next_ == words_.size(); }
     const Word *peek() const { return at_end() ? nullptr : &words_[next_]; }
-    bool next_is(std::string_view text) const { return !at_end() && peek()->text == text; }
+    bool next_is(std::string_view text);
     bool take_if(std::string_view text); // takes the next word if it is this one
 
     // The next word. `what` names it in the error when it is missing or not allowed.
@@ -41,6 +41,14 @@ public:
 
     // All words that are left, with one space between them.
     std::string take_rest(std::string_view what);
+
+    // For completion: what could stand at the end of the line, as far as the parsing came there.
+    // What is asked for by its text, or is one of several, is offered without this call.
+    struct Offer {
+        std::string text, description;
+    };
+    void offer(std::string_view text, std::string_view description = "");
+    const std::vector<Offer> &offers() const { return offers_; }
 
     // Fails when words are left.
     void expect_end() const;
@@ -54,6 +62,7 @@ private:
     std::vector<Word> words_;
     std::size_t next_ = 0;
     std::size_t length_; // of the line
+    std::vector<Offer> offers_;
 };
 
 } // namespace scenario

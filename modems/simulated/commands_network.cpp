@@ -97,6 +97,8 @@ Action move_to(Modem &modem, const std::string &plmn)
 
 Action parse_roam(Modem &modem, Words &words)
 {
+    for (const std::string &each : Network::plmns())
+        words.offer(each);
     const std::string plmn = words.take("the network").text;
     std::string allowed;
     bool known = false;

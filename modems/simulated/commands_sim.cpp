@@ -21,6 +21,7 @@ Action fail(Modem &modem)
 
 Action parse_insert(Modem &modem, Words &words)
 {
+    words.offer("other");
     const bool other = !words.at_end() && !words.take_one_of("the card", {"other"}).empty();
     return [&modem, other] {
         modem.happen([&](ModemState &state, Time now) { state.insert_sim(other, now); });

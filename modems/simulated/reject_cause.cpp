@@ -56,6 +56,8 @@ std::span<const RejectCause> connection_causes()
 
 const RejectCause &take_cause(scenario::Words &words, std::span<const RejectCause> causes)
 {
+    for (const RejectCause &cause : causes)
+        words.offer(std::to_string(cause.number), cause.meaning);
     const std::string text = words.take("the cause").text;
     std::string allowed;
     for (const RejectCause &cause : causes) {

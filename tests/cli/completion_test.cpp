@@ -17,7 +17,7 @@ std::string completed(const std::vector<std::string> &words)
 
 TEST(Completion, KnowsCommands)
 {
-    EXPECT_EQ(completed({""}), "plant gate run");
+    EXPECT_EQ(completed({""}), "plant gate sing run");
     EXPECT_EQ(completed({"g"}), "gate");
     EXPECT_EQ(completed({"gate", ""}), "open unlock show");
     EXPECT_EQ(completed({"--colour", "red", "gate", "u"}), "unlock");
@@ -47,6 +47,14 @@ TEST(Completion, KnowsValues)
     EXPECT_EQ(completed({"gate", "unlock", ""}), "-");
     EXPECT_EQ(completed({"plant", "--dry="}), "");
     EXPECT_EQ(completed({"--unknown="}), "");
+}
+
+TEST(Completion, KnowsWhatFollowsTheWordsBefore)
+{
+    EXPECT_EQ(completed({"sing", ""}), "la");
+    EXPECT_EQ(completed({"sing", "do", "re", ""}), "do-re-la");
+    EXPECT_EQ(completed({"sing", "do", "x"}), "");
+    EXPECT_EQ(completed({"run", "--", "rake", ""}), "");
 }
 
 TEST(Completion, AsksForValuesThatOnlyTheSystemKnows)

@@ -16,6 +16,7 @@ Look after a garden.
 
 Commands:
   plant        put in a plant
+  sing         sing
   run          run a tool
 
 The garden's gate:
@@ -89,6 +90,7 @@ TEST(Help, IsShortWithoutArguments)
 Commands:
   plant  put in a plant
   gate   the garden's gate
+  sing   sing
   run    run a tool
 
 'garden GROUP --help' lists the commands of a group, 'garden --help' all of them.

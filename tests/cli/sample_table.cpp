@@ -12,6 +12,15 @@ std::vector<cli::Candidate> known_plants()
     return {{"rose", "red; \x1b\nthorns"}, {"rosemary", ""}, {"sea kale", "two words"}};
 }
 
+// As often as there are words before.
+std::vector<cli::Candidate> known_verses(const std::vector<std::string> &words)
+{
+    std::string la;
+    for (const std::string &word : words)
+        la += word + "-";
+    return {{la + "la", "sung"}};
+}
+
 // clang-format off
 
 constexpr cli::Choice colours[] = {{1, "red"}, {2, "blue"}};
@@ -31,6 +40,9 @@ constexpr Argument run_arguments[] = {
     {flag,     "quiet",  "",       "without output"},
     {rest,     "words",  "TOOL [ARGUMENT...]", "the tool"},
 };
+constexpr Argument sing_arguments[] = {
+    {optional, "verse",  "WORD...", "what to sing", {}, false, '\0', true, nullptr, known_verses},
+};
 constexpr Argument options[] = {
     {option,   "colour", "WHEN",   "colour of the output", colours, false, 'c'},
     cli::help_option,
@@ -46,6 +58,7 @@ constexpr cli::Command commands[] = {
     {"gate open",    "open the gate",      acts,    ""},
     {"gate unlock",  "unlock the gate",    acts,    "-",                  unlock_arguments},
     {"gate show",    "show the gate",      reads,   "--repeat=2"},
+    {"sing",         "sing",               acts,    "la la",              sing_arguments},
     {"run",          "run a tool",         acts,    "-- rake --fast",     run_arguments},
 };
 

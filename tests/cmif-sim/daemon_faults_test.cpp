@@ -172,60 +172,6 @@ TEST_F(DaemonFault, AFrozenOneSendsNoReply)
     EXPECT_TRUE(payload(at_replies(), 4));
 }
 
-class FrozenByTheManualClock : public DaemonFault
-{
-protected:
-    void SetUp() override
-    {
-        cmif_sim::ServerOptions options = both();
-        options.manual_clock = true;
-        start(options);
-    }
-    void await_status(const std::string &text, bool there)
-    {
-        for (int tries = 5000; (status().find(text) != std::string::npos) != there && tries > 0;
-             --tries)
-            std::this_thread::sleep_for(1ms);
-        EXPECT_EQ(status().find(text) != std::string::npos, there) << status();
-    }
-};
-
-// The clock does not wait for what can't go on.
-TEST_F(FrozenByTheManualClock, AReplyKeepsNoTimeFromPassing)
-{
-    command("fault at 4 delay 2s");
-    send_at(4);
-    await_status("fault", false);
-    command("fault at freeze");
-    command("advance 30s");
-    EXPECT_TRUE(stays_silent(at_replies(), 4));
-    command("fault at thaw");
-    EXPECT_TRUE(payload(at_replies(), 4));
-}
-
-TEST_F(FrozenByTheManualClock, ARequestIsServedBeforeTimeGoesOn)
-{
-    command("fault at 12 freeze");
-    send_at(12, {"1234"});
-    await_status("AT       frozen", true);
-    command("advance 30s");
-    EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
-    command("fault at thaw\nadvance 1ms");
-    EXPECT_EQ(get("lte_sim_status"), "READY");
-    EXPECT_TRUE(payload(at_replies(), 12));
-}
-
-TEST_F(FrozenByTheManualClock, ARequestDiesWithItsDaemon)
-{
-    command("fault at 12 freeze");
-    send_at(12, {"1234"});
-    await_status("AT       frozen", true);
-    command("fault at restart\nadvance 30s");
-    EXPECT_TRUE(stays_silent(at_replies(), 12));
-    EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
-    EXPECT_EQ(ask_at(4), answer::ok);
-}
-
 TEST_F(DaemonFault, ADelayedReplyDiesWithItsDaemon)
 {
     server.reset();

@@ -29,7 +29,7 @@ protected:
         scenario::Words words(line);
         at.clear_faults();
         scenario::parse_command(commands, words)();
-        return at.armed();
+        return at.status().faults;
     }
 
     scenario::ManualClock clock;
@@ -68,13 +68,13 @@ TEST_F(FaultCommand, IsReadWhole)
 TEST_F(FaultCommand, SideChoosesTheChannel)
 {
     armed("fault qmi drop");
-    EXPECT_TRUE(at.armed().empty());
-    EXPECT_EQ(qmi.armed().size(), 1U);
+    EXPECT_TRUE(at.status().faults.empty());
+    EXPECT_EQ(qmi.status().faults.size(), 1U);
     armed("fault all drop");
-    EXPECT_EQ(at.armed().size(), 1U);
-    EXPECT_EQ(qmi.armed().size(), 2U);
+    EXPECT_EQ(at.status().faults.size(), 1U);
+    EXPECT_EQ(qmi.status().faults.size(), 2U);
     armed("fault clear");
-    EXPECT_TRUE(qmi.armed().empty());
+    EXPECT_TRUE(qmi.status().faults.empty());
 }
 
 TEST_F(FaultCommand, NamesWhatIsWrongAndWhatIsAllowed)
@@ -109,7 +109,7 @@ TEST_F(FaultCommand, NamesWhatIsWrongAndWhatIsAllowed)
     EXPECT_TRUE(error_of("fault at frob").starts_with("10: a kind of fault is one of: delay, drop"))
         << error_of("fault at frob");
     EXPECT_TRUE(error_of("fault at drop after noon").starts_with("21: the event is one of: "));
-    EXPECT_TRUE(at.armed().empty());
+    EXPECT_TRUE(at.status().faults.empty());
 }
 
 TEST_F(FaultCommand, NeedsADaemonThatRuns)

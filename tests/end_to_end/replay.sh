@@ -61,6 +61,21 @@ grep -q 'The PIN is accepted' "$work/replayed" || fail 'the PIN is not accepted'
 exits 4 cmif-sim replay "$recording" -- cmifctl radio reset --yes
 complains 'cmif-sim: AT request 21 (shared_CMIF_set_FactoryReset) was not recorded, or less often; the reply is not_supported'
 
+# A replayed recording tells of itself, and takes no commands.
+cp "$recording" recording
+exits 0 cmif-sim replay recording -- sh -c 'cmifctl sim retries; cmif-sim status; cmifctl radio reset --yes
+    cmif-sim status --json >replay.json; cmif-sim enter -- cmifctl sim status'
+requests=$(grep -c '"type":"request","channel":"[a-z]*","action":"received"' recording)
+prints "replay   1 of $requests recorded requests came, and 0 that were not recorded"
+shows 'state: PIN required'
+grep -q "\"replay\":{\"recorded\":$requests,\"taken\":1,\"refused\":1}" replay.json || fail "$(cat replay.json)"
+exits 2 cmif-sim replay recording -- cmif-sim ctl sim remove
+complains 'cmif-sim: command line:1:1: a replayed recording takes no commands'
+exits 0 cmif-sim run --clock manual --no-qmi -- sh -c 'cmif-sim ctl fault at 12 delay 5s; cmif-sim status --json >>replay.json'
+grep -q '"clock":"manual","pace":null,"at":{"state":"serving","process":[0-9]*,"faults":\["12 delay 5000ms next 1"\]},"qmi":{"state":"left_out","process":null,"faults":\[\]},"steps":\[\]' replay.json ||
+    fail "$(cat replay.json)"
+"$here/validate_status.py" "$here/../../docs/status.schema.json" replay.json >&2 || fail 'a status that does not fit the schema'
+
 # A file that is not a recording.
 echo '{"format":"cmif-record"' >"$work/broken"
 exits 1 cmif-sim replay "$work/broken" -- true

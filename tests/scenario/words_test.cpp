@@ -111,6 +111,36 @@ TEST(Rest, IsJoinedByOneSpace)
     EXPECT_EQ(Words(R"(a  "b  c"   d)").take_rest("the text"), "a b  c d");
 }
 
+// What a parser asks for where the line ends.
+TEST(Words, OfferWhatCouldFollow)
+{
+    const auto offers_after = [](std::string_view line) {
+        Words words(line);
+        const Commands commands{{"go", "", "moves", [](Words &rest) -> Action {
+                                     rest.take_one_of("where", {"left", "right"});
+                                     if (rest.take_if("by"))
+                                         rest.take_number("how far", 1, 9);
+                                     rest.next_is("fast");
+                                     return {};
+                                 }}};
+        try {
+            scenario::parse_command(commands, words);
+        } catch (const ScriptError &) {
+        }
+        std::string text;
+        for (const Words::Offer &offer : words.offers())
+            text += offer.text + (offer.description.empty() ? "," : ":" + offer.description + ",");
+        return text;
+    };
+    EXPECT_EQ(offers_after(""), "go:moves,");
+    EXPECT_EQ(offers_after("go"), "left,right,");
+    EXPECT_EQ(offers_after("go left"), "by,fast,");
+    EXPECT_EQ(offers_after("go left by"), "");
+    EXPECT_EQ(offers_after("go left by 3"), "fast,");
+    EXPECT_EQ(offers_after("go up"), "");
+    EXPECT_EQ(offers_after("went"), "");
+}
+
 TEST(Commands, AreFoundByTheirFirstWord)
 {
     int done = 0;
