@@ -1,0 +1,153 @@
+// The data connection.
+#include "ip_type.h"
+#include "modem.h"
+
+namespace modem_manager
+{
+namespace
+{
+
+using namespace std::chrono_literals;
+using daemons::Authentication;
+using daemons::DataProfile;
+using daemons::Roaming;
+
+constexpr auto report_limit = 10s; // from ModemManager's answer until its objects show it
+
+unsigned allowed_auth_of(Authentication authentication)
+{
+    switch (authentication) {
+    case Authentication::none:
+        return allowed_auth::none;
+    case Authentication::pap:
+        return allowed_auth::pap;
+    case Authentication::chap:
+        return allowed_auth::chap;
+    case Authentication::pap_or_chap:
+        break;
+    }
+    return allowed_auth::pap | allowed_auth::chap;
+}
+
+Value settings_of(const DataProfile &profile, Roaming roaming)
+{
+    Entries entries;
+    entries.add("apn", profile.apn);
+    entries.add("ip-type", ip_family_of(profile.pdp_type, profile.family));
+    entries.add("allow-roaming", g_variant_new_boolean(roaming != Roaming::off));
+    entries.add("allowed-auth", allowed_auth_of(profile.authentication));
+    if (profile.authentication != Authentication::none) {
+        entries.add("user", profile.user);
+        entries.add("password", profile.password);
+    }
+    return entries.tuple();
+}
+
+bool is_connected(const View &view)
+{
+    return !view.connected_bearer().empty();
+}
+
+} // namespace
+
+CmeError Modem::data_refusal(const ModemStatus &status, int state) const
+{
+    const CmeError error = refusal(Needs::network, status, state);
+    if (error != CmeError::ok)
+        return error;
+    if (status.data_profile.apn.empty())
+        return CmeError::missing_apn;
+    if (status.packet_domain == false)
+        return CmeError::not_allowed;
+    const bool abroad = status.registration == daemons::Registration::roaming;
+    return abroad && status.roaming == Roaming::off ? CmeError::network_not_allowed : CmeError::ok;
+}
+
+// The first one is what was saved before this start: a connection that is up has it already.
+CmeError Modem::set_data_profile(const DataProfile &profile)
+{
+    if (!is_carried(profile.apn) || !is_carried(profile.user) || !is_carried(profile.password))
+        return CmeError::incorrect_parameters;
+    bool again = false;
+    keep([&](Kept &kept) {
+        kept.data_profile = profile;
+        again = has_profile_ && (connected_ || connection_.busy());
+        has_profile_ = true;
+        if (again)
+            kept.last_error = profile.apn.empty() ? CmeError::missing_apn : CmeError::ok;
+    });
+    if (again && profile.apn.empty())
+        connection_.disconnect();
+    else if (again)
+        connection_.reconnect();
+    signal_change();
+    return CmeError::ok;
+}
+
+CmeError Modem::connect()
+{
+    Target target;
+    CmeError error = find_target(Needs::nothing, target);
+    if (error == CmeError::ok)
+        error = data_refusal(target.status, target.state);
+    bool begins = false;
+    keep([&](Kept &kept) {
+        kept.last_error = error;
+        auto_connect_ = false;
+        begins = error == CmeError::ok && !connected_;
+    });
+    if (begins)
+        connection_.connect();
+    signal_change();
+    return error;
+}
+
+CmeError Modem::disconnect()
+{
+    bool begins = false;
+    keep([&](Kept &kept) {
+        kept.last_error = CmeError::ok;
+        auto_connect_ = false;
+        begins = connected_ || connection_.busy();
+    });
+    if (begins)
+        connection_.disconnect();
+    signal_change();
+    return CmeError::ok;
+}
+
+CmeError Modem::connect_when_possible()
+{
+    keep([this](Kept &) { auto_connect_ = true; });
+    upkeep_.wake();
+    return CmeError::ok;
+}
+
+// An error of what has been called off in the meantime concerns nobody.
+void Modem::dial()
+{
+    signal_change();
+    Target target;
+    CmeError error = find_target(Needs::nothing, target);
+    Value settings;
+    keep([&](const Kept &kept) { settings = settings_of(kept.data_profile, kept.roaming); });
+    if (error == CmeError::ok)
+        error = call(target, simple, "Connect", settings, true).error;
+    if (error == CmeError::ok)
+        wait_for(report_limit, is_connected);
+    else if (!connection_.superseded())
+        keep([&](Kept &kept) { kept.last_error = error; });
+}
+
+// Of all bearers: one that a dial has left half-way, too.
+void Modem::hang_up()
+{
+    signal_change();
+    Target target;
+    if (find_target(Needs::nothing, target) != CmeError::ok)
+        return;
+    call(target, simple, "Disconnect", Value(g_variant_new("(o)", no_object)));
+    wait_for(report_limit, [](const View &view) { return !is_connected(view); });
+}
+
+} // namespace modem_manager

@@ -1,0 +1,127 @@
+// What happens to the modem: it comes and goes, changes, connects and loses its connection.
+#include "modem.h"
+
+namespace modem_manager
+{
+namespace
+{
+
+using Clock = std::chrono::steady_clock;
+
+// Of a bearer that has lost its connection.
+CmeError reason_of_loss(const View &view)
+{
+    for (const std::string &path : view.get("Bearers").texts()) {
+        const std::string name =
+            property(view.objects(), path, bearer, "ConnectionError").item(0).text();
+        if (!name.empty())
+            return error_of(name);
+    }
+    return CmeError::no_network_service;
+}
+
+// What the daemon itself keeps goes on to change while the modem is away.
+ModemStatus as_it_was(const ModemStatus &last, const Kept &kept)
+{
+    ModemStatus status = last;
+    const ModemStatus own = status_of(kept);
+    status.messages = own.messages;
+    status.search = own.search;
+    status.data_profile = own.data_profile;
+    status.last_error = own.last_error;
+    status.last_apn = own.last_apn;
+    status.roaming = kept.roaming;
+    return status;
+}
+
+} // namespace
+
+void Modem::objects_changed()
+{
+    {
+        const std::string device = this->device();
+        const std::lock_guard lock(mutex_);
+        tree_.read([&](const Objects &objects) {
+            const View view(objects, find_modem(objects, device));
+            if (view.path() != path_) {
+                tried_.clear();
+                cell_read_.clear();
+            }
+            path_ = view.path();
+            if (!path_.empty())
+                first_device_ = view.get("Device").text();
+            if (view.settled()) {
+                lost_at_.reset();
+                given_up_ = false;
+                note_connection(view);
+            } else if (!lost_at_)
+                lost_at_ = Clock::now();
+        });
+    }
+    clock_.wake();
+    upkeep_.wake();
+    signal_change();
+}
+
+// For the holder of the lock.
+void Modem::note_connection(const View &view)
+{
+    const bool connected = !view.connected_bearer().empty();
+    if (connected && !connected_) {
+        const auto before = find(view.of_bearer("Stats").dictionary(), "duration").number();
+        kept_.connected_since = Clock::now() - std::chrono::seconds(before.value_or(0));
+        kept_.last_apn = find(view.of_bearer("Properties").dictionary(), "apn").text();
+    }
+    if (!connected && connected_) {
+        kept_.connected_since.reset();
+        if (!connection_.busy())
+            kept_.last_error = reason_of_loss(view);
+    }
+    connected_ = connected;
+}
+
+ModemStatus Modem::status() const
+{
+    const std::string device = this->device();
+    const std::lock_guard lock(mutex_);
+    kept_.in_transition = connection_.busy();
+    return tree_.read([&](const Objects &objects) {
+        const View view(objects, find_modem(objects, device));
+        if (!view.settled() && lost_at_ && Clock::now() < *lost_at_ + options_.grace)
+            return as_it_was(last_, kept_);
+        last_ = view.path().empty() ? status_of(kept_) : status_of(view, kept_);
+        kept_.last_cell = last_.last_cell;
+        return last_;
+    });
+}
+
+// The end of the grace, and the connection's age. Without either there is nothing to wait for.
+std::optional<Time> Modem::pass_time()
+{
+    const Time now = Clock::now();
+    std::optional<Time> next;
+    bool gone = false;
+    {
+        const std::lock_guard lock(mutex_);
+        if (lost_at_ && now < *lost_at_ + options_.grace)
+            return *lost_at_ + options_.grace;
+        gone = lost_at_ && !given_up_;
+        given_up_ = lost_at_.has_value();
+        if (gone && path_.empty()) {
+            first_device_.clear();
+            if (connected_)
+                kept_.last_error = CmeError::no_connection_to_phone;
+            connected_ = false;
+            kept_.connected_since.reset();
+        }
+        if (connected_)
+            next = now + options_.refresh;
+    }
+    if (gone)
+        tree_.bus().cancel(); // what waits for an answer of the modem that is gone
+    if (gone || next)
+        signal_change();
+    return next;
+}
+
+} // namespace modem_manager

@@ -1,0 +1,61 @@
+// The data connection.
+#include "ip_type.h"
+#include "status.h"
+
+namespace modem_manager
+{
+namespace
+{
+
+using daemons::ConnectionState;
+using daemons::ModemStatus;
+
+ConnectionState connection_state(const View &view, const Kept &kept)
+{
+    const int now = view.state();
+    if (kept.in_transition || now == state::connecting || now == state::disconnecting)
+        return ConnectionState::transitioning;
+    return view.connected_bearer().empty() ? ConnectionState::disconnected
+                                           : ConnectionState::connected;
+}
+
+std::optional<long long> uptime(ConnectionState state, const Kept &kept)
+{
+    using namespace std::chrono;
+    if (state != ConnectionState::connected)
+        return 0;
+    if (!kept.connected_since)
+        return std::nullopt;
+    return floor<seconds>(steady_clock::now() - *kept.connected_since).count();
+}
+
+void add_pdp(const Dictionary &settings, ModemStatus &status)
+{
+    const Value type = find(settings, "ip-type");
+    if (type)
+        status.pdp_type = pdp_type_of(static_cast<unsigned>(type.number().value_or(0)));
+    status.pdp_apn = find(settings, "apn").text();
+}
+
+} // namespace
+
+void add_connection(const View &view, const Kept &kept, ModemStatus &status)
+{
+    const ConnectionState now = connection_state(view, kept);
+    status.connection = now;
+    status.uptime = uptime(now, kept);
+    if (now == ConnectionState::connected) {
+        status.ipv4_address = find(view.of_bearer("Ip4Config").dictionary(), "address").text();
+        status.ipv6_address = find(view.of_bearer("Ip6Config").dictionary(), "address").text();
+        add_pdp(view.of_bearer("Properties").dictionary(), status);
+        return;
+    }
+    if (kept.profile) {
+        status.pdp_type = kept.profile->type;
+        status.pdp_apn = kept.profile->apn;
+        return;
+    }
+    add_pdp(view.get(modem_3gpp, "InitialEpsBearerSettings").dictionary(), status);
+}
+
+} // namespace modem_manager
