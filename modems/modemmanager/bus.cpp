@@ -199,7 +199,7 @@ std::shared_ptr<GDBusConnection> Bus::connection() const
 Reply Bus::call(const Call &call)
 {
     const std::shared_ptr<GDBusConnection> connection = this->connection();
-    if (!connection)
+    if (!connection || call.path.empty())
         return {CmeError::no_connection_to_phone, {}};
     const Progress progress(*this, call);
     log("->", call, arguments_text(call));

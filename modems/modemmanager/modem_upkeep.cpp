@@ -78,7 +78,8 @@ void Modem::read_cell()
     std::string path;
     {
         const std::lock_guard lock(mutex_);
-        if (stopped_ || !is_served(now) || cell == cell_read_ || tried_.contains("no cell"))
+        if (stopped_ || lost_at_ || !is_served(now) || cell == cell_read_ ||
+            tried_.contains("no cell"))
             return;
         cell_read_ = cell;
         path = path_;

@@ -112,6 +112,20 @@ protected:
         return comes([&](const ModemStatus &now) { return now.connection == state; });
     }
 
+    // The call, among those that the modem made by itself.
+    bool made(const std::string &call) const
+    {
+        const auto calls = manager->calls();
+        return std::find(calls.begin(), calls.end(), call) != calls.end();
+    }
+    void start_registered()
+    {
+        add_registered();
+        start();
+        ASSERT_TRUE(
+            comes([](const ModemStatus &now) { return now.operator_long == "Test Network"; }));
+    }
+
     int bearers = 0; // so far
     std::chrono::milliseconds grace{300};
     stand_in::Bus bus;
