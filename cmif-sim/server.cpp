@@ -4,6 +4,7 @@
 #include "cmif-record/hooks.h"
 #include "command_lines.h"
 #include "control.h"
+#include "daemons/server.h"
 #include "daemons/service_lock.h"
 #include "platform/host_store.h"
 #include "replay_server.h"
@@ -15,7 +16,6 @@
 #include <cstdlib>
 #include <exception>
 #include <string>
-#include <sys/stat.h>
 #include <unistd.h>
 #include <vector>
 
@@ -25,32 +25,6 @@ namespace
 {
 
 using namespace daemons;
-
-// Blocked in all threads from now on, to be waited for. They count even where a shell had them
-// ignored for a background job.
-sigset_t block_termination_signals()
-{
-    sigset_t signals;
-    sigemptyset(&signals);
-    for (const int number : {SIGTERM, SIGINT}) {
-        sigaddset(&signals, number);
-        std::signal(number, SIG_DFL);
-    }
-    std::signal(SIGPIPE, SIG_IGN); // a reader of our lines may end before we do
-    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-    return signals;
-}
-
-// Creates the store's directory if it is missing. False when it can't be used, or is a symbolic
-// link: the store reports that itself.
-bool has_directory(const std::string &store)
-{
-    struct stat found = {};
-    if (mkdir(store.c_str(), S_IRWXU) == 0)
-        return true;
-    return lstat(store.c_str(), &found) == 0 && S_ISDIR(found.st_mode) &&
-           access(store.c_str(), W_OK | X_OK) == 0;
-}
 
 void notify_ready(int fd)
 {
@@ -96,7 +70,7 @@ try {
     // Two modems in one store would overwrite each other's values.
     const std::string store = host_store_directory();
     ServiceLock store_lock(store + "/router.lock", "the store is");
-    if (has_directory(store) && !store_lock.take())
+    if (has_store_directory(store) && !store_lock.take())
         return 1;
     const sigset_t signals = block_termination_signals();
     if (host_store_power_cycle() != 0)

@@ -55,6 +55,15 @@ std::string Modem::path() const
     return path_;
 }
 
+Presence Modem::presence() const
+{
+    if (!path().empty())
+        return Presence::found;
+    if (denied())
+        return Presence::no_permission;
+    return tree_.has_manager() ? Presence::no_modem : Presence::no_manager;
+}
+
 std::string Modem::device() const
 {
     if (!options_.device.empty())

@@ -30,6 +30,8 @@ struct Options {
 // What must be there before something makes sense.
 enum class Needs { nothing, sim, unlocked_sim, radio, network };
 
+enum class Presence { found, no_modem, no_manager, no_permission };
+
 // Enables the modem, unless it has been switched off by set_functionality(), and asks ModemManager
 // for signal levels and the serving cell. It never sends a PIN that no verb has brought.
 class Modem final : public daemons::Modem
@@ -46,6 +48,7 @@ public:
     const Tree &tree() const { return tree_; }
     const AtPort &at_port() const { return at_port_; }
     std::string path() const; // of the modem's object, "" without one
+    Presence presence() const;
     bool denied() const { return tree_.bus().denied(); }
 
     ModemStatus status() const override;

@@ -50,6 +50,7 @@ void Tree::load()
 {
     const Reply reply =
         bus_.call({manager_path, manager, "GetManagedObjects", {}, false, reading_limit});
+    has_manager_ = reply.error == CmeError::ok;
     Objects all;
     for (const Value &entry : reply.value.item(0).items()) {
         Object &object = all[entry.item(0).text()];
@@ -66,6 +67,7 @@ void Tree::load()
 
 void Tree::clear()
 {
+    has_manager_ = false;
     {
         const std::lock_guard lock(mutex_);
         objects_.clear();

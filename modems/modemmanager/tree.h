@@ -28,6 +28,8 @@ public:
     std::string start() { return bus_.start(); }
     Bus &bus() { return bus_; }
 
+    bool has_manager() const { return has_manager_; } // whether ModemManager has answered
+
     template <class Reader>
     auto read(const Reader &reader) const
     {
@@ -67,6 +69,7 @@ private:
     std::condition_variable changed_condition_;
     Objects objects_;
     bool stopped_ = false;
+    std::atomic<bool> has_manager_ = false;
     Bus bus_; // goes first: its thread uses the others
 };
 

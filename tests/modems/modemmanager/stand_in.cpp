@@ -222,7 +222,7 @@ void Manager::serve(GDBusMessage *message)
 Answer Manager::answer_for(const std::string &path, const std::string &interface,
                            const std::string &method, const Value &arguments)
 {
-    if (method == "GetManagedObjects") {
+    if (method == "GetManagedObjects" && !methods_.contains("ObjectManager.GetManagedObjects")) {
         const Value all(listing());
         char *const text = g_variant_print(all.get(), TRUE);
         Answer answer{"", text, "(a{oa{sa{sv}}})"};

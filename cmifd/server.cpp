@@ -1,0 +1,62 @@
+#include "server.h"
+
+#include "daemons/at_daemon.h"
+#include "daemons/qmi_daemon.h"
+#include "daemons/server.h"
+#include "daemons/service_lock.h"
+#include "missing.h"
+#include "platform/host_store.h"
+#include "sandbox/leftovers.h"
+
+#include <csignal>
+#include <cstdio>
+
+namespace cmifd
+{
+namespace
+{
+
+using namespace daemons;
+
+int serve_until(const sigset_t &signals, const Options &options)
+{
+    modem_manager::Modem modem(options.modem);
+    if (const std::string failure = modem.start(); !failure.empty()) {
+        print_missing_bus(failure);
+        return 1;
+    }
+    print_what_is_missing(modem, options.modem.device);
+    Publisher publisher(modem);
+    StopFlag stop;
+    QueueLink at_link(CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY);
+    QueueLink qmi_link(CMIF_QMI_REQUEST_KEY, CMIF_QMI_REPLY_KEY);
+    AtDaemon at(modem, publisher, at_link, stop, options.modem.verbose);
+    QmiDaemon qmi(modem, publisher, qmi_link, stop, options.modem.verbose);
+    if (!at.start() || !qmi.start())
+        return 1;
+    int received = 0;
+    sigwait(&signals, &received);
+    return 0;
+}
+
+} // namespace
+
+int serve(const Options &options)
+{
+    ServiceLock at_lock(sandbox::at_service_lock, "the AT queues are");
+    ServiceLock qmi_lock(sandbox::qmi_service_lock, "the QMI queues are");
+    if (!at_lock.take() || !qmi_lock.take())
+        return 1;
+    // Two modems in one store would overwrite each other's values.
+    const std::string store = host_store_directory();
+    ServiceLock store_lock(store + "/router.lock", "the store is");
+    if (has_store_directory(store) && !store_lock.take())
+        return 1;
+    const sigset_t signals = block_termination_signals();
+    if (host_store_power_cycle() != 0)
+        return 1;
+    host_store_announce();
+    return serve_until(signals, options);
+}
+
+} // namespace cmifd
