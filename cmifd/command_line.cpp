@@ -17,6 +17,7 @@ using enum cli::Access;
 constexpr Argument serve_arguments[] = {
     {option, "device",  "SYSFS_PATH", "the modem at this place, as 'mmcli -m any' shows it under 'device'"},
     {flag,   "first",   "",           "the first modem that ModemManager finds"},
+    {flag,   "apply-address", "",     "set the address, the routes and the MTU of a connection on its interface; they go at the end"},
     {option, "at-port", "DEV",        "a serial port of the modem that ModemManager leaves alone, for what it has no way to do"},
     {flag,   "probe",   "",           "print what this modem can do for each request, and end"},
     {flag,   "verbose", "",           "print each record and each D-Bus call on standard error, with secrets masked"},
@@ -91,6 +92,7 @@ Options options_of(const cli::Arguments &given)
                               "'mmcli -L' lists the modems that ModemManager has found.");
     Options chosen;
     chosen.modem.device = given.text("device");
+    chosen.modem.apply_address = given.has("apply-address");
     chosen.modem.at_port = given.text("at-port");
     chosen.modem.verbose = given.has("verbose");
     chosen.probe = given.has("probe");

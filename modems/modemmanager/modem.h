@@ -2,6 +2,7 @@
 #ifndef MODEMS_MODEMMANAGER_MODEM_H
 #define MODEMS_MODEMMANAGER_MODEM_H
 
+#include "addresses.h"
 #include "at_port.h"
 #include "daemons/modem.h"
 #include "data_connection.h"
@@ -16,9 +17,10 @@ namespace modem_manager
 using daemons::ModemStatus;
 
 struct Options {
-    std::string bus;     // its D-Bus address; "" is the system bus
-    std::string device;  // its place in /sys; "" is the first modem that is found
-    std::string at_port; // for what ModemManager has no way to do; "" is none
+    std::string bus;            // its D-Bus address; "" is the system bus
+    std::string device;         // its place in /sys; "" is the first modem that is found
+    std::string at_port;        // for what ModemManager has no way to do; "" is none
+    bool apply_address = false; // set static addresses of a connection on its interface
     bool verbose = false;
 
     // For so long a modem that is gone keeps its last status: it leaves ModemManager for a moment
@@ -115,6 +117,7 @@ private:
     void signal_change();
     void note_connection(const View &view);
     std::optional<Time> pass_time();
+    void apply_addresses();
     std::string device() const;
 
     // What the modem is asked for by itself (modem_upkeep.cpp).
@@ -143,6 +146,7 @@ private:
     std::mutex watch_mutex_;
     std::function<void()> changed_;
     AtPort at_port_;
+    Addresses addresses_; // the clock's alone
     mutable Tree tree_;
 
     // Threads: these go first.

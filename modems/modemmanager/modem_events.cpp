@@ -95,9 +95,24 @@ ModemStatus Modem::status() const
     });
 }
 
+// A modem that is away for a moment keeps its connection, or loses it at the end of the grace.
+void Modem::apply_addresses()
+{
+    if (!options_.apply_address)
+        return;
+    const std::string device = this->device();
+    const auto settings = tree_.read([&](const Objects &objects) {
+        const View view(objects, find_modem(objects, device));
+        return view.settled() ? std::optional(ip_settings_of(view)) : std::nullopt;
+    });
+    if (settings)
+        addresses_.apply(*settings);
+}
+
 // The end of the grace, and the connection's age. Without either there is nothing to wait for.
 std::optional<Time> Modem::pass_time()
 {
+    apply_addresses();
     const Time now = Clock::now();
     std::optional<Time> next;
     bool gone = false;
@@ -117,8 +132,10 @@ std::optional<Time> Modem::pass_time()
         if (connected_)
             next = now + options_.refresh;
     }
-    if (gone)
+    if (gone) {
         tree_.bus().cancel(); // what waits for an answer of the modem that is gone
+        addresses_.apply({});
+    }
     if (gone || next)
         signal_change();
     return next;
