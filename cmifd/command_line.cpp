@@ -1,7 +1,7 @@
 #include "command_line.h"
 
 #include "cli/completion.h"
-#include "cli/usage_error.h"
+#include "cli/option_error.h"
 
 namespace cmifd
 {
