@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
 
 namespace cmif_record
 {
@@ -19,7 +20,8 @@ namespace
 class Writer
 {
 public:
-    Writer(Ring &ring, int file, const EntryLines &lines) : ring_(ring), file_(file), lines_(lines)
+    Writer(Ring &ring, int file, EntryLines lines)
+        : ring_(ring), file_(file), lines_(std::move(lines))
     {
     }
 

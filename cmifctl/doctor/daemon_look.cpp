@@ -75,7 +75,7 @@ Asked ask(const Context &context, const ChannelLook &look)
 Daemon daemon_of(const Context &context, const ChannelLook &look)
 {
     using Access = QueueLook::Access;
-    const Daemon seen = look_at_daemon(look.channel);
+    Daemon seen = look_at_daemon(look.channel);
     const bool usable =
         look.requests.access == Access::usable && look.replies.access != Access::forbidden;
     if (!usable || seen.state == DaemonState::stopped)

@@ -52,7 +52,8 @@ Call reading(Body body)
 // What isn't set is unknown; what could not be read is null already.
 Json set_or_null(const Json &text)
 {
-    return text == "" ? Json() : text;
+    const bool not_set = text.is_string() && text.get_ref<const std::string &>().empty();
+    return not_set ? Json() : text;
 }
 
 void report_profile(Context &context)
