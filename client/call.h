@@ -12,6 +12,7 @@
 
 #include "code_lock.h"
 #include "failure.h"
+#include "json.h"
 #include "request.h"
 #include "trace_filter.h"
 

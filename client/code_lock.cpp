@@ -1,6 +1,7 @@
 #include "code_lock.h"
 
 #include "failure.h"
+#include "json.h"
 #include "process.h"
 
 #include <algorithm>

@@ -2,13 +2,15 @@
 #ifndef CLIENT_FAILURE_H
 #define CLIENT_FAILURE_H
 
-#include "json.h"
-
+#include <memory>
+#include <nlohmann/json_fwd.hpp>
 #include <stdexcept>
 #include <string>
 
 namespace client
 {
+
+using Json = nlohmann::ordered_json; // json.h has its code
 
 enum class Exit {
     done,
@@ -34,18 +36,16 @@ class Failure : public std::runtime_error
 {
 public:
     Failure(Exit status, const std::string &message, std::string hint = {});
-    Failure(Exit status, const std::string &message, std::string hint, Json details);
-    Failure(const Failure &);
-    ~Failure() override;
+    Failure(Exit status, const std::string &message, std::string hint, const Json &details);
 
     Exit status() const { return status_; }
     const std::string &hint() const { return hint_; }
-    const Json &details() const { return details_; }
+    const Json &details() const { return *details_; }
 
 private:
     Exit status_;
     std::string hint_;
-    Json details_;
+    std::shared_ptr<const Json> details_;
 };
 
 // A signal that ends the program arrived while it waited.

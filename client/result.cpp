@@ -2,8 +2,7 @@
 
 #include "cmif/cmif.h"
 #include "daemons/cme_error.h"
-
-#include <nlohmann/json.hpp>
+#include "json.h"
 
 namespace client
 {
@@ -130,9 +129,10 @@ void check_qmi(const char *name, int result)
         throw Failure(Exit::other, message(name, "the request could not be sent"),
                       "'cmifctl doctor' shows what is wrong with the queue.");
     case CMIF_RECEIVE_FAILED:
-        throw Failure(Exit::other, message(name, "the answer could not be received"),
-                      "The reply is too long, or the reply queue was removed: 'cmifctl doctor' shows "
-                      "which.");
+        throw Failure(
+            Exit::other, message(name, "the answer could not be received"),
+            "The reply is too long, or the reply queue was removed: 'cmifctl doctor' shows "
+            "which.");
     case CMIF_INVALID:
         throw Failure(Exit::invalid, message(name, "no access point name (APN) is set"),
                       "Set one with 'cmifctl data profile set --apn NAME'.");

@@ -2,6 +2,7 @@
 
 #include "cmif/cmif.h"
 #include "failure.h"
+#include "json.h"
 #include "process.h"
 #include "queues.h"
 

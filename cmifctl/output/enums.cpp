@@ -1,6 +1,7 @@
 #include "enums.h"
 
 #include "cli/numbers.h"
+#include "client/json.h"
 
 #include <algorithm>
 

@@ -1,6 +1,7 @@
 #include "flat_text.h"
 
 #include "cli/numbers.h"
+#include "client/json.h"
 #include "json_text.h"
 #include "terminal_text.h"
 

@@ -1,5 +1,6 @@
 #include "json_text.h"
 
+#include "client/json.h"
 #include "terminal_text.h"
 #include "utf8.h"
 

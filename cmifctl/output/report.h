@@ -2,6 +2,7 @@
 #ifndef CMIFCTL_OUTPUT_REPORT_H
 #define CMIFCTL_OUTPUT_REPORT_H
 
+#include "client/json.h"
 #include "enums.h"
 
 #include <string>

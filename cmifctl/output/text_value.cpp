@@ -1,5 +1,6 @@
 #include "text_value.h"
 
+#include "client/json.h"
 #include "terminal_text.h"
 
 namespace cmifctl
