@@ -84,12 +84,12 @@ bool CodeLock::try_lock(int milliseconds)
     if (errno == EAGAIN || errno == EINTR)
         return false;
     const int reason = errno;
-    set_ = semaphores(); // removed by someone with the rights to do so: make it again
+    set_ = semaphores(); // another process has removed it: make it again
     if (set_ == -1 || (reason != EIDRM && reason != EINVAL))
         throw Failure(Exit::other,
                       std::string("the lock among callers can't be used: ") +
                           std::strerror(set_ == -1 ? errno : reason),
-                      "'ipcs -s' shows the system's semaphores and who owns them.");
+                      "'ipcs -s' shows the system's semaphores and their owners.");
     return false;
 }
 

@@ -2,7 +2,6 @@
 #ifndef CLIENT_PROCESS_H
 #define CLIENT_PROCESS_H
 
-#include <chrono>
 #include <string>
 #include <sys/types.h>
 

@@ -1,8 +1,8 @@
 // What a call really sends: its record, as the library hands it to the system.
 //
-// The program's own msgsnd and msgrcv stand in front of the C library's. In a child that runs a
-// call they note the record in memory that the parent shares, and keep count of the replies that
-// are still to come. Everywhere else they only pass on.
+// The program's own msgsnd and msgrcv are linked before the C library's and call them. In a child
+// that runs a call they note the record in memory that the parent shares, and keep count of the
+// replies that are still to come. Everywhere else they only pass on.
 #ifndef CLIENT_SENT_RECORD_H
 #define CLIENT_SENT_RECORD_H
 

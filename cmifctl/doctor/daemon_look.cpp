@@ -42,8 +42,8 @@ std::vector<Call> probes_of(Channel channel)
 // A call takes stale replies of its code away, waits for earlier ones and for another caller.
 bool is_free(const ChannelLook &look, client::RequestCode code)
 try {
-    const std::vector<long> lying = codes_of(look.replies.records);
-    return std::find(lying.begin(), lying.end(), code.code) == lying.end() &&
+    const std::vector<long> left = codes_of(look.replies.records);
+    return std::find(left.begin(), left.end(), code.code) == left.end() &&
            !client::lock_process(code) && client::Unanswered().count(code) == 0;
 } catch (const Failure &) {
     return false;

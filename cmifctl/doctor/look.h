@@ -17,11 +17,11 @@ namespace cmifctl
 
 using client::Channel;
 
-// A record that lay in a queue for as long as the look took.
-struct LyingRecord {
+// A record that stayed in a queue for as long as the look took.
+struct QueuedRecord {
     long code;
     std::size_t size;
-    auto operator<=>(const LyingRecord &) const = default;
+    auto operator<=>(const QueuedRecord &) const = default;
 };
 
 struct QueueLook {
@@ -29,7 +29,7 @@ struct QueueLook {
     enum class Access { missing, forbidden, usable } access = Access::missing;
     unsigned mode = 0;
     bool full = false;
-    std::vector<LyingRecord> records{};
+    std::vector<QueuedRecord> records{};
 };
 
 struct ChannelLook {
@@ -77,11 +77,11 @@ std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi);
 bool is_known(Channel channel, long code);
 
 // Codes of records, once each.
-std::vector<long> codes_of(const std::vector<LyingRecord> &records);
+std::vector<long> codes_of(const std::vector<QueuedRecord> &records);
 // "3 requests, of codes 4, 12"; `what` is one of them.
-std::string listed(const std::vector<LyingRecord> &records, const std::string &what);
-std::vector<LyingRecord> some_of(const std::vector<LyingRecord> &records,
-                                 const std::function<bool(const LyingRecord &)> &wanted);
+std::string listed(const std::vector<QueuedRecord> &records, const std::string &what);
+std::vector<QueuedRecord> some_of(const std::vector<QueuedRecord> &records,
+                                  const std::function<bool(const QueuedRecord &)> &wanted);
 
 // Whether the marker of the QMI daemon begins with "on". A FIFO is not opened.
 bool is_marked_ready();

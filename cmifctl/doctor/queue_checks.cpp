@@ -77,7 +77,7 @@ Texts checks::foreign_requests(const Look &look)
 {
     Texts texts;
     for (const ChannelLook &channel : look.channels) {
-        const auto foreign = some_of(channel.requests.records, [&](const LyingRecord &record) {
+        const auto foreign = some_of(channel.requests.records, [&](const QueuedRecord &record) {
             return !is_known(channel.channel, record.code) ||
                    record.size > payload_of(channel.channel);
         });

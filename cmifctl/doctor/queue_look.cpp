@@ -12,9 +12,9 @@ namespace cmifctl
 namespace
 {
 
-std::vector<LyingRecord> records_now(key_t key)
+std::vector<QueuedRecord> records_now(key_t key)
 {
-    std::vector<LyingRecord> records;
+    std::vector<QueuedRecord> records;
     client::peek(msgget(key, 0), [&](long type, std::string_view payload) {
         records.push_back({type, payload.size()});
     });
@@ -40,10 +40,10 @@ QueueLook look_at_queue(Channel channel, key_t key, const std::string &what)
 }
 
 // Drops what has been taken in the meantime.
-void keep_lying(QueueLook &look, key_t key)
+void keep_queued(QueueLook &look, key_t key)
 {
-    const std::vector<LyingRecord> now = records_now(key);
-    std::vector<LyingRecord> both;
+    const std::vector<QueuedRecord> now = records_now(key);
+    std::vector<QueuedRecord> both;
     std::set_intersection(look.records.begin(), look.records.end(), now.begin(), now.end(),
                           std::back_inserter(both));
     look.records = std::move(both);
@@ -67,8 +67,8 @@ std::array<ChannelLook, 2> look_at_queues()
     constexpr useconds_t while_a_record_passes = 100'000;
     usleep(while_a_record_passes);
     for (ChannelLook &look : channels) {
-        keep_lying(look.requests, client::request_key(look.channel));
-        keep_lying(look.replies, client::reply_key(look.channel));
+        keep_queued(look.requests, client::request_key(look.channel));
+        keep_queued(look.replies, client::reply_key(look.channel));
     }
     return channels;
 }

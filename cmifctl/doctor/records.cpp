@@ -14,16 +14,16 @@ bool is_known(Channel channel, long code)
     return code >= 1 && code <= last;
 }
 
-std::vector<long> codes_of(const std::vector<LyingRecord> &records)
+std::vector<long> codes_of(const std::vector<QueuedRecord> &records)
 {
     std::vector<long> codes;
-    for (const LyingRecord &record : records)
+    for (const QueuedRecord &record : records)
         if (codes.empty() || codes.back() != record.code)
             codes.push_back(record.code);
     return codes;
 }
 
-std::string listed(const std::vector<LyingRecord> &records, const std::string &what)
+std::string listed(const std::vector<QueuedRecord> &records, const std::string &what)
 {
     const std::string several =
         what.ends_with('y') ? what.substr(0, what.size() - 1) + "ies" : what + "s";
@@ -36,10 +36,10 @@ std::string listed(const std::vector<LyingRecord> &records, const std::string &w
     return text;
 }
 
-std::vector<LyingRecord> some_of(const std::vector<LyingRecord> &records,
-                                 const std::function<bool(const LyingRecord &)> &wanted)
+std::vector<QueuedRecord> some_of(const std::vector<QueuedRecord> &records,
+                                  const std::function<bool(const QueuedRecord &)> &wanted)
 {
-    std::vector<LyingRecord> some;
+    std::vector<QueuedRecord> some;
     std::copy_if(records.begin(), records.end(), std::back_inserter(some), wanted);
     return some;
 }

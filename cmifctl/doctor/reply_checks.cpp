@@ -13,14 +13,14 @@ using client::RequestCode;
 
 constexpr double lock_timeout = 1; // seconds
 
-std::vector<LyingRecord> replies_of(const ChannelLook &look, bool known)
+std::vector<QueuedRecord> replies_of(const ChannelLook &look, bool known)
 {
-    return some_of(look.replies.records, [&](const LyingRecord &record) {
+    return some_of(look.replies.records, [&](const QueuedRecord &record) {
         return is_known(look.channel, record.code) == known;
     });
 }
 
-Texts lying_replies(const Look &look, bool known, const std::string &what)
+Texts left_replies(const Look &look, bool known, const std::string &what)
 {
     Texts texts;
     for (const ChannelLook &channel : look.channels)
@@ -76,7 +76,7 @@ try {
 
 Texts checks::stale_replies(const Look &look)
 {
-    return lying_replies(look, true, "stale reply");
+    return left_replies(look, true, "stale reply");
 }
 
 void checks::take_stale_replies(const Look &look)
@@ -86,7 +86,7 @@ void checks::take_stale_replies(const Look &look)
 
 Texts checks::foreign_replies(const Look &look)
 {
-    return lying_replies(look, false, "foreign reply");
+    return left_replies(look, false, "foreign reply");
 }
 
 void checks::take_foreign_replies(const Look &look)

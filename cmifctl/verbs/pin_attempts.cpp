@@ -1,11 +1,8 @@
 #include "pin_attempts.h"
 
 #include "client/result.h"
-#include "cmif/cmif.h"
 #include "daemons/cme_error.h"
-#include "store.h"
-
-#include <array>
+#include "sim_look.h"
 
 namespace cmifctl
 {
@@ -14,56 +11,14 @@ namespace
 
 using daemons::CmeError;
 
-struct Counter {
-    const char *name;
-    const char *key;
-};
-
-// In the order of the library's array.
-constexpr std::array<Counter, 4> counters{{{"pin1", "lte_mobile_pin1c"},
-                                           {"puk1", "lte_mobile_puk1c"},
-                                           {"pin2", "lte_mobile_pin2c"},
-                                           {"puk2", "lte_mobile_puk2c"}}};
-
-// What is known of the SIM at one moment.
-struct Look {
-    Json counters;
-    std::string sim_status; // "SIM PIN"; empty when it is unknown
-};
-
-// A counter that the daemon has not published reads as 0, which would be a blocked SIM.
-int read_counters(Json &output)
-{
-    std::array<int, counters.size()> left{};
-    const int result = shared_CMIF_get_mobilePINPUKC(left.data());
-    for (std::size_t i = 0; i < counters.size(); ++i)
-        output["counters"][counters.at(i).name] =
-            is_stored(counters.at(i).key) ? Json(left.at(i)) : Json();
-    std::array<char, 8192> status{};
-    shared_CMIF_get_mobileSimStatus(status.data());
-    output["sim_status"] = status.data();
-    return result;
-}
-
-Look look_at_sim(const Context &context)
-{
-    const Json read = at_reading(
-        context, {.request = at_request("shared_CMIF_get_mobilePINPUKC", CMIF_AT_GET_PIN_COUNTERS),
-                  .body = read_counters});
-    return {read["counters"], read["sim_status"]};
-}
-
 // With --force an attempt is made without the counters, too.
-Look look_if_possible(const Context &context)
+SimLook look_if_possible(const Context &context)
 try {
     return look_at_sim(context);
 } catch (const Failure &failure) {
     if (failure.status() != Exit::other)
         throw;
-    Json unknown;
-    for (const Counter &counter : counters)
-        unknown[counter.name] = nullptr;
-    return {unknown, ""};
+    return {};
 }
 
 std::string advice(const Attempt &attempt, bool none_left)
@@ -85,7 +40,7 @@ void check_counter(const Attempt &attempt, const Json &left, bool forced)
     const std::string secret = attempt.secret;
     if (left.is_null() && !forced)
         throw Failure(Exit::other, "the attempts left for the " + secret + " are not known",
-                      unknown_counters_hint() + " Use --force to try anyway.",
+                      std::string(unknown_counters_hint) + " Use --force to try anyway.",
                       attempts(left, left));
     if (left == 0)
         throw Failure(Exit::invalid, "no attempts left for the " + secret, advice(attempt, true),
@@ -96,16 +51,16 @@ void check_counter(const Attempt &attempt, const Json &left, bool forced)
 }
 
 // A secret that the SIM has not asked for costs an attempt when it is wrong, and gains nothing.
-void check_asked(const Attempt &attempt, const Look &look, bool forced)
+void check_asked(const Attempt &attempt, const SimLook &look, bool forced)
 {
     const std::string_view asked_when = attempt.asked_when;
-    if (forced || asked_when.empty() || look.sim_status == asked_when)
+    if (forced || asked_when.empty() || look.status == asked_when)
         return;
     const std::string secret = attempt.secret;
-    const bool known = !look.sim_status.empty();
-    const Json &left = look.counters[attempt.counter];
+    const bool known = !look.status.empty();
+    const Json left = look.left(attempt.counter);
     throw Failure(known ? Exit::invalid : Exit::other,
-                  known ? "the SIM does not ask for its " + secret + " (" + look.sim_status + ")"
+                  known ? "the SIM does not ask for its " + secret + " (" + look.status + ")"
                         : "the state of the SIM is not known",
                   "Use --force to try anyway: a wrong " + secret + " uses up an attempt.",
                   attempts(left, left));
@@ -114,8 +69,8 @@ void check_asked(const Attempt &attempt, const Look &look, bool forced)
 Json check_attempt(const Context &context, const Attempt &attempt)
 {
     const bool forced = context.arguments.has("force");
-    const Look look = forced ? look_if_possible(context) : look_at_sim(context);
-    Json left = look.counters[attempt.counter];
+    const SimLook look = forced ? look_if_possible(context) : look_at_sim(context);
+    Json left = look.left(attempt.counter);
     check_counter(attempt, left, forced);
     check_asked(attempt, look, forced);
     return left;
@@ -125,7 +80,7 @@ Json check_attempt(const Context &context, const Attempt &attempt)
 Json counter_after(const Context &context, const char *counter)
 {
     try {
-        return retry_counters(context)[counter];
+        return look_at_sim(context).left(counter);
     } catch (const Failure &) {
         return nullptr;
     }
@@ -211,16 +166,6 @@ private:
 };
 
 } // namespace
-
-std::string unknown_counters_hint()
-{
-    return "The AT daemon has published none; 'cmifctl doctor' may show why.";
-}
-
-Json retry_counters(const Context &context)
-{
-    return look_at_sim(context).counters;
-}
 
 void make_attempt(Context &context, const Attempt &attempt)
 {

@@ -13,12 +13,6 @@
 namespace cmifctl
 {
 
-// The retry counters {"pin1", "puk1", "pin2", "puk2"}, which the AT daemon reads from the SIM;
-// null for one that it did not publish. Fails without
-// the daemons' store.
-Json retry_counters(const Context &context);
-std::string unknown_counters_hint();
-
 struct Attempt {
     const char *counter;    // that a wrong answer lowers
     const char *secret;     // "PIN", for messages

@@ -4,6 +4,7 @@
 #include "pin_attempts.h"
 #include "qmi_readings.h"
 #include "readings.h"
+#include "sim_look.h"
 #include "store.h"
 #include "verbs.h"
 
@@ -38,14 +39,14 @@ void sim_status(Context &context)
 
 void sim_retries(Context &context)
 {
-    const Json counters = retry_counters(context);
+    const Json counters = look_at_sim(context).counters;
     bool any = false;
     for (const auto &[counter, left] : counters.items()) {
         context.report.field("retries", {counter, left});
         any = any || !left.is_null();
     }
     if (!any)
-        throw Failure(Exit::other, "the retry counters are not known", unknown_counters_hint());
+        throw Failure(Exit::other, "the retry counters are not known", unknown_counters_hint);
 }
 
 void sim_enter_pin(Context &context)

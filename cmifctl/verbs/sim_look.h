@@ -1,0 +1,27 @@
+// The SIM's status and retry counters, as the AT daemon reads them from the SIM.
+#ifndef CMIFCTL_VERBS_SIM_LOOK_H
+#define CMIFCTL_VERBS_SIM_LOOK_H
+
+#include "cmifctl/calls.h"
+
+#include <string>
+
+namespace cmifctl
+{
+
+struct SimLook {
+    Json counters = Json::object(); // "pin1", "puk1", "pin2", "puk2"; null for one that is unknown
+    std::string status{};           // "SIM PIN"; empty when it is unknown
+
+    Json left(const char *counter) const { return counters.value(counter, Json()); }
+};
+
+// Fails without the daemons' store.
+SimLook look_at_sim(const Context &context);
+
+constexpr const char *unknown_counters_hint =
+    "The AT daemon has published none; 'cmifctl doctor' may show why.";
+
+} // namespace cmifctl
+
+#endif
