@@ -129,10 +129,4 @@ std::optional<pid_t> lock_process(RequestCode request)
     return set == -1 || !place ? std::nullopt : holder_of(set, *place);
 }
 
-std::string lock_holder(RequestCode request)
-{
-    const auto process = lock_process(request);
-    return process ? process_name(*process) : "";
-}
-
 } // namespace client

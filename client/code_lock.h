@@ -10,7 +10,6 @@
 
 #include <functional>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace client
@@ -58,8 +57,6 @@ private:
 // The process that holds the lock of a code; nothing when it is free. 0 for a process of another
 // PID namespace.
 std::optional<pid_t> lock_process(RequestCode request);
-// "process 123 (cmifctl)" for the process that holds the lock of a code; "" when it is free.
-std::string lock_holder(RequestCode request);
 
 } // namespace client
 

@@ -10,7 +10,6 @@
 #include <cstddef>
 #include <functional>
 #include <string_view>
-#include <vector>
 
 namespace client
 {

@@ -1,7 +1,6 @@
 #include "checks.h"
 #include "client/process.h"
 
-#include <functional>
 #include <unistd.h>
 
 namespace cmifctl

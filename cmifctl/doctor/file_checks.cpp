@@ -3,7 +3,6 @@
 #include "client/call.h"
 #include "cmifctl/verbs/log_files.h"
 
-#include <algorithm>
 #include <sys/stat.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
@@ -12,8 +11,6 @@ namespace cmifctl
 {
 namespace
 {
-
-constexpr const char *log_directory = "/data";
 
 bool log_is_on(const Look &look)
 {
@@ -89,15 +86,8 @@ Texts checks::unwritable_log(const Look &look)
 {
     if (!log_is_on(look))
         return {};
-    if (access(log_directory, F_OK) != 0)
-        return {"the debug log is on, and there is no directory /data"};
-    struct stat found {
-    };
-    const bool exists = stat(CMIF_LOG_FILE, &found) == 0;
-    const char *place = exists ? CMIF_LOG_FILE : log_directory;
-    if (access(place, W_OK) != 0 || (exists && S_ISDIR(found.st_mode)))
-        return {std::string("the debug log is on, and this user can't write ") + place};
-    return {};
+    const auto obstacle = log_obstacle();
+    return obstacle ? Texts{"the debug log is on, and " + obstacle->text} : Texts{};
 }
 
 Texts checks::little_space(const Look &)

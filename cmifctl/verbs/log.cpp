@@ -7,10 +7,7 @@
 #include "verbs.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <chrono>
-#include <cstring>
-#include <sys/statvfs.h>
 #include <thread>
 #include <unistd.h>
 
@@ -31,7 +28,7 @@ void switch_log(Context &context, bool on)
 }
 
 // A line of more than 128 characters, which the library writes to the file at once.
-std::string ruler(const std::string &text)
+std::string long_line(const std::string &text)
 {
     constexpr std::size_t length = 140;
     std::string line = std::string("-- [") + get_time() + "] " + text + " ";
@@ -42,21 +39,8 @@ std::string ruler(const std::string &text)
 // The library does not report that it couldn't write.
 [[noreturn]] void fail_not_written()
 {
-    constexpr const char *directory = "/data";
-    struct statvfs space {
-    };
-    if (access(directory, F_OK) != 0)
-        throw Failure(Exit::other, "the log was not written: there is no directory /data",
-                      "Create it or mount it; the log has no other place.");
-    const char *place = access(CMIF_LOG_FILE, F_OK) == 0 ? CMIF_LOG_FILE : directory;
-    if (access(place, W_OK) != 0)
-        throw Failure(Exit::other,
-                      std::string("the log was not written: can't write ") + place + ": " +
-                          std::strerror(errno),
-                      "Run it as a user who may write there.");
-    if (statvfs(directory, &space) == 0 && space.f_blocks > 0 && space.f_bavail == 0)
-        throw Failure(Exit::other, "the log was not written: /data is full",
-                      "'cmifctl log rotate' drops the oldest log; three times, all of them.");
+    if (const auto obstacle = log_obstacle())
+        throw Failure(Exit::other, "the log was not written: " + obstacle->text, obstacle->cure);
     throw Failure(Exit::other, "the log was not written: " CMIF_LOG_FILE " did not grow",
                   "'cmifctl doctor' may show why.");
 }
@@ -110,7 +94,7 @@ void log_mark(Context &context)
                                    .body =
                                        [&text](Json &) {
                                            shared_debug_lte_write_log_file("%s",
-                                                                           ruler(text).c_str());
+                                                                           long_line(text).c_str());
                                            return 0;
                                        },
                                    .logs = true});

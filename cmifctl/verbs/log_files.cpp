@@ -5,11 +5,11 @@
 #include "cmifctl/output/terminal_text.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace cmifctl
@@ -119,6 +119,29 @@ off_t log_size(const char *path)
 {
     const File file = open_log(path);
     return file ? status_of(file).st_size : 0;
+}
+
+std::optional<LogObstacle> log_obstacle()
+{
+    if (access(log_directory, F_OK) != 0)
+        return LogObstacle{"there is no directory /data",
+                           "Create it or mount it; the log has no other place."};
+    struct stat found {
+    };
+    const bool exists = stat(CMIF_LOG_FILE, &found) == 0;
+    if (exists && S_ISDIR(found.st_mode))
+        return LogObstacle{CMIF_LOG_FILE " is a directory", "Remove it: rm -r " CMIF_LOG_FILE};
+    const char *place = exists ? CMIF_LOG_FILE : log_directory;
+    if (access(place, W_OK) != 0)
+        return LogObstacle{std::string("this user can't write ") + place + ": " +
+                               std::strerror(errno),
+                           "Run it as a user who may write there."};
+    struct statvfs space {
+    };
+    if (statvfs(log_directory, &space) == 0 && space.f_blocks > 0 && space.f_bavail == 0)
+        return LogObstacle{"/data is full",
+                           "'cmifctl log rotate' drops the oldest log; three times, all of them."};
+    return std::nullopt;
 }
 
 void LogFollower::print_last(std::size_t count)

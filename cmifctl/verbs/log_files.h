@@ -6,6 +6,7 @@
 #include "cmif/cmif.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -22,6 +23,15 @@ std::vector<std::string> last_log_lines(const char *path, std::size_t count);
 
 // Its size; 0 when there is none. Fails when it is not a regular file.
 off_t log_size(const char *path);
+
+// Why a process of this user can't write the log.
+struct LogObstacle {
+    std::string text;
+    const char *cure;
+};
+std::optional<LogObstacle> log_obstacle();
+
+constexpr const char *log_directory = "/data";
 
 // Prints the current log as it grows. A rotation makes it another file.
 class LogFollower

@@ -4,7 +4,6 @@
 #include "platform/tarn_nvram_config.h"
 #include "store.h"
 
-#include <algorithm>
 #include <thread>
 
 namespace cmifctl

@@ -92,8 +92,8 @@ TEST(CodeLock, NamesTheHolderWhenTimeIsUp)
         const std::string holder = ", made by process " + std::to_string(child->process()) + " (";
         EXPECT_NE(std::string(failure.what()).find(holder), std::string::npos) << failure.what();
     }
-    EXPECT_NE(client::lock_holder(enter_pin), "");
-    EXPECT_EQ(client::lock_holder(change_pin), "");
+    EXPECT_EQ(client::lock_process(enter_pin), child->process());
+    EXPECT_EQ(client::lock_process(change_pin), std::nullopt);
 }
 
 TEST(CodeLock, GivesUpWhenThePauseThrows)

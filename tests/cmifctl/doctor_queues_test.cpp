@@ -143,7 +143,7 @@ TEST_F(Doctor, FindsAFrozenCaller)
         const client::CodeLock lock({{Channel::at, 12}}, 1, [] {});
         pause();
     });
-    while (client::lock_holder({Channel::at, 12}).empty())
+    while (!client::lock_process({Channel::at, 12}))
         usleep(1000);
     caller.signal(SIGSTOP);
     EXPECT_TRUE(caller.still_runs());
