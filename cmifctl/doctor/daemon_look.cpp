@@ -1,8 +1,6 @@
 #include "client/code_lock.h"
 #include "client/file.h"
-#include "client/process.h"
 #include "client/queues.h"
-#include "client/result.h"
 #include "client/unanswered.h"
 #include "cmif/cmif.h"
 #include "cmifctl/calls.h"

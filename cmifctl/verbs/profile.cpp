@@ -52,8 +52,7 @@ Call reading(Body body)
 // What isn't set is unknown; what could not be read is null already.
 Json set_or_null(const Json &text)
 {
-    const bool not_set = text.is_string() && text.get_ref<const std::string &>().empty();
-    return not_set ? Json() : text;
+    return text.is_string() ? text_or_null(text) : text;
 }
 
 void report_profile(Context &context)
