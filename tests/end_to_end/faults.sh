@@ -143,30 +143,3 @@ heal
     exits 0 cmif-sim ctl fault qmi ready
     exits 0 cmifctl doctor
 }
-
-# The modem.
-exits 0 cmif-sim ctl coverage none
-exits 0 cmifctl network show
-shows 'registration: searching'
-exits 0 cmif-sim ctl coverage full
-exits 0 cmif-sim ctl deny 15
-exits 0 cmifctl network show
-shows 'registration: denied'
-exits 0 cmif-sim ctl allow
-exits 0 cmif-sim ctl sim remove
-exits 4 cmifctl sim retries
-complains 'SIM not inserted (10)'
-exits 0 cmif-sim ctl sim insert
-exits 0 cmif-sim ctl state connected
-exits 0 cmif-sim ctl connection drop
-exits 0 cmifctl data status
-shows 'last error: no_network_service'
-exits 0 cmif-sim ctl state locked
-exits 0 cmif-sim ctl pin-tries 1
-echo 0000 >"$work/pin"
-# shellcheck disable=SC2016 # for the inner shell
-exits 5 sh -c 'cmifctl sim enter-pin - <"$1"' sh "$work/pin"
-complains 'only one attempt left for the PIN'
-exits 0 cmif-sim ctl modem reset 20s
-exits 4 cmifctl sim retries
-complains 'no modem (201)'
