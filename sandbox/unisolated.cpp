@@ -18,6 +18,8 @@ namespace sandbox
 namespace
 {
 
+constexpr const char *supervisor_name = "cmif-supervisor"; // as long as the system allows
+
 volatile std::sig_atomic_t worker_process = 0;
 
 extern "C" void kill_worker(int)
@@ -80,13 +82,16 @@ try {
 
 } // namespace
 
-// In a process of its own, since it handles signals and becomes the parent of orphans.
+// In a process of its own, since it handles signals and becomes the parent of orphans. Its name is
+// another than the program's, so that it stays to clean up when all processes of that name are
+// killed at once.
 int run_unisolated(const Work &work, const InterruptsIgnored &interrupts, Lock lock)
 {
     const pid_t caller = getpid();
     const pid_t init = fork();
     if (init == 0) {
         end_with_parent(caller, SIGTERM);
+        prctl(PR_SET_NAME, supervisor_name);
         setenv(sandbox_variable, lock_is_held, 1);
         _exit(unisolated_init(work, interrupts, lock));
     }

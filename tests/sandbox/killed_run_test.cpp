@@ -2,10 +2,13 @@
 #include "tests/support/sandbox_fixture.h"
 
 #include <csignal>
+#include <iterator>
 #include <sched.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/wait.h>
+#include <vector>
 
 namespace
 {
@@ -22,13 +25,23 @@ std::string mark_path()
     return "/tmp/cmif-sim-run-" + std::to_string(geteuid());
 }
 
-pid_t only_child_of(pid_t process)
+std::vector<pid_t> children_of(pid_t process)
 {
     const std::string number = std::to_string(process);
     std::ifstream children("/proc/" + number + "/task/" + number + "/children");
-    pid_t child = 0;
-    children >> child;
-    return child;
+    return {std::istream_iterator<pid_t>(children), {}};
+}
+
+pid_t only_child_of(pid_t process)
+{
+    return children_of(process).at(0);
+}
+
+std::string name_of(pid_t process)
+{
+    std::string name;
+    std::getline(std::ifstream("/proc/" + std::to_string(process) + "/comm"), name);
+    return name;
 }
 
 class KilledRun : public Sandbox
@@ -76,6 +89,32 @@ TEST_F(KilledRun, WithItsWholeProcessGroupStillCleansUp)
 {
     start(start_daemon);
     ASSERT_EQ(kill(-launcher_, SIGKILL), 0);
+    reap();
+    EXPECT_EQ(pipe_.rest(), "");
+    EXPECT_EQ(run([] { return has_queue(request_queue) ? 1 : 0; }), 0);
+    EXPECT_EQ(said_, "");
+}
+
+// As by killall -9, which takes a program by its name.
+TEST_F(KilledRun, WithAllOfItsNameStillCleansUp)
+{
+    start([] {
+        if (fork() == 0) {
+            prctl(PR_SET_NAME, "background");
+            setsid();
+            for (;;)
+                pause();
+        }
+    });
+    const std::string own = name_of(getpid());
+    std::vector<pid_t> all{launcher_};
+    for (std::size_t i = 0; i < all.size(); ++i)
+        for (const pid_t child : children_of(all[i]))
+            all.push_back(child);
+    EXPECT_EQ(all.size(), 4U); // the launcher, what watches over it, the work, the background
+    for (const pid_t process : all)
+        if (name_of(process) == own)
+            kill(process, SIGKILL);
     reap();
     EXPECT_EQ(pipe_.rest(), "");
     EXPECT_EQ(run([] { return has_queue(request_queue) ? 1 : 0; }), 0);
