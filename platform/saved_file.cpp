@@ -23,10 +23,12 @@ std::string saved_path()
 
 Saved read_saved()
 {
-    const File file(saved_path(), O_RDONLY);
+    const File file(saved_path(), O_RDONLY | O_NOFOLLOW);
     if (!file.is_open() && errno == ENOENT)
         return {};
     std::string text;
+    if (!file.is_open() && errno == ELOOP)
+        return {{}, "a symbolic link, which no save makes"};
     if (!file.is_open())
         return {{}, std::strerror(errno)};
     if (!file.is_readable_file())

@@ -107,4 +107,26 @@ TEST_F(HostStoreDatabase, IsNotExtendedByOpeningIt)
     EXPECT_EQ(fs::file_size(database()), size);
 }
 
+// Another user may have put it there, to a file that only this one may read.
+class HostStoreLinked : public HostStoreErrors
+{
+};
+
+TEST_F(HostStoreLinked, SavedConfigurationIsNotRead)
+{
+    const fs::path other = top() / "other";
+    write(other, "secret=1234\n");
+    fs::create_directories(store());
+    fs::create_symlink(other, saved());
+    EXPECT_EQ(get("secret"), "");
+    host_store_list_saved([](const char *key, const char *, void *) { ADD_FAILURE() << key; },
+                          nullptr);
+    expect_error_with("saved.conf: a symbolic link, which no save makes: this is skipped;");
+    EXPECT_EQ(set("key", "value"), 0);
+    EXPECT_EQ(tarnNvramConfig_save(), 0);
+    EXPECT_TRUE(fs::is_regular_file(fs::symlink_status(saved())));
+    EXPECT_TRUE(fs::is_symlink(saved().string() + ".damaged-1"));
+    EXPECT_EQ(read(other), "secret=1234\n");
+}
+
 } // namespace
