@@ -88,10 +88,27 @@ void Ring::unmap(Ring *ring)
     munmap(ring, sizeof(Ring));
 }
 
-long long Ring::now() const
+// For the holder of the lock.
+long long Ring::time() const
 {
-    const long long set = set_time_;
-    return set == real_time ? nanoseconds(monotonic()) - start_ : set;
+    return set_time_ == real_time ? nanoseconds(monotonic()) - start_ : set_time_;
+}
+
+long long Ring::now()
+{
+    const bool locked = lock();
+    const long long now = time();
+    if (locked)
+        pthread_mutex_unlock(&mutex_);
+    return now;
+}
+
+void Ring::set_time(long long time)
+{
+    if (!lock())
+        return;
+    set_time_ = time;
+    pthread_mutex_unlock(&mutex_);
 }
 
 // Not without a limit: a process may have been stopped while it has the mutex.
@@ -111,10 +128,10 @@ bool Ring::lock()
 void Ring::put(std::string_view bytes)
 {
     while (!bytes.empty()) {
-        const auto offset = static_cast<std::size_t>(end_ % capacity);
+        const std::uint32_t offset = end_ % capacity;
         const std::string_view part = bytes.substr(0, capacity - offset);
         std::memcpy(bytes_ + offset, part.data(), part.size());
-        end_ += part.size();
+        end_ += static_cast<std::uint32_t>(part.size());
         bytes.remove_prefix(part.size());
     }
 }
@@ -122,9 +139,9 @@ void Ring::put(std::string_view bytes)
 bool Ring::append_now(Head &head, std::string_view name, std::string_view text)
 {
     end_ = appended_;
-    if (sizeof head + name.size() + text.size() > capacity - (end_ - written_))
+    if (sizeof head + name.size() + text.size() > capacity - std::uint32_t{end_ - written_})
         return false;
-    head.entry.time = now();
+    head.entry.time = time();
     put(bytes_of(&head, sizeof head));
     put(name);
     put(text);
@@ -152,15 +169,16 @@ void Ring::append(Entry entry, std::string_view name, std::string_view text)
 
 void Ring::wait_until_written() const
 {
-    const std::uint64_t end = appended_;
-    for (long waited = 0; waited < patience_ms && written_ < end; ++waited)
+    const std::uint32_t end = appended_;
+    const auto is_written = [&] { return static_cast<std::int32_t>(written_ - end) >= 0; };
+    for (long waited = 0; waited < patience_ms && !is_written(); ++waited)
         pause_1_ms();
 }
 
-void Ring::copy(std::uint64_t position, char *to, std::size_t size) const
+void Ring::copy(std::uint32_t position, char *to, std::size_t size) const
 {
-    const auto offset = static_cast<std::size_t>(position % capacity);
-    const std::size_t first = std::min(size, capacity - offset);
+    const std::uint32_t offset = position % capacity;
+    const std::size_t first = std::min<std::size_t>(size, capacity - offset);
     std::memcpy(to, bytes_ + offset, first);
     std::memcpy(to + first, bytes_, size - first);
 }
@@ -169,7 +187,7 @@ void Ring::copy(std::uint64_t position, char *to, std::size_t size) const
 // that is there is lost.
 bool Ring::take(Item &item)
 {
-    const std::uint64_t available = appended_ - taken_;
+    const std::uint32_t available = appended_ - taken_;
     if (available == 0)
         return false;
     alignas(Head) char bytes[sizeof(Head)];
@@ -186,9 +204,10 @@ bool Ring::take(Item &item)
     item.entry = head.entry;
     item.name.resize(head.name_size);
     item.text.resize(head.text_size);
-    copy(taken_ + sizeof head, item.name.data(), item.name.size());
-    copy(taken_ + sizeof head + item.name.size(), item.text.data(), item.text.size());
-    taken_ += size;
+    const std::uint32_t name = taken_ + sizeof head, text = name + head.name_size;
+    copy(name, item.name.data(), item.name.size());
+    copy(text, item.text.data(), item.text.size());
+    taken_ = text + head.text_size;
     return true;
 }
 
