@@ -53,6 +53,13 @@ void Messages::mark_all_read()
         message.unread = false;
 }
 
+void Messages::mark_read(int index)
+{
+    for (Message &message : all_)
+        if (message.index == index)
+            message.unread = false;
+}
+
 void Messages::send(std::string sender, std::string time, std::string text)
 {
     waiting_.push_back({0, true, std::move(sender), std::move(time), std::move(text)});

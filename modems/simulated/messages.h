@@ -27,6 +27,7 @@ public:
     CmeError remove(int index, DeleteFlag flag);
 
     void mark_all_read();
+    void mark_read(int index);
 
     // Sends a message to the modem: it waits until deliver(), which stores as many as there is
     // room for, each at the lowest free index.

@@ -101,6 +101,12 @@ void Modem::happen(const std::function<void(ModemState &, Time)> &action)
     signal_change();
 }
 
+void Modem::inspect(const std::function<void(const ModemState &, Time)> &look) const
+{
+    const std::lock_guard lock(mutex_);
+    look(state_, clock_.now());
+}
+
 void Modem::fall_silent(std::chrono::milliseconds time)
 {
     const std::lock_guard lock(mutex_);

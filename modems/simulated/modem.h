@@ -27,6 +27,9 @@ public:
     // passed on.
     void happen(const std::function<void(ModemState &state, Time now)> &action);
 
+    // Reads the state, which `look` must not keep. Nothing is signalled.
+    void inspect(const std::function<void(const ModemState &state, Time now)> &look) const;
+
     // For this time no verb is answered and status() doesn't change.
     void fall_silent(std::chrono::milliseconds time);
 

@@ -25,6 +25,7 @@ public:
     void bind(std::string_view network);
     void release() { locked_ = false; }
 
+    bool locked() const { return locked_; }
     bool rejects(std::string_view sim_network) const { return locked_ && network_ != sim_network; }
     int attempts() const { return attempts_; }
 

@@ -1,41 +1,11 @@
 #include "sms_text.h"
 
+#include "gsm_alphabet.h"
+
 namespace simulated
 {
 namespace
 {
-
-constexpr std::u32string_view gsm_alphabet =
-    U"@£$¥èéùìòÇ\nØø\rÅåΔ_ΦΓΛΩΠΨΣΘΞÆæßÉ !\"#¤%&'()*+,-./0123456789:;<=>?¡"
-    U"ABCDEFGHIJKLMNOPQRSTUVWXYZÄÖÑÜ§¿abcdefghijklmnopqrstuvwxyzäöñüà";
-constexpr std::u32string_view gsm_extension = U"\f^{}\\[~]|€"; // takes two places each
-
-struct Character {
-    char32_t code = 0;
-    std::size_t bytes = 0; // 0 for what is no character
-};
-
-// The range excludes longer forms of shorter characters, halves of surrogate pairs, and numbers
-// that are beyond Unicode.
-Character first_of(std::string_view text)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-    if (byte(0) < 0x80)
-        return {byte(0), 1};
-    const std::size_t size = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
-    if (byte(0) < 0xc0 || byte(0) >= 0xf8 || text.size() < size)
-        return {};
-    char32_t code = byte(0) & (0x7fU >> size);
-    for (std::size_t i = 1; i < size; ++i) {
-        if ((byte(i) & 0xc0) != 0x80)
-            return {};
-        code = code << 6 | (byte(i) & 0x3fU);
-    }
-    constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    const bool surrogate = code >= 0xd800 && code < 0xe000;
-    return code < smallest[size] || surrogate || code > 0x10ffff ? Character{}
-                                                                 : Character{code, size};
-}
 
 std::size_t gsm_places(char32_t code)
 {
@@ -81,6 +51,28 @@ std::vector<std::string> divide(std::string_view text, std::size_t (*places)(cha
 }
 
 } // namespace
+
+// The range excludes longer forms of shorter characters, halves of surrogate pairs, and numbers
+// that are beyond Unicode.
+Character first_of(std::string_view text)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+    if (byte(0) < 0x80)
+        return {byte(0), 1};
+    const std::size_t size = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
+    if (byte(0) < 0xc0 || byte(0) >= 0xf8 || text.size() < size)
+        return {};
+    char32_t code = byte(0) & (0x7fU >> size);
+    for (std::size_t i = 1; i < size; ++i) {
+        if ((byte(i) & 0xc0) != 0x80)
+            return {};
+        code = code << 6 | (byte(i) & 0x3fU);
+    }
+    constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    const bool surrogate = code >= 0xd800 && code < 0xe000;
+    return code < smallest[size] || surrogate || code > 0x10ffff ? Character{}
+                                                                 : Character{code, size};
+}
 
 std::optional<std::size_t> find_no_utf8(std::string_view text)
 {
