@@ -1,0 +1,33 @@
+// The simulated modem as a modem with AT ports.
+#ifndef MODEMS_AT_FRONT_FRONT_H
+#define MODEMS_AT_FRONT_FRONT_H
+
+#include "port.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace at_front
+{
+
+class Front
+{
+public:
+    // The modem must outlive this. Throws std::system_error.
+    Front(simulated::Modem &modem, std::size_t ports);
+    ~Front();
+    Front(const Front &) = delete;
+    Front &operator=(const Front &) = delete;
+
+    // Of the pseudo-terminals.
+    std::vector<std::string> paths() const;
+
+private:
+    Device device_;
+    std::vector<std::unique_ptr<Port>> ports_;
+};
+
+} // namespace at_front
+
+#endif
