@@ -64,6 +64,7 @@ constexpr Argument recording{required, "recording", "FILE", "what cmif-record or
 
 constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets, command};
 constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets};
+constexpr Argument modem_arguments[] = {seed, pace, state, script, clock_};
 constexpr Argument ctl_arguments[]   = {box, line};
 constexpr Argument status_arguments[] = {box, json};
 constexpr Argument enter_arguments[] = {box, command};
@@ -83,6 +84,9 @@ constexpr const char *ctl_details =
     "The exit status is 1 if a command fails, and 2 if a line is wrong.";
 constexpr const char *enter_details =
     "The program has the message queues, processes, /tmp, /data and store of that router, and ends with it.";
+constexpr const char *at_modem_details =
+    "Prints the names of its two ports, pseudo-terminals, one on each line, and serves them until stopped by SIGTERM or SIGINT. "
+    "They speak the AT commands of 3GPP TS 27.007 and 27.005, messages as PDUs.";
 constexpr const char *replay_details =
     "A request gets the next recorded reply for its code and fields, after the recorded delay, and what the daemons set before that reply is set before it. "
     "A request that was not recorded is answered with not_supported, and named on standard error.";
@@ -95,6 +99,7 @@ constexpr cli::Command commands[] = {
     {"status",     "show what a running router does",                reads, "",                   status_arguments},
     {"enter",      "run a program, or a shell, beside a running router", acts, "-- cmifctl status", enter_arguments, enter_details},
     {"replay",     "run a program, or a shell, beside daemons that answer as recorded", acts, "trouble.jsonl -- cmifctl status", replay_arguments, replay_details},
+    {"at-modem",   "serve AT ports of a simulated modem until stopped", acts, "--state registered", modem_arguments, at_modem_details},
     {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},
     {"manual",     "print the manual page, for man -l -",            acts,  ""},
     {"complete",   "list what may follow on a command line, for shells", acts, "-- run --s",      cli::complete_arguments},

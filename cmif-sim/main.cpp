@@ -1,3 +1,4 @@
+#include "at_modem.h"
 #include "cli/about.h"
 #include "cli/help.h"
 #include "cli/usage_error.h"
@@ -35,8 +36,12 @@ int run_line(const cli::Line &line)
         return print_status(chosen_box(line.arguments), line.arguments.has("json"));
     if (line.path == "enter")
         return enter(chosen_box(line.arguments), line.arguments.all("command"));
-    const ServerOptions options = server_options(line.arguments);
+    ServerOptions options = server_options(line.arguments);
+    if (line.path == "at-modem")
+        options.store = false;
     check_scenario(options);
+    if (line.path == "at-modem")
+        return serve_at_modem(options);
     return line.path == "serve" ? serve(options, -1) : run(options, line.arguments.all("command"));
 }
 

@@ -2,14 +2,12 @@
 
 #include "boxes.h"
 #include "cmif-record/hooks.h"
-#include "command_lines.h"
-#include "control.h"
 #include "daemons/server.h"
 #include "daemons/service_lock.h"
 #include "platform/host_store.h"
 #include "replay_server.h"
 #include "sandbox/leftovers.h"
-#include "simulation.h"
+#include "service.h"
 
 #include <csignal>
 #include <cstdio>
@@ -30,33 +28,6 @@ void notify_ready(int fd)
 {
     if (fd >= 0 && write(fd, "", 1) != 1)
         std::perror("cmif-sim: cannot report readiness");
-}
-
-// A program in a box of its own does not see the socket that was made outside it.
-std::vector<int> listening(const ServerOptions &options, std::optional<BoxSocket> &own)
-{
-    if (options.control == -1 || access(options.control_path, F_OK) != 0)
-        own.emplace();
-    std::vector<int> files{options.control, own ? own->file() : -1};
-    std::erase(files, -1);
-    return files;
-}
-
-int serve_until(const sigset_t &signals, const ServerOptions &options, int ready_fd)
-{
-    Simulation simulation(options);
-    if (!simulation.start())
-        return 1;
-    std::optional<BoxSocket> socket;
-    const ControlServer control(listening(options, socket),
-                                {[&simulation](const std::string &lines) {
-                                     return run_lines(simulation.commands(), lines);
-                                 },
-                                 [&simulation] { return simulation.status(); }});
-    notify_ready(ready_fd);
-    int received = 0;
-    sigwait(&signals, &received);
-    return 0;
 }
 
 } // namespace
@@ -83,7 +54,11 @@ try {
     }
     if (options.record)
         cmif_record::record_to(*options.record);
-    return serve_until(signals, options, ready_fd);
+    Simulation simulation(options);
+    if (!simulation.start())
+        return 1;
+    serve_commands(simulation, options, signals, [ready_fd] { notify_ready(ready_fd); });
+    return 0;
 } catch (const std::exception &error) {
     std::fprintf(stderr, "cmif-sim: %s\n", error.what());
     return 1;

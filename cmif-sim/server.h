@@ -5,9 +5,16 @@
 
 #include "cmif-record/reader.h"
 #include "cmif-record/recording.h"
+#include "scenario/command.h"
 
+#include <functional>
 #include <memory>
 #include <string>
+
+namespace simulated
+{
+class Modem;
+}
 
 namespace cmif_sim
 {
@@ -16,6 +23,7 @@ struct ServerOptions {
     bool verbose = false; // print each record on standard error
     bool at = true;       // run the AT daemon
     bool qmi = true;      // run the QMI daemon
+    bool store = true;    // publish what the modem does in the configuration store
     double pace = 1.0;    // factor on all simulated durations
     unsigned seed = 1;    // of the drifting signal
 
@@ -23,6 +31,9 @@ struct ServerOptions {
     std::string state;         // the modem's at the start, as the command "state" has it
     std::string scenario_name; // for messages
     std::string scenario;      // its text
+
+    // What else can happen to the modem, as it is connected to a computer.
+    std::function<scenario::Commands(simulated::Modem &modem)> further_commands{};
 
     // The socket on which the program that started this router takes commands for it: a file that
     // listens, or -1, and its path.

@@ -32,7 +32,12 @@ Commands scenario_commands(simulated::Modem &modem, Channel &at, Channel &qmi,
                            const ServerOptions &options)
 {
     Commands commands = simulated::modem_commands(modem);
-    commands.push_back(fault_command({options.at ? &at : nullptr, options.qmi ? &qmi : nullptr}));
+    if (options.store)
+        commands.push_back(
+            fault_command({options.at ? &at : nullptr, options.qmi ? &qmi : nullptr}));
+    if (options.further_commands)
+        for (Command &command : options.further_commands(modem))
+            commands.push_back(std::move(command));
     return commands;
 }
 
@@ -94,13 +99,18 @@ Simulation::~Simulation()
     qmi_channel_.stop();
 }
 
-bool Simulation::start()
+bool Simulation::start_daemons()
 {
     publisher_.emplace(modem_);
     at_.emplace(modem_, *publisher_, at_channel_, stop_, options_.verbose);
     qmi_.emplace(modem_, *publisher_, qmi_channel_, stop_, options_.verbose);
+    return (!options_.at || at_->start()) && (!options_.qmi || qmi_->start());
+}
+
+bool Simulation::start()
+{
     modem_.watch_events([this](std::string_view name) { event(name); });
-    if ((options_.at && !at_->start()) || (options_.qmi && !qmi_->start()))
+    if (options_.store && !start_daemons())
         return false;
     if (!options_.state.empty()) {
         Words words("state " + options_.state);

@@ -30,10 +30,12 @@ public:
     // line on standard error, when a daemon can't be started.
     bool start();
 
+    simulated::Modem &modem() { return modem_; }
     const scenario::Commands &commands() const { return commands_; }
     BoxStatus status() const;
 
 private:
+    bool start_daemons();
     void event(std::string_view name);
 
     const ServerOptions &options_;

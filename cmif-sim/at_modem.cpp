@@ -1,0 +1,29 @@
+#include "at_modem.h"
+
+#include "daemons/server.h"
+#include "modems/at_front/front.h"
+#include "service.h"
+
+#include <cstdio>
+
+namespace cmif_sim
+{
+
+int serve_at_modem(ServerOptions options)
+{
+    constexpr std::size_t ports = 2;
+    options.at = options.qmi = options.store = false;
+    const sigset_t signals = daemons::block_termination_signals();
+    Simulation simulation(options);
+    if (!simulation.start())
+        return 1;
+    const at_front::Front front(simulation.modem(), ports);
+    serve_commands(simulation, options, signals, [&front] {
+        for (const std::string &path : front.paths())
+            std::puts(path.c_str());
+        std::fflush(stdout);
+    });
+    return 0;
+}
+
+} // namespace cmif_sim

@@ -1,0 +1,16 @@
+// The simulated modem for programs that speak AT.
+#ifndef CMIF_SIM_AT_MODEM_H
+#define CMIF_SIM_AT_MODEM_H
+
+#include "server.h"
+
+namespace cmif_sim
+{
+
+// Prints the names of its ports, and serves them until SIGTERM or SIGINT. Returns the exit status:
+// 0, or 1 when it can't start.
+int serve_at_modem(ServerOptions options);
+
+} // namespace cmif_sim
+
+#endif
