@@ -90,7 +90,7 @@ TEST(SmsPdu, OfATerminalIsRead)
     ASSERT_TRUE(other);
     EXPECT_EQ(other->text, "é☕");
     // With a header.
-    const auto part = parse_submit("0041000B912120550501F000000D050003070201D06536FB0D", 24);
+    const auto part = parse_submit("0041000B912120550501F000000C050003070201D06536FB0D", 24);
     ASSERT_TRUE(part);
     EXPECT_EQ(part->text, "hello");
 }
