@@ -8,8 +8,9 @@ namespace scenario
 namespace
 {
 
-constexpr std::string_view names[] = {"registered", "unregistered", "connected",   "disconnected",
-                                      "sim-ready",  "searching",    "search-done", "sms"};
+constexpr std::string_view names[] = {
+    "registered", "unregistered", "connected", "disconnected", "sim-ready",
+    "searching",  "search-done",  "sms",       "down",         "up"};
 constexpr std::string_view requests[] = {"request", "qmi-request"}; // each with a code
 
 bool has(std::span<const std::string_view> list, const std::string &name)

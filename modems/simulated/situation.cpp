@@ -6,7 +6,10 @@ namespace simulated
 Situation situation_of(const ModemState &state)
 {
     return {!state.down() && state.sim_status() == SimStatus::ready,
-            state.network.serving() != nullptr, state.searching(), state.connection.state(),
+            state.network.serving() != nullptr,
+            state.searching(),
+            state.down(),
+            state.connection.state(),
             state.messages.delivered()};
 }
 
@@ -17,6 +20,8 @@ std::vector<std::string_view> events_between(const Situation &before, const Situ
         bool happened;
         std::string_view name;
     } events[] = {
+        {!before.down && after.down, "down"},
+        {before.down && !after.down, "up"},
         {!before.sim_ready && after.sim_ready, "sim-ready"},
         {!before.registered && after.registered, "registered"},
         {before.registered && !after.registered, "unregistered"},

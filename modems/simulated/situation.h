@@ -10,7 +10,7 @@ namespace simulated
 {
 
 struct Situation {
-    bool sim_ready = false, registered = false, searching = false;
+    bool sim_ready = false, registered = false, searching = false, down = false;
     daemons::ConnectionState connection = daemons::ConnectionState::disconnected;
     unsigned messages = 0; // delivered so far
 };

@@ -68,13 +68,14 @@ TEST(Script, HasAMomentForEachCommand)
 
 TEST(Script, ReportsEverythingThatIsWrong)
 {
-    EXPECT_EQ(errors_of("say fine\nsya x\nat 5 say x\n  every 1ms say x\nwhen rain say x\n"),
-              "f:2:1: a command is one of: say, not 'sya'\n"
-              "f:3:4: the time is a number with its unit: 250ms, 1.5s, 2min; at most 1440min, not "
-              "'5'\n"
-              "f:4:9: the time between two is at least 10ms, not '1ms'\n"
-              "f:5:6: the event is one of: registered, unregistered, connected, disconnected, "
-              "sim-ready, searching, search-done, sms, request N, qmi-request N, not 'rain'");
+    EXPECT_EQ(
+        errors_of("say fine\nsya x\nat 5 say x\n  every 1ms say x\nwhen rain say x\n"),
+        "f:2:1: a command is one of: say, not 'sya'\n"
+        "f:3:4: the time is a number with its unit: 250ms, 1.5s, 2min; at most 1440min, not "
+        "'5'\n"
+        "f:4:9: the time between two is at least 10ms, not '1ms'\n"
+        "f:5:6: the event is one of: registered, unregistered, connected, disconnected, "
+        "sim-ready, searching, search-done, sms, down, up, request N, qmi-request N, not 'rain'");
 }
 
 TEST(Script, MissesWhatALineLacks)
