@@ -3,7 +3,7 @@
 namespace at_front
 {
 
-Device::Device(simulated::Modem &modem) : modem_(modem)
+Device::Device(simulated::Modem &modem, std::string model) : modem_(modem), model_(std::move(model))
 {
     start_ = look([](const ModemState &, Time now) { return now; });
     modem_.watch([this] {

@@ -28,12 +28,14 @@ struct Credentials {
 class Device
 {
 public:
-    explicit Device(simulated::Modem &modem);
+    // `model` is what +CGMM answers.
+    explicit Device(simulated::Modem &modem, std::string model = ModemState::hardware);
     ~Device(); // no thread waits any more
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
 
     simulated::Modem &modem() { return modem_; }
+    const std::string &model() const { return model_; }
     daemons::ModemStatus status() const { return modem_.status(); }
 
     // What `read` makes of the state.
@@ -74,6 +76,7 @@ public:
 
 private:
     simulated::Modem &modem_;
+    std::string model_;
     Time start_{};
     mutable std::mutex mutex_; // of all below
     std::condition_variable changed_;

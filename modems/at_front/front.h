@@ -15,7 +15,7 @@ class Front
 {
 public:
     // The modem must outlive this. Throws std::system_error.
-    Front(simulated::Modem &modem, std::size_t ports);
+    Front(simulated::Modem &modem, std::size_t ports, std::string model = ModemState::hardware);
     ~Front();
     Front(const Front &) = delete;
     Front &operator=(const Front &) = delete;

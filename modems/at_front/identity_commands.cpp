@@ -13,9 +13,9 @@ Answer show_manufacturer(Call &)
     return line(manufacturer);
 }
 
-Answer show_model(Call &)
+Answer show_model(Call &call)
 {
-    return line(ModemState::hardware);
+    return line(call.device.model());
 }
 
 Answer show_revision(Call &)
@@ -28,10 +28,9 @@ Answer show_serial_number(Call &)
     return line(ModemState::imei);
 }
 
-Answer show_all(Call &)
+Answer show_all(Call &call)
 {
-    return {{"Manufacturer: " + std::string(manufacturer),
-             "Model: " + std::string(ModemState::hardware),
+    return {{"Manufacturer: " + std::string(manufacturer), "Model: " + call.device.model(),
              "Revision: " + std::string(ModemState::firmware),
              "IMEI: " + std::string(ModemState::imei), "+GCAP: +CGSM"}};
 }

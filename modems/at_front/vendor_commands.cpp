@@ -55,6 +55,11 @@ Answer set_radio_access(Call &call)
     return ended(call.device.modem().set_search_mode(mode));
 }
 
+Answer read_bands(Call &)
+{
+    return line("+UBANDSEL: 800,900,1800,2100,2600"); // those that the cells in reach use
+}
+
 Answer read_usb_profile(Call &)
 {
     return line("+UUSBCONF: 3,\"RNDIS\",,\"0xffff\"");
@@ -81,6 +86,7 @@ constexpr Command rows[] = {
     // name       test              read                  set               execute
     {"+UPINCNT",  "",               nullptr,              nullptr,          show_attempts},
     {"+URAT",     "(0-6),(0,2,3)",  read_radio_access,    set_radio_access, nullptr},
+    {"+UBANDSEL", "",               read_bands,           nullptr,          nullptr},
     {"+UUSBCONF", "",               read_usb_profile,     nullptr,          nullptr},
     {"+UBMCONF",  "(1-2)",          read_networking_mode, nullptr,          nullptr},
     {"+UIPADDR",  "",               nullptr,              show_interface,   nullptr},
