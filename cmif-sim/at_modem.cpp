@@ -9,10 +9,15 @@
 namespace cmif_sim
 {
 
-int serve_at_modem(ServerOptions options)
+ServerOptions at_modem_options(ServerOptions options)
+{
+    options.at = options.qmi = options.store = false;
+    return options;
+}
+
+int serve_at_modem(const ServerOptions &options)
 {
     constexpr std::size_t ports = 2;
-    options.at = options.qmi = options.store = false;
     const sigset_t signals = daemons::block_termination_signals();
     Simulation simulation(options);
     if (!simulation.start())

@@ -7,9 +7,12 @@
 namespace cmif_sim
 {
 
+// Without daemons.
+ServerOptions at_modem_options(ServerOptions options);
+
 // Prints the names of its ports, and serves them until SIGTERM or SIGINT. Returns the exit status:
 // 0, or 1 when it can't start.
-int serve_at_modem(ServerOptions options);
+int serve_at_modem(const ServerOptions &options);
 
 } // namespace cmif_sim
 

@@ -62,9 +62,12 @@ constexpr Argument record  {option, "record",  "FILE",   "write what the daemons
 constexpr Argument secrets {flag,   "with-secrets", "",  "keep secrets and identities in the recording as they are"};
 constexpr Argument recording{required, "recording", "FILE", "what cmif-record or --record has written"};
 
+constexpr Argument log_all {flag,   "verbose", "",       "have ModemManager log all that it exchanges with the modem"};
+
 constexpr Argument run_arguments[]   = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets, command};
 constexpr Argument serve_arguments[] = {verbose, seed, pace, state, script, clock_, no_at, no_qmi, no_both, record, secrets};
 constexpr Argument modem_arguments[] = {seed, pace, state, script, clock_};
+constexpr Argument usb_arguments[]   = {log_all, seed, pace, state, script, clock_, command};
 constexpr Argument ctl_arguments[]   = {box, line};
 constexpr Argument status_arguments[] = {box, json};
 constexpr Argument enter_arguments[] = {box, command};
@@ -87,6 +90,10 @@ constexpr const char *enter_details =
 constexpr const char *at_modem_details =
     "Prints the names of its two ports, pseudo-terminals, one on each line, and serves them until stopped by SIGTERM or SIGINT. "
     "They speak the AT commands of 3GPP TS 27.007 and 27.005, messages as PDUs.";
+constexpr const char *usb_details =
+    "This computer's ModemManager runs in the box, on a D-Bus of its own, and finds a USB modem with two AT ports and a network interface. "
+    "The program starts when ModemManager shows the modem. It has its own network, in which 192.0.2.1 answers while there is a connection, and what a program of run has. "
+    "ModemManager's log is /tmp/cmif-sim-usb/ModemManager.log in the box. The exit status is the program's.";
 constexpr const char *replay_details =
     "A request gets the next recorded reply for its code and fields, after the recorded delay, and what the daemons set before that reply is set before it. "
     "A request that was not recorded is answered with not_supported, and named on standard error.";
@@ -100,6 +107,7 @@ constexpr cli::Command commands[] = {
     {"enter",      "run a program, or a shell, beside a running router", acts, "-- cmifctl status", enter_arguments, enter_details},
     {"replay",     "run a program, or a shell, beside daemons that answer as recorded", acts, "trouble.jsonl -- cmifctl status", replay_arguments, replay_details},
     {"at-modem",   "serve AT ports of a simulated modem until stopped", acts, "--state registered", modem_arguments, at_modem_details},
+    {"usb",        "run a program, or a shell, beside ModemManager with a simulated USB modem", acts, "-- mmcli -m any", usb_arguments, usb_details},
     {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},
     {"manual",     "print the manual page, for man -l -",            acts,  ""},
     {"complete",   "list what may follow on a command line, for shells", acts, "-- run --s",      cli::complete_arguments},

@@ -7,6 +7,7 @@
 #include "remote.h"
 #include "scenario/script.h"
 #include "simulation.h"
+#include "usb.h"
 
 #include <cstdio>
 #include <exception>
@@ -26,6 +27,22 @@ void print_lines(const std::string &text)
         std::fprintf(stderr, "cmif-sim: %s\n", daemons::printable(line).c_str());
 }
 
+int run_simulation(const cli::Line &line)
+{
+    const std::vector<std::string> command = line.arguments.all("command");
+    ServerOptions options = server_options(line.arguments);
+    if (line.path == "at-modem")
+        options = at_modem_options(options);
+    if (line.path == "usb")
+        options = usb_options(options);
+    check_scenario(options);
+    if (line.path == "at-modem")
+        return serve_at_modem(options);
+    if (line.path == "usb")
+        return run_usb(options, command);
+    return line.path == "serve" ? serve(options, -1) : run(options, command);
+}
+
 int run_line(const cli::Line &line)
 {
     if (const auto text = cli::about(line))
@@ -36,13 +53,7 @@ int run_line(const cli::Line &line)
         return print_status(chosen_box(line.arguments), line.arguments.has("json"));
     if (line.path == "enter")
         return enter(chosen_box(line.arguments), line.arguments.all("command"));
-    ServerOptions options = server_options(line.arguments);
-    if (line.path == "at-modem")
-        options.store = false;
-    check_scenario(options);
-    if (line.path == "at-modem")
-        return serve_at_modem(options);
-    return line.path == "serve" ? serve(options, -1) : run(options, line.arguments.all("command"));
+    return run_simulation(line);
 }
 
 int program(int count, char **words)

@@ -2,28 +2,26 @@
 #ifndef CMIF_SIM_ROUTER_H
 #define CMIF_SIM_ROUTER_H
 
+#include "child_process.h"
 #include "server.h"
-
-#include <sys/types.h>
 
 namespace cmif_sim
 {
 
-// Runs as long as this object exists. In a process group of its own, so that a terminal's interrupt
-// does not reach it.
+// Runs as long as this object exists.
 class Router
 {
 public:
-    explicit Router(const ServerOptions &options); // waits until it is ready, or has failed
-    ~Router();
-    Router(const Router &) = delete;
-    Router &operator=(const Router &) = delete;
+    // Waits until it is ready, or has failed.
+    explicit Router(const ServerOptions &options)
+        : process_([&options](int ready_fd) { return serve(options, ready_fd); })
+    {
+    }
 
-    bool is_ready() const { return ready_; }
+    bool is_ready() const { return process_.is_ready(); }
 
 private:
-    pid_t process_ = -1;
-    bool ready_ = false;
+    ChildProcess process_;
 };
 
 } // namespace cmif_sim

@@ -48,7 +48,8 @@ int run_inside(const ServerOptions &options, const std::vector<std::string> &com
 
 } // namespace
 
-int run(const ServerOptions &options, const std::vector<std::string> &command)
+int run_beside(const ServerOptions &options, const std::vector<std::string> &command,
+               const Inside &inside)
 {
     std::vector<std::string> visible_paths;
     if (const std::string store = chosen_store(); !store.empty()) {
@@ -60,11 +61,16 @@ int run(const ServerOptions &options, const std::vector<std::string> &command)
     ServerOptions reachable = options;
     reachable.control = socket.file();
     reachable.control_path = socket.path().c_str();
-    const auto work = [&reachable, &command, directory = program_directory()] {
+    const auto work = [&reachable, &command, &inside, directory = program_directory()] {
         extend_path(directory);
-        return run_inside(reachable, command);
+        return inside(reachable, command);
     };
     return sandbox::run_in_sandbox(work, visible_paths);
+}
+
+int run(const ServerOptions &options, const std::vector<std::string> &command)
+{
+    return run_beside(options, command, run_inside);
 }
 
 } // namespace cmif_sim

@@ -15,6 +15,12 @@ namespace cmif_sim
 // it can't be run, 1 if the router does not start.
 int run(const ServerOptions &options, const std::vector<std::string> &command);
 
+// The same with something else inside.
+using Inside =
+    std::function<int(const ServerOptions &options, const std::vector<std::string> &command)>;
+int run_beside(const ServerOptions &options, const std::vector<std::string> &command,
+               const Inside &inside);
+
 } // namespace cmif_sim
 
 #endif

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 
 namespace simulated
 {
@@ -34,6 +35,9 @@ struct ServerOptions {
 
     // What else can happen to the modem, as it is connected to a computer.
     std::function<scenario::Commands(simulated::Modem &modem)> further_commands{};
+
+    // Called with the name of each event (modems/simulated/situation.h).
+    std::function<void(std::string_view event)> happened{};
 
     // The socket on which the program that started this router takes commands for it: a file that
     // listens, or -1, and its path.

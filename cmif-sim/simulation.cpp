@@ -125,6 +125,8 @@ void Simulation::event(std::string_view name)
     timeline_.event(name);
     at_channel_.event(name);
     qmi_channel_.event(name);
+    if (options_.happened)
+        options_.happened(name);
 }
 
 BoxStatus Simulation::status() const

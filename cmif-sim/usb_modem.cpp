@@ -1,0 +1,209 @@
+#include "usb_modem.h"
+
+#include "usb_network.h"
+#include "usb_tree.h"
+
+#include <exception>
+#include <stdexcept>
+
+namespace cmif_sim
+{
+namespace
+{
+
+constexpr const char *manager = "org.freedesktop.ModemManager1";
+
+// ModemManager's plugin looks up by the model what a modem can do.
+constexpr const char *model = "TOBY-L210";
+
+void ask_for_news(DbusConnection &bus)
+{
+    DbusMessage request = call_of_bus("AddMatch");
+    DbusBody rule;
+    rule.add_text("type='signal',member='NameOwnerChanged',arg0='" + std::string(manager) + "'");
+    request.signature = "s";
+    request.body = rule.bytes();
+    bus.call(request);
+}
+
+// A dictionary of texts: what happened to which port.
+DbusMessage kernel_event(const char *action, const UsbInterface &interface)
+{
+    DbusMessage message;
+    message.path = "/org/freedesktop/ModemManager1";
+    message.interface = message.destination = manager;
+    message.member = "ReportKernelEvent";
+    message.wants_reply = false;
+    message.signature = "a{sv}";
+    DbusBody entries;
+    for (const auto &[key, value] :
+         {std::pair("action", action), std::pair("subsystem", interface.subsystem),
+          std::pair("name", interface.name)}) {
+        entries.align(8);
+        entries.add_text(key);
+        entries.add_signature("s");
+        entries.add_text(value);
+    }
+    DbusBody body;
+    body.add_number(static_cast<std::uint32_t>(entries.bytes().size()));
+    body.align(8);
+    message.body = body.bytes() + entries.bytes();
+    return message;
+}
+
+} // namespace
+
+UsbModem::UsbModem(std::string directory, const std::string &bus, pid_t computer)
+    : directory_(std::move(directory)), computer_(computer), reports_(bus), news_(bus)
+{
+    ask_for_news(news_);
+    watcher_ = std::thread([this] { watch_manager(); });
+    worker_ = std::thread([this] { work(); });
+}
+
+UsbModem::~UsbModem()
+{
+    want(nullptr);
+    wait();
+    {
+        const std::lock_guard lock(mutex_);
+        ending_ = true;
+        changed_.notify_all();
+    }
+    news_.end();
+    watcher_.join();
+    worker_.join();
+}
+
+void UsbModem::want(simulated::Modem *modem)
+{
+    const std::lock_guard lock(mutex_);
+    wanted_ = modem;
+    changed_.notify_all();
+}
+
+void UsbModem::wait()
+{
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [this] { return plugged_ == wanted_ || !failure_.empty(); });
+}
+
+void UsbModem::plug(simulated::Modem &modem)
+{
+    want(&modem);
+    wait();
+    if (!failure_.empty())
+        throw std::runtime_error(failure_);
+}
+
+void UsbModem::unplug()
+{
+    want(nullptr);
+    wait();
+}
+
+// A modem that starts again disappears from the computer meanwhile.
+void UsbModem::event(simulated::Modem &modem, std::string_view name)
+{
+    const std::lock_guard lock(mutex_);
+    if (name == "down")
+        wanted_ = nullptr;
+    if (name == "up")
+        wanted_ = &modem;
+    if (name == "connected" || name == "disconnected")
+        carrier_ = name == "connected";
+    changed_.notify_all();
+}
+
+// A ModemManager that was just started knows nothing of the ports.
+void UsbModem::watch_manager()
+try {
+    for (;;) {
+        const DbusMessage message = news_.receive();
+        if (message.member != "NameOwnerChanged" || texts_of(message).back().empty())
+            continue;
+        const std::lock_guard lock(mutex_);
+        new_manager_ = true;
+        changed_.notify_all();
+    }
+} catch (const std::exception &) {
+    return; // the bus has ended, or this has
+}
+
+void UsbModem::work()
+{
+    std::unique_lock lock(mutex_);
+    bool carrier = false;
+    while (!ending_) {
+        simulated::Modem *const wanted = wanted_;
+        const bool follows = wanted != plugged_ && failure_.empty();
+        const bool switches = plugged_ && carrier != carrier_;
+        const bool reports = plugged_ && new_manager_;
+        if (!follows && !switches && !reports) {
+            new_manager_ = false;
+            changed_.wait(lock);
+            continue;
+        }
+        carrier = carrier_;
+        new_manager_ = false;
+        lock.unlock();
+        std::string failure;
+        try {
+            if (follows)
+                follow(wanted);
+            if (wanted)
+                set_carrier(carrier);
+            if (reports && !follows)
+                report("add");
+        } catch (const std::exception &error) {
+            failure = error.what();
+        }
+        lock.lock();
+        failure_ = failure;
+        if (failure.empty())
+            plugged_ = wanted;
+        changed_.notify_all();
+    }
+}
+
+void UsbModem::follow(simulated::Modem *wanted)
+{
+    if (!wanted)
+        return disconnect();
+    connect_to(*wanted);
+}
+
+void UsbModem::connect_to(simulated::Modem &modem)
+{
+    front_ = std::make_unique<at_front::Front>(modem, 2, model);
+    add_usb_modem(directory_, front_->paths());
+    add_interface(computer_, "wwan0");
+    report("add");
+}
+
+void UsbModem::disconnect()
+{
+    report("remove");
+    remove_interface();
+    remove_usb_modem(directory_);
+    front_.reset();
+}
+
+// Without a ModemManager the bus drops it.
+void UsbModem::report(const char *action)
+{
+    for (const UsbInterface &interface : usb_interfaces)
+        reports_.send(kernel_event(action, interface));
+}
+
+scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem)
+{
+    return {"usb", "unplug | plug", "take the modem off the computer, or plug it in",
+            [usb, &modem](scenario::Words &words) -> scenario::Action {
+                if (words.take_one_of("what happens to the modem", {"unplug", "plug"}) == "plug")
+                    return [usb, &modem] { usb->plug(modem); };
+                return [usb] { usb->unplug(); };
+            }};
+}
+
+} // namespace cmif_sim
