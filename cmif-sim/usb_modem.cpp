@@ -196,13 +196,21 @@ void UsbModem::report(const char *action)
         reports_.send(kernel_event(action, interface));
 }
 
+// The modem is powered over USB.
 scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem)
 {
+    const auto switch_power = [usb, &modem](bool on) {
+        modem.happen([on](simulated::ModemState &state, simulated::Time) { state.set_power(on); });
+        if (on)
+            usb->plug(modem);
+        else
+            usb->unplug();
+    };
     return {"usb", "unplug | plug", "take the modem off the computer, or plug it in",
-            [usb, &modem](scenario::Words &words) -> scenario::Action {
-                if (words.take_one_of("what happens to the modem", {"unplug", "plug"}) == "plug")
-                    return [usb, &modem] { usb->plug(modem); };
-                return [usb] { usb->unplug(); };
+            [switch_power](scenario::Words &words) -> scenario::Action {
+                const bool plugs =
+                    words.take_one_of("what happens to the modem", {"unplug", "plug"}) == "plug";
+                return [switch_power, plugs] { switch_power(plugs); };
             }};
 }
 

@@ -100,7 +100,7 @@ Answer read_indications(Call &call)
 
 Answer set_indications(Call &call)
 {
-    constexpr int max[] = {2, 1, 0, 0, 1};
+    constexpr int max[] = {2, 1, 3, 2, 1}; // broadcasts and reports never come
     int chosen[std::size(max)] = {};
     for (std::size_t i = 0; i < std::size(max); ++i) {
         const auto value = call.given.number(i, call.session.new_messages[i], 0, max[i]);
@@ -190,7 +190,7 @@ constexpr Command rows[] = {
     {"+CMGF", "(0)",                                    read_format,      set_format,      nullptr},
     {"+CSMS", "(0,1)",                                  read_service,     set_service,     nullptr},
     {"+CPMS", "(\"SM\"),(\"SM\"),(\"SM\")",             read_storage,     set_storage,     nullptr},
-    {"+CNMI", "(0-2),(0,1),(0),(0),(0,1)",              read_indications, set_indications, nullptr},
+    {"+CNMI", "(0-2),(0,1),(0-3),(0-2),(0,1)",              read_indications, set_indications, nullptr},
     {"+CMGL", "(0-4)",                                  nullptr,          list,            list},
     {"+CMGR", "",                                       nullptr,          read_message,    nullptr},
     {"+CMGD", "(1-255),(0-4)",                          nullptr,          delete_message,  nullptr},

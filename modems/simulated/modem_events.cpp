@@ -48,10 +48,22 @@ void ModemState::insert_sim(bool other, Time now)
     sim_ready_at_ = now + scale_.scaled(sim_start_time);
 }
 
-// What a power cycle forgets goes; settings and stored messages stay.
 void ModemState::crash(std::chrono::milliseconds down_time, Time now)
 {
     down_until_ = now + scale_.scaled(down_time);
+    forget();
+}
+
+void ModemState::set_power(bool on)
+{
+    powered_ = on;
+    if (!on)
+        forget();
+}
+
+// What a power cycle forgets goes; settings and stored messages stay.
+void ModemState::forget()
+{
     sim.power_cycle();
     functionality = 1;
     session_end_.reset();
@@ -63,6 +75,7 @@ void ModemState::crash(std::chrono::milliseconds down_time, Time now)
 // Puts right whatever keeps the modem from the place. The SIM that is in stays in.
 void ModemState::bring_to(Place place, Time now)
 {
+    powered_ = true;
     down_until_.reset();
     sim_ready_at_.reset();
     sim_inserted_ = true;

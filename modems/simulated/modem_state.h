@@ -34,7 +34,7 @@ public:
     static constexpr const char *firmware = "SIMFW_01.02.03";
     static constexpr const char *imei = "001010012345672";
 
-    bool down() const { return down_until_.has_value(); } // nothing of the modem answers
+    bool down() const { return !powered_ || down_until_; } // nothing of the modem answers
     SimStatus sim_status() const;
     bool online() const { return functionality == 1; }
     CmeError refusal(Needs needs) const; // ok when they are met
@@ -51,6 +51,7 @@ public:
     void insert_sim(bool other, Time now); // the card that was in before, or the other one
     void fail_sim() { sim_failed_ = true; }
     void crash(std::chrono::milliseconds down_time, Time now);
+    void set_power(bool on);
     void bring_to(Place place, Time now);
     void receive_message(const std::string &sender, std::string_view text, Time now);
 
@@ -88,6 +89,7 @@ public:
     std::string last_apn;
 
 private:
+    void forget();
     void update_signal(Time now);
     void come_up(Time now);
 
@@ -96,6 +98,7 @@ private:
     bool sim_inserted_ = true, sim_failed_ = false;
     std::optional<Time> sim_ready_at_; // while a card starts
     std::optional<Time> power_on_;     // the first update
+    bool powered_ = true;
     std::optional<Time> down_until_;
     std::optional<Time> next_signal_;
     std::optional<Time> session_end_; // of device management
