@@ -6,7 +6,8 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages libgtest-dev googletest g++-i686-linux-gnu \
-    clang clangd clang-format dbus jq libclang-rt-14-dev libglib2.0-dev lld mandoc pkgconf python3-jsonschema shellcheck zsh
+    clang clangd clang-format dbus iproute2 iputils-ping jq libclang-rt-14-dev libglib2.0-dev lld mandoc modemmanager \
+    pkgconf python3-jsonschema shellcheck zsh
 
 rm -rf build/log
 tests() {

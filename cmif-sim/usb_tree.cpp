@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sys/mount.h>
+#include <unistd.h>
 
 namespace cmif_sim
 {
@@ -35,18 +36,28 @@ void link(const fs::path &sys, const fs::path &name, const fs::path &target)
     fs::create_directory_symlink(target.lexically_relative(name.parent_path()), sys / name);
 }
 
+// The real ones where this user can open new ones by that way, else a set of this box alone.
+void make_terminals(const fs::path &real)
+{
+    if (access((real / "ptmx").c_str(), R_OK | W_OK) == 0)
+        return bind(real, "/dev/pts", MS_REC);
+    check_errno(mount("devpts", "/dev/pts", "devpts", MS_NOSUID | MS_NOEXEC,
+                      "newinstance,ptmxmode=0666") == 0,
+                "mount /dev/pts");
+}
+
 // The files that programs expect, from the real /dev. Terminals are shared with it.
 void make_dev(const fs::path &real)
 {
     bind("/dev", real, MS_REC);
     check_errno(mount("cmif-sim", "/dev", "tmpfs", MS_NOSUID, "mode=0755") == 0, "mount /dev");
     for (const char *name : {"null", "zero", "full", "random", "urandom", "tty"})
-        if (fs::exists(real / name)) {
+        if (fs::is_character_file(fs::symlink_status(real / name))) {
             std::ofstream(fs::path("/dev") / name);
             bind(real / name, fs::path("/dev") / name);
         }
     fs::create_directory("/dev/pts");
-    bind(real / "pts", "/dev/pts", MS_REC);
+    make_terminals(real / "pts");
     fs::create_symlink("pts/ptmx", "/dev/ptmx");
     fs::create_directory("/dev/shm");
     fs::permissions("/dev/shm", fs::perms::all | fs::perms::sticky_bit);
