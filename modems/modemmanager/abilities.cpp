@@ -19,13 +19,18 @@ Ability no(const char *why)
     return {"", 0, "", Way::no, why};
 }
 
+Ability not_yet()
+{
+    return {"", 0, "", Way::unknown, locked};
+}
+
 // With the interface, or else by AT commands.
 Ability by_interface(const View &view, const char *interface, const char *missing)
 {
     if (view.has(interface))
         return yes();
     if (view.state() == state::locked)
-        return {"", 0, "", Way::unknown, locked};
+        return not_yet();
     return no(missing);
 }
 
@@ -70,6 +75,8 @@ Ability attempts(const View &view, bool)
 
 Ability packet_domain(const View &view, bool at_port)
 {
+    if (view.state() == state::locked && !at_port)
+        return not_yet();
     const bool known = view.flags(modem_3gpp, "PacketServiceState") != 0;
     return known ? yes()
                  : by_port(at_port, "ModemManager does not know it of this modem; give --at-port");
@@ -93,6 +100,8 @@ Ability messages(const View &view, bool)
 
 Ability profile(const View &view, bool at_port)
 {
+    if (view.state() == state::locked && !at_port)
+        return not_yet();
     return view.has(profiles) ? yes() : by_port(at_port);
 }
 

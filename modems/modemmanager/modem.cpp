@@ -152,7 +152,8 @@ Reply Modem::call(const Target &target, const char *interface, const char *metho
         tree_.bus().call({target.path, interface, method, std::move(arguments), secret});
     if (reply.error == CmeError::not_supported && !has(target, modem))
         return {CmeError::no_connection_to_phone, {}};
-    if (reply.error == CmeError::ok)
+    const std::string_view name = interface;
+    if (reply.error == CmeError::ok && (name == modem || name == modem_3gpp))
         tree_.reload(target.path, interface);
     return reply;
 }

@@ -115,14 +115,15 @@ std::optional<Time> Modem::pass_time()
     apply_addresses();
     const Time now = Clock::now();
     std::optional<Time> next;
-    bool gone = false;
+    bool gone = false, unplugged = false;
     {
         const std::lock_guard lock(mutex_);
         if (lost_at_ && now < *lost_at_ + options_.grace)
             return *lost_at_ + options_.grace;
         gone = lost_at_ && !given_up_;
         given_up_ = lost_at_.has_value();
-        if (gone && path_.empty()) {
+        unplugged = gone && path_.empty();
+        if (unplugged) {
             first_device_.clear();
             if (connected_)
                 kept_.last_error = CmeError::no_connection_to_phone;
@@ -132,7 +133,7 @@ std::optional<Time> Modem::pass_time()
         if (connected_)
             next = now + options_.refresh;
     }
-    if (gone) {
+    if (unplugged) {
         tree_.bus().cancel(); // what waits for an answer of the modem that is gone
         addresses_.apply({});
     }

@@ -53,8 +53,10 @@ std::optional<Technology> technology(unsigned access)
     return std::nullopt;
 }
 
-// A field of "MCC,MNC,LAC,CI,TAC"; 0 and an LAC of FFFE stand for none.
-std::string field(const std::string &text, int number)
+constexpr std::size_t area_digits = 4, cell_digits = 8; // as +CREG and +CEREG show them
+
+// A field of "MCC,MNC,LAC,CI,TAC" with all its digits; 0 and an LAC of FFFE stand for none.
+std::string field(const std::string &text, int number, std::size_t digits)
 {
     std::size_t start = 0;
     for (; number > 0 && start != std::string::npos; --number) {
@@ -65,7 +67,9 @@ std::string field(const std::string &text, int number)
         return "";
     const std::string found = text.substr(start, text.find(',', start) - start);
     const bool none = found.find_first_not_of('0') == std::string::npos || found == "FFFE";
-    return none ? "" : found;
+    if (none || found.size() >= digits)
+        return none ? "" : found;
+    return std::string(digits - found.size(), '0') + found;
 }
 
 std::string location_text(const View &view)
@@ -86,10 +90,10 @@ Cell cell_of(const View &view, bool on_lte)
         cell.mcc = code.substr(0, mcc_digits);
         cell.mnc = code.substr(mcc_digits);
     }
-    cell.lac = field(text, on_lte ? 4 : 2);
+    cell.lac = field(text, on_lte ? 4 : 2, area_digits);
     if (cell.lac.empty())
-        cell.lac = field(text, on_lte ? 2 : 4);
-    cell.cell_id = field(text, 3);
+        cell.lac = field(text, on_lte ? 2 : 4, area_digits);
+    cell.cell_id = field(text, 3, cell_digits);
     return cell;
 }
 

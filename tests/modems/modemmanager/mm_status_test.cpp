@@ -154,13 +154,13 @@ TEST(MmStatus, TheServingCell)
                            registered, "{'Location': <{uint32 1: <'" + text + "'>}>}")
             .cell;
     };
-    const daemons::Cell on_lte = cell(1U << 14, "001,01,FFFE,01A2D003,1A2B");
+    const daemons::Cell on_lte = cell(1U << 14, "001,01,FFFE,1A2D003,1A2B");
     EXPECT_EQ(on_lte.mcc, "001");
     EXPECT_EQ(on_lte.mnc, "01");
     EXPECT_EQ(on_lte.lac, "1A2B");
     EXPECT_EQ(on_lte.cell_id, "01A2D003");
-    const daemons::Cell on_umts = cell(1U << 5, "001,01,1A2C,0011A2C7,0");
-    EXPECT_EQ(on_umts.lac, "1A2C");
+    const daemons::Cell on_umts = cell(1U << 5, "001,01,A2C,0011A2C7,0");
+    EXPECT_EQ(on_umts.lac, "0A2C");
     EXPECT_EQ(on_umts.cell_id, "0011A2C7");
     EXPECT_EQ(cell(1U << 14, "001,01,FFFE,0,000000").lac, "");
     EXPECT_EQ(cell(1U << 14, "001,01,FFFE,0,000000").cell_id, "");
