@@ -200,7 +200,7 @@ Reply Bus::call(const Call &call)
 {
     const std::shared_ptr<GDBusConnection> connection = this->connection();
     if (!connection || call.path.empty())
-        return {CmeError::no_connection_to_phone, {}};
+        return {CmeError::no_connection_to_phone, {}, false};
     const Progress progress(*this, call);
     log("->", call, arguments_text(call));
     GError *error = nullptr;
@@ -210,16 +210,26 @@ Reply Bus::call(const Call &call)
         call.arguments.get(), nullptr, G_DBUS_CALL_FLAGS_NONE, static_cast<int>(limit.count()),
         progress.cancellable(), &error);
     if (answer) {
-        denied_ = false;
         log("<-", call, "ok");
         return {CmeError::ok, Value(answer)};
     }
     const ErrorPtr owned(error);
     const TextPtr name(g_dbus_error_get_remote_error(error));
     log("<-", call, error->message);
-    if (name)
-        denied_ = is_denial(name.get());
-    return {error_of(*error), {}};
+    const bool denied = name && is_denial(name.get());
+    if (denied)
+        report_denial(call);
+    return {error_of(*error), {}, denied};
+}
+
+// A line for the first one: the daemons' answers do not tell it from other refusals.
+void Bus::report_denial(const Call &call)
+{
+    if (!denial_reported_.exchange(true))
+        warnx(
+            "ModemManager refuses %s to this user: run as root, or install the polkit rule and the "
+            "D-Bus policy for it",
+            call.method);
 }
 
 void Bus::log(const char *direction, const Call &call, const std::string &text) const

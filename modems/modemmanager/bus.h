@@ -29,7 +29,8 @@ struct Call {
 
 struct Reply {
     CmeError error = CmeError::ok;
-    Value value; // a tuple
+    Value value;         // a tuple
+    bool denied = false; // to this user
 };
 
 struct Signal {
@@ -69,9 +70,6 @@ public:
     // Also ends the thread: no handler is called any more.
     void end();
 
-    // Whether the last call that reached ModemManager was refused to this user.
-    bool denied() const { return denied_; }
-
 private:
     using Cancellables = std::list<std::pair<std::string_view, ObjectPtr<GCancellable>>>;
     class Progress;
@@ -82,6 +80,7 @@ private:
     void lose();
     void retry_later();
     std::shared_ptr<GDBusConnection> connection() const;
+    void report_denial(const Call &call);
     void log(const char *direction, const Call &call, const std::string &text) const;
 
     std::string address_;
@@ -93,7 +92,7 @@ private:
     std::shared_ptr<GDBusConnection> connection_;
     Cancellables in_progress_;
     bool stopped_ = false;
-    std::atomic<bool> denied_ = false;
+    std::atomic<bool> denial_reported_ = false;
     std::thread thread_;
 };
 

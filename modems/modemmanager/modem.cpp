@@ -59,7 +59,7 @@ Presence Modem::presence() const
 {
     if (!path().empty())
         return Presence::found;
-    if (denied())
+    if (tree_.denied())
         return Presence::no_permission;
     return tree_.has_manager() ? Presence::no_modem : Presence::no_manager;
 }
@@ -147,11 +147,11 @@ Reply Modem::call(const Target &target, const char *interface, const char *metho
                   bool secret)
 {
     if (!has(target, interface))
-        return {CmeError::not_supported, {}};
+        return {CmeError::not_supported, {}, false};
     const Reply reply =
         tree_.bus().call({target.path, interface, method, std::move(arguments), secret});
     if (reply.error == CmeError::not_supported && !has(target, modem))
-        return {CmeError::no_connection_to_phone, {}};
+        return {CmeError::no_connection_to_phone, {}, false};
     const std::string_view name = interface;
     if (reply.error == CmeError::ok && (name == modem || name == modem_3gpp))
         tree_.reload(target.path, interface);

@@ -51,7 +51,6 @@ public:
     const AtPort &at_port() const { return at_port_; }
     std::string path() const; // of the modem's object, "" without one
     Presence presence() const;
-    bool denied() const { return tree_.bus().denied(); }
 
     ModemStatus status() const override;
     CmeError refresh(daemons::StatusPart part) override;

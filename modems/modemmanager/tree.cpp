@@ -51,6 +51,7 @@ void Tree::load()
     const Reply reply =
         bus_.call({manager_path, manager, "GetManagedObjects", {}, false, reading_limit});
     has_manager_ = reply.error == CmeError::ok;
+    denied_ = reply.denied;
     Objects all;
     for (const Value &entry : reply.value.item(0).items()) {
         Object &object = all[entry.item(0).text()];

@@ -28,7 +28,9 @@ public:
     std::string start() { return bus_.start(); }
     Bus &bus() { return bus_; }
 
-    bool has_manager() const { return has_manager_; } // whether ModemManager has answered
+    // Whether ModemManager has answered, or refuses this user.
+    bool has_manager() const { return has_manager_; }
+    bool denied() const { return denied_; }
 
     template <class Reader>
     auto read(const Reader &reader) const
@@ -69,7 +71,7 @@ private:
     std::condition_variable changed_condition_;
     Objects objects_;
     bool stopped_ = false;
-    std::atomic<bool> has_manager_ = false;
+    std::atomic<bool> has_manager_ = false, denied_ = false;
     Bus bus_; // goes first: its thread uses the others
 };
 

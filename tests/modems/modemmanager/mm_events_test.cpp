@@ -258,15 +258,19 @@ TEST_F(MmEventsTest, AMissingSimIsNotAMissingModem)
     EXPECT_EQ(modem->enter_pin("1234"), CmeError::sim_not_inserted);
 }
 
-TEST_F(MmEventsTest, ADeniedCallIsKnown)
+TEST_F(MmEventsTest, ADeniedCallIsReportedOnce)
 {
     add_registered();
     start();
     ASSERT_TRUE(is_there());
-    EXPECT_FALSE(modem->denied());
     manager->on("Modem3gpp.Register", {"org.freedesktop.ModemManager1.Error.Core.Unauthorized"});
+    testing::internal::CaptureStderr();
     EXPECT_EQ(modem->select_automatically(), CmeError::not_allowed);
-    EXPECT_TRUE(modem->denied());
+    EXPECT_EQ(modem->select_automatically(), CmeError::not_allowed);
+    const std::string errors = testing::internal::GetCapturedStderr();
+    const std::string line = "ModemManager refuses Register to this user";
+    EXPECT_NE(errors.find(line), std::string::npos) << errors;
+    EXPECT_EQ(errors.find(line), errors.rfind(line)) << errors; // once
 }
 
 // It is tried once, and once more for a modem that comes back.
