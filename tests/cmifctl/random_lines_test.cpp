@@ -24,7 +24,8 @@ std::vector<std::string> alphabet()
         std::istringstream path(command.path);
         for (std::string word; path >> word;)
             words.insert(word);
-        for (const cli::ArgumentRows rows : {command.arguments, tables().options})
+        for (const cli::ArgumentRows rows :
+             {command.arguments, tables().options, tables().reading_options})
             for (const cli::Argument &argument : rows) {
                 words.insert(std::string("--") + argument.name);
                 words.insert(std::string("--") + argument.name + "=1");
