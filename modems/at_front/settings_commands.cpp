@@ -111,9 +111,10 @@ Answer read_clock(Call &call)
     std::tm parts{};
     gmtime_r(&moment, &parts);
     char text[48];
-    const std::size_t size = std::strftime(text, sizeof text, "%y/%m/%d,%H:%M:%S", &parts);
+    const std::size_t size = std::strftime(text, sizeof text, "%Y/%m/%d,%H:%M:%S", &parts);
     std::snprintf(text + size, sizeof text - size, "%+03d", zone);
-    return line("+CCLK: \"" + std::string(text) + "\"");
+    constexpr std::size_t century = 2; // the year has two digits
+    return line("+CCLK: \"" + std::string(text + century) + "\"");
 }
 
 Answer read_time_zone_reports(Call &call)
