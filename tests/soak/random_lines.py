@@ -1,7 +1,7 @@
 """random_lines.py LINES [SEED]: runs cmifctl with random command lines beside the simulated router.
 
-With --json each must end in time, by itself, and with exactly one JSON document whose error, if it
-has one, is the exit status. Words come from the tool's own help."""
+With --json each must end in time, by itself, and with exactly one JSON document that agrees with
+the exit status. Words come from the tool's own help."""
 
 import concurrent.futures
 import json
@@ -90,6 +90,13 @@ def refuse_constant(name):
     raise ValueError(f"{name} is not JSON")
 
 
+def status_in(document):
+    """The exit status by the document: that of its error, or 1 for troubles that the doctor found."""
+    if "error" in document:
+        return document["error"]["code"]
+    return int(any(found["severity"] != "note" and not found["fixed"] for found in document.get("findings", [])))
+
+
 def outcome(words, given):
     """What is wrong with this line, and details; or how it ended."""
     try:
@@ -103,7 +110,7 @@ def outcome(words, given):
         document = json.loads(run.stdout.decode("utf-8"), parse_constant=refuse_constant)
     except ValueError as error:
         return "not one document", f"{error}: {run.stdout[:200]} {run.stderr[:200]}"
-    code = document["error"]["code"] if "error" in document else 0
+    code = status_in(document)
     if code != run.returncode:
         return "another status", f"{code} in the document, {run.returncode} of the process"
     return ("done" if code == 0 else "failed"), ""
