@@ -64,8 +64,10 @@ Json identifier(DaemonState state)
 std::optional<long long> read_age(client::Channel channel, const Daemon &daemon)
 {
     const auto queue = queue_state(channel);
-    if (!queue || queue->msg_rtime == 0 || daemon.process == 0 ||
-        client::process_of(queue->msg_lrpid) != daemon.process)
+    if (!queue || queue->msg_rtime == 0 || daemon.process == 0)
+        return std::nullopt;
+    const pid_t reader = queue->msg_lrpid;
+    if (reader != daemon.process && client::process_of(reader) != daemon.process)
         return std::nullopt;
     return std::max<long long>(0, std::time(nullptr) - queue->msg_rtime);
 }
