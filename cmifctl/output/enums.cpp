@@ -52,7 +52,7 @@ std::string enumeration_text(EnumTable table, const Json &raw)
     if (all["code"].is_null())
         return all["text"];
     const EnumValue *value = find(table, all["code"]);
-    return value == nullptr ? all["code"].dump() : text_of(*value);
+    return value == nullptr ? "unknown (" + all["code"].dump() + ")" : text_of(*value);
 }
 
 } // namespace cmifctl

@@ -62,7 +62,7 @@ constexpr EnumValue password_source[]      = {{0, "ask"}, {1, "-"}};
 // for one, or null, which stays null. An unknown text is {"code": null, "name": null, "text"}.
 Json enumeration(EnumTable table, const Json &raw);
 
-// The same for people; empty for null.
+// The same for people: "unknown (9)" for a code outside the table, empty for null.
 std::string enumeration_text(EnumTable table, const Json &raw);
 
 } // namespace cmifctl

@@ -264,7 +264,7 @@ TEST(Enumeration, HasATextForPeople)
     EXPECT_EQ(enumeration_text(enums::sim_state, 3), "PIN required");
     EXPECT_EQ(enumeration_text(enums::sim_state, "PH-NET PIN"), "network locked");
     EXPECT_EQ(enumeration_text(enums::registration, 5), "registered (roaming)");
-    EXPECT_EQ(enumeration_text(enums::sim_state, 9), "9");
+    EXPECT_EQ(enumeration_text(enums::sim_state, 9), "unknown (9)");
     EXPECT_EQ(enumeration_text(enums::sim_state, "ODD"), "ODD");
     EXPECT_EQ(enumeration_text(enums::sim_state, nullptr), "");
 }
