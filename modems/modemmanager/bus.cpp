@@ -12,15 +12,11 @@ namespace
 
 constexpr guint retry_seconds = 1;
 
-void pass(Signal signal, void *handlers)
-{
-    static_cast<Bus::Handlers *>(handlers)->signalled(signal);
-}
-
 void on_signal(GDBusConnection *, const gchar *, const gchar *path, const gchar *interface,
                const gchar *member, GVariant *arguments, gpointer handlers)
 {
-    pass({path, interface, member, Value(g_variant_ref(arguments))}, handlers);
+    static_cast<Bus::Handlers *>(handlers)->signalled(
+        {path, interface, member, Value(g_variant_ref(arguments))});
 }
 
 void attach(GSource *source, GMainContext *context, GSourceFunc action, gpointer data)

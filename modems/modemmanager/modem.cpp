@@ -148,8 +148,7 @@ Reply Modem::call(const Target &target, const char *interface, const char *metho
 {
     if (!has(target, interface))
         return {CmeError::not_supported, {}, false};
-    const Reply reply =
-        tree_.bus().call({target.path, interface, method, std::move(arguments), secret});
+    Reply reply = tree_.bus().call({target.path, interface, method, std::move(arguments), secret});
     if (reply.error == CmeError::not_supported && !has(target, modem))
         return {CmeError::no_connection_to_phone, {}, false};
     const std::string_view name = interface;

@@ -63,11 +63,11 @@ Operator operator_of(const Dictionary &found)
 
 } // namespace
 
-CmeError Modem::set_search_mode(SearchMode wanted)
+CmeError Modem::set_search_mode(SearchMode mode)
 {
     return change(Needs::nothing, [&](const Target &target) {
         const auto modes = tree_.read([&](const Objects &objects) {
-            return find_modes(View(objects, target.path).get("SupportedModes"), wanted);
+            return find_modes(View(objects, target.path).get("SupportedModes"), mode);
         });
         if (!modes)
             return CmeError::not_supported;
