@@ -114,7 +114,7 @@ private:
     // What happens to the modem (modem_events.cpp).
     void objects_changed();
     void signal_change();
-    void note_connection(const View &view);
+    void note_connection(const View &view) const;
     std::optional<Time> pass_time();
     void apply_addresses();
     std::string device() const;
@@ -127,6 +127,7 @@ private:
     void guard_connection();
 
     // The data connection (modem_data.cpp).
+    bool is_up() const;
     CmeError data_refusal(const ModemStatus &status, int state) const;
     void dial();
     void hang_up();
@@ -137,7 +138,8 @@ private:
     std::string path_, first_device_;
     std::optional<Time> lost_at_; // while the modem is gone, or not settled
     mutable ModemStatus last_;
-    bool connected_ = false, auto_connect_ = false, has_profile_ = false, stopped_ = false;
+    mutable bool connected_ = false;
+    bool auto_connect_ = false, has_profile_ = false, stopped_ = false;
     bool given_up_ = false;       // it did not come back within the grace
     std::set<std::string> tried_; // by upkeep, for this modem
     std::string cell_read_;

@@ -50,6 +50,15 @@ bool is_connected(const View &view)
 
 } // namespace
 
+// What was noted of it may lag behind.
+bool Modem::is_up() const
+{
+    const std::string device = this->device();
+    return tree_.read([&](const Objects &objects) {
+        return is_connected(View(objects, find_modem(objects, device)));
+    });
+}
+
 CmeError Modem::data_refusal(const ModemStatus &status, int state) const
 {
     const CmeError error = refusal(Needs::network, status, state);
@@ -68,10 +77,11 @@ CmeError Modem::set_data_profile(const DataProfile &profile)
 {
     if (!is_carried(profile.apn) || !is_carried(profile.user) || !is_carried(profile.password))
         return CmeError::incorrect_parameters;
+    const bool up = is_up() || connection_.busy();
     bool again = false;
     keep([&](Kept &kept) {
         kept.data_profile = profile;
-        again = has_profile_ && (connected_ || connection_.busy());
+        again = has_profile_ && up;
         has_profile_ = true;
         if (again)
             kept.last_error = profile.apn.empty() ? CmeError::missing_apn : CmeError::ok;
@@ -90,13 +100,11 @@ CmeError Modem::connect()
     CmeError error = find_target(Needs::nothing, target);
     if (error == CmeError::ok)
         error = data_refusal(target.status, target.state);
-    bool begins = false;
     keep([&](Kept &kept) {
         kept.last_error = error;
         auto_connect_ = false;
-        begins = error == CmeError::ok && !connected_;
     });
-    if (begins)
+    if (error == CmeError::ok && !is_up())
         connection_.connect();
     signal_change();
     return error;
@@ -104,13 +112,11 @@ CmeError Modem::connect()
 
 CmeError Modem::disconnect()
 {
-    bool begins = false;
     keep([&](Kept &kept) {
         kept.last_error = CmeError::ok;
         auto_connect_ = false;
-        begins = connected_ || connection_.busy();
     });
-    if (begins)
+    if (is_up() || connection_.busy())
         connection_.disconnect();
     signal_change();
     return CmeError::ok;
@@ -148,6 +154,7 @@ void Modem::hang_up()
         return;
     call(target, simple, "Disconnect", Value(g_variant_new("(o)", no_object)));
     wait_for(report_limit, [](const View &view) { return !is_connected(view); });
+    status(); // notes the end while it is known to be wanted
 }
 
 } // namespace modem_manager

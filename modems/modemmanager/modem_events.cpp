@@ -8,14 +8,14 @@ namespace
 
 using Clock = std::chrono::steady_clock;
 
-// Of a bearer that has lost its connection.
+// Of a bearer that has lost its connection. The modem may not tell why.
 CmeError reason_of_loss(const View &view)
 {
     for (const std::string &path : view.get("Bearers").texts()) {
         const std::string name =
             property(view.objects(), path, bearer, "ConnectionError").item(0).text();
-        if (!name.empty())
-            return error_of(name);
+        if (const CmeError error = error_of(name); error != CmeError::unknown)
+            return error;
     }
     return CmeError::no_network_service;
 }
@@ -64,7 +64,7 @@ void Modem::objects_changed()
 }
 
 // For the holder of the lock.
-void Modem::note_connection(const View &view)
+void Modem::note_connection(const View &view) const
 {
     const bool connected = !view.connected_bearer().empty();
     if (connected && !connected_) {
@@ -87,8 +87,10 @@ ModemStatus Modem::status() const
     kept_.in_transition = connection_.busy();
     return tree_.read([&](const Objects &objects) {
         const View view(objects, find_modem(objects, device));
-        if (!view.settled() && lost_at_ && Clock::now() < *lost_at_ + options_.grace)
+        if (!view.settled() && (!lost_at_ || Clock::now() < *lost_at_ + options_.grace))
             return as_it_was(last_, kept_);
+        if (view.settled()) // which objects_changed() may not have seen yet
+            note_connection(view);
         last_ = view.path().empty() ? status_of(kept_) : status_of(view, kept_);
         kept_.last_cell = last_.last_cell;
         return last_;

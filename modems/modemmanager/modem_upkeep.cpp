@@ -100,16 +100,17 @@ void Modem::guard_connection()
     if (!find_settled(target))
         return;
     const bool abroad = target.status.registration == daemons::Registration::roaming;
+    const bool up = is_up();
     bool begins = false, ends = false;
     const CmeError refusal = data_refusal(target.status, target.state);
     keep([&](Kept &kept) {
-        ends = connected_ && abroad && kept.roaming == Roaming::off && !connection_.busy();
+        ends = up && abroad && kept.roaming == Roaming::off && !connection_.busy();
         if (ends)
             kept.last_error = CmeError::network_not_allowed;
         begins = auto_connect_ && refusal == CmeError::ok;
         if (begins)
             auto_connect_ = false;
-        begins = begins && !connected_;
+        begins = begins && !up;
     });
     if (ends)
         connection_.disconnect();

@@ -77,18 +77,25 @@ TEST_F(MmConnectionTest, AConnectionThatFailsTellsWhy)
 
 TEST_F(MmConnectionTest, AConnectionThatIsLostTellsWhy)
 {
+    const std::string prefix = "org.freedesktop.ModemManager1.Error.";
+    const std::pair<std::string, CmeError> rows[] = {
+        {prefix + "MobileEquipment.OperatorDeterminedBarring", CmeError::network_not_allowed},
+        {prefix + "Core.Failed", CmeError::no_network_service},
+        {"", CmeError::no_network_service},
+    };
     start_registered();
     answer_connect("internet.example");
     set_apn("internet.example");
-    EXPECT_EQ(modem->connect(), CmeError::ok);
-    ASSERT_TRUE(comes(ConnectionState::connected));
-    ASSERT_TRUE(comes([](const ModemStatus &now) { return now.ipv4_address == "192.0.2.10"; }));
-    drop_bearer("org.freedesktop.ModemManager1.Error.MobileEquipment."
-                "OperatorDeterminedBarring");
-    EXPECT_TRUE(comes(ConnectionState::disconnected));
-    EXPECT_TRUE(comes(
-        [](const ModemStatus &now) { return now.last_error == CmeError::network_not_allowed; }));
-    EXPECT_EQ(manager->count("Simple.Connect"), 1); // it is not made again by itself
+    for (const auto &[reason, error] : rows) {
+        EXPECT_EQ(modem->connect(), CmeError::ok);
+        ASSERT_TRUE(comes([](const ModemStatus &now) { return now.ipv4_address == "192.0.2.10"; }));
+        drop_bearer(reason);
+        EXPECT_TRUE(comes(ConnectionState::disconnected));
+        EXPECT_TRUE(comes([error = error](const ModemStatus &now) {
+            return now.last_error == error;
+        })) << reason;
+    }
+    EXPECT_EQ(manager->count("Simple.Connect"), 3); // it is not made again by itself
 }
 
 TEST_F(MmConnectionTest, ANewProfileMakesTheConnectionAgain)
