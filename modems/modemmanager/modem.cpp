@@ -104,7 +104,7 @@ CmeError Modem::refusal(Needs needs, const ModemStatus &status, int state) const
 
 CmeError Modem::find_target(Needs needs, Target &target)
 {
-    std::chrono::milliseconds patience(0);
+    std::chrono::milliseconds patience = options_.grace; // of a loss that is not noted yet, too
     {
         const std::lock_guard lock(mutex_);
         if (stopped_)
