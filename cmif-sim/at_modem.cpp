@@ -12,6 +12,11 @@ namespace cmif_sim
 ServerOptions at_modem_options(ServerOptions options)
 {
     options.at = options.qmi = options.store = false;
+    const auto mishaps = std::make_shared<at_front::Mishaps>();
+    options.mishaps = mishaps;
+    options.further_commands = [mishaps](simulated::Modem &) {
+        return scenario::Commands{at_front::answer_command(*mishaps)};
+    };
     return options;
 }
 
@@ -22,7 +27,7 @@ int serve_at_modem(const ServerOptions &options)
     Simulation simulation(options);
     if (!simulation.start())
         return 1;
-    const at_front::Front front(simulation.modem(), ports);
+    const at_front::Front front(simulation.modem(), *options.mishaps, ports);
     serve_commands(simulation, options, signals, [&front] {
         for (const std::string &path : front.paths())
             std::puts(path.c_str());

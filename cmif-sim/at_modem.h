@@ -7,7 +7,7 @@
 namespace cmif_sim
 {
 
-// Without daemons.
+// Without daemons, and with what can go wrong on AT ports.
 ServerOptions at_modem_options(ServerOptions options);
 
 // Prints the names of its ports, and serves them until SIGTERM or SIGINT. Returns the exit status:

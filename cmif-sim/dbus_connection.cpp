@@ -98,7 +98,7 @@ DbusMessage DbusConnection::read_message() const
     return parse_message(start + read(size - start.size()));
 }
 
-void DbusConnection::end()
+void DbusConnection::end() const
 {
     shutdown(file_, SHUT_RDWR);
 }

@@ -30,7 +30,7 @@ public:
     DbusMessage receive();
 
     // Lets a receive() in another thread fail.
-    void end();
+    void end() const;
 
 private:
     void authenticate();

@@ -29,7 +29,7 @@ std::string path_of(const Program &program)
     std::string rest = search_path;
     while (!rest.empty()) {
         const std::size_t end = std::min(rest.find(':'), rest.size());
-        const std::string path = rest.substr(0, end) + "/" + program.name;
+        std::string path = rest.substr(0, end) + "/" + program.name;
         if (access(path.c_str(), X_OK) == 0)
             return path;
         rest.erase(0, end + 1);

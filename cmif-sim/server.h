@@ -12,6 +12,10 @@
 #include <string>
 #include <string_view>
 
+namespace at_front
+{
+class Mishaps;
+}
 namespace simulated
 {
 class Modem;
@@ -35,6 +39,9 @@ struct ServerOptions {
 
     // What else can happen to the modem, as it is connected to a computer.
     std::function<scenario::Commands(simulated::Modem &modem)> further_commands{};
+
+    // What goes wrong with the answers on AT ports.
+    std::shared_ptr<at_front::Mishaps> mishaps{};
 
     // Called with the name of each event (modems/simulated/situation.h).
     std::function<void(std::string_view event)> happened{};

@@ -27,15 +27,20 @@ namespace
 
 constexpr const char *directory = "/tmp/cmif-sim-usb";
 
+scenario::Commands commands_of(const ServerOptions &options, UsbModem *usb, simulated::Modem &modem)
+{
+    return {at_front::answer_command(*options.mishaps), usb_command(usb, modem)};
+}
+
 // The modem and its network. All of the box talks to it through ModemManager.
 int serve_modem(ServerOptions options, pid_t computer, int ready_fd)
 try {
     const sigset_t signals = daemons::block_termination_signals();
     become_network();
-    UsbModem usb(directory, bus_socket(directory), computer);
+    UsbModem usb(directory, bus_socket(directory), computer, *options.mishaps);
     Simulation *running = nullptr;
-    options.further_commands = [&usb](simulated::Modem &modem) {
-        return scenario::Commands{usb_command(&usb, modem)};
+    options.further_commands = [&usb, &options](simulated::Modem &modem) {
+        return commands_of(options, &usb, modem);
     };
     options.happened = [&](std::string_view name) {
         if (running)
@@ -107,8 +112,8 @@ try {
 ServerOptions usb_options(ServerOptions options)
 {
     options = at_modem_options(std::move(options));
-    options.further_commands = [](simulated::Modem &modem) {
-        return scenario::Commands{usb_command(nullptr, modem)}; // to be checked, not carried out
+    options.further_commands = [options](simulated::Modem &modem) {
+        return commands_of(options, nullptr, modem); // to be checked, not carried out
     };
     return options;
 }

@@ -53,8 +53,10 @@ DbusMessage kernel_event(const char *action, const UsbInterface &interface)
 
 } // namespace
 
-UsbModem::UsbModem(std::string directory, const std::string &bus, pid_t computer)
-    : directory_(std::move(directory)), computer_(computer), reports_(bus), news_(bus)
+UsbModem::UsbModem(std::string directory, const std::string &bus, pid_t computer,
+                   at_front::Mishaps &mishaps)
+    : directory_(std::move(directory)), computer_(computer), mishaps_(mishaps), reports_(bus),
+      news_(bus)
 {
     ask_for_news(news_);
     watcher_ = std::thread([this] { watch_manager(); });
@@ -175,7 +177,7 @@ void UsbModem::follow(simulated::Modem *wanted)
 
 void UsbModem::connect_to(simulated::Modem &modem)
 {
-    front_ = std::make_unique<at_front::Front>(modem, 2, model);
+    front_ = std::make_unique<at_front::Front>(modem, mishaps_, 2, model);
     add_usb_modem(directory_, front_->paths());
     add_interface(computer_, "wwan0");
     report("add");

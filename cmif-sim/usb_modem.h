@@ -21,7 +21,8 @@ class UsbModem
 {
 public:
     // The tree of usb_tree.h, the socket of the D-Bus daemon, and a process of the computer.
-    UsbModem(std::string directory, const std::string &bus, pid_t computer);
+    UsbModem(std::string directory, const std::string &bus, pid_t computer,
+             at_front::Mishaps &mishaps);
     ~UsbModem(); // unplugs
     UsbModem(const UsbModem &) = delete;
     UsbModem &operator=(const UsbModem &) = delete;
@@ -46,6 +47,7 @@ private:
 
     std::string directory_;
     pid_t computer_;
+    at_front::Mishaps &mishaps_;
     DbusConnection reports_, news_;
     std::unique_ptr<at_front::Front> front_; // of the worker, while plugged in
 

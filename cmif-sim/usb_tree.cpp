@@ -53,8 +53,9 @@ void make_dev(const fs::path &real)
     check_errno(mount("cmif-sim", "/dev", "tmpfs", MS_NOSUID, "mode=0755") == 0, "mount /dev");
     for (const char *name : {"null", "zero", "full", "random", "urandom", "tty"})
         if (fs::is_character_file(fs::symlink_status(real / name))) {
-            std::ofstream(fs::path("/dev") / name);
-            bind(real / name, fs::path("/dev") / name);
+            const fs::path target = fs::path("/dev") / name;
+            const std::ofstream file(target);
+            bind(real / name, target);
         }
     fs::create_directory("/dev/pts");
     make_terminals(real / "pts");

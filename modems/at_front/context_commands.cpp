@@ -9,7 +9,6 @@ namespace
 {
 
 using daemons::PdpProfile;
-using daemons::PdpType;
 using simulated::Profiles;
 
 // The number of a context in its place, or nothing.
@@ -141,8 +140,10 @@ Answer set_events(Call &call)
     return ok;
 }
 
-constexpr const char *profile_ranges = "(1-16),\"IP\",,,(0),(0)\n(1-16),\"PPP\",,,(0),(0)\n"
-                                       "(1-16),\"IPV6\",,,(0),(0)\n(1-16),\"IPV4V6\",,,(0),(0)";
+constexpr const char *profile_ranges = R"((1-16),"IP",,,(0),(0)
+(1-16),"PPP",,,(0),(0)
+(1-16),"IPV6",,,(0),(0)
+(1-16),"IPV4V6",,,(0),(0))";
 
 // clang-format off
 constexpr Command rows[] = {

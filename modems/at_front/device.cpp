@@ -3,7 +3,8 @@
 namespace at_front
 {
 
-Device::Device(simulated::Modem &modem, std::string model) : modem_(modem), model_(std::move(model))
+Device::Device(simulated::Modem &modem, Mishaps &mishaps, std::string model)
+    : modem_(modem), mishaps_(mishaps), model_(std::move(model))
 {
     start_ = look([](const ModemState &, Time now) { return now; });
     modem_.watch([this] {
@@ -46,7 +47,7 @@ void Device::watch(std::function<void()> changed)
     watcher_ = std::move(changed);
 }
 
-bool Device::wait_until(const std::function<bool()> &done, std::chrono::seconds limit,
+bool Device::wait_until(const std::function<bool()> &done, scenario::Duration limit,
                         const std::function<bool()> &given_up)
 {
     const auto end = std::chrono::steady_clock::now() + limit;

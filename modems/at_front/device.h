@@ -2,6 +2,7 @@
 #ifndef MODEMS_AT_FRONT_DEVICE_H
 #define MODEMS_AT_FRONT_DEVICE_H
 
+#include "mishaps.h"
 #include "modems/simulated/modem.h"
 
 #include <array>
@@ -29,12 +30,13 @@ class Device
 {
 public:
     // `model` is what +CGMM answers.
-    explicit Device(simulated::Modem &modem, std::string model = ModemState::hardware);
+    Device(simulated::Modem &modem, Mishaps &mishaps, std::string model);
     ~Device(); // no thread waits any more
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
 
     simulated::Modem &modem() { return modem_; }
+    Mishaps &mishaps() { return mishaps_; }
     const std::string &model() const { return model_; }
     daemons::ModemStatus status() const { return modem_.status(); }
 
@@ -51,7 +53,7 @@ public:
 
     // Waits until `done`, which is asked after each change of the modem. False when that took
     // longer than `limit`, when `given_up` holds, or at the end.
-    bool wait_until(const std::function<bool()> &done, std::chrono::seconds limit,
+    bool wait_until(const std::function<bool()> &done, scenario::Duration limit,
                     const std::function<bool()> &given_up);
 
     // Lets all who wait look again.
@@ -76,6 +78,7 @@ public:
 
 private:
     simulated::Modem &modem_;
+    Mishaps &mishaps_;
     std::string model_;
     Time start_{};
     mutable std::mutex mutex_; // of all below

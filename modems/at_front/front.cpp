@@ -3,8 +3,8 @@
 namespace at_front
 {
 
-Front::Front(simulated::Modem &modem, std::size_t ports, std::string model)
-    : device_(modem, std::move(model))
+Front::Front(simulated::Modem &modem, Mishaps &mishaps, std::size_t ports, std::string model)
+    : device_(modem, mishaps, std::move(model))
 {
     for (std::size_t i = 0; i < ports; ++i)
         ports_.push_back(std::make_unique<Port>(device_));

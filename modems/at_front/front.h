@@ -14,8 +14,9 @@ namespace at_front
 class Front
 {
 public:
-    // The modem must outlive this. Throws std::system_error.
-    Front(simulated::Modem &modem, std::size_t ports, std::string model = ModemState::hardware);
+    // All that is referred to must outlive this. Throws std::system_error.
+    Front(simulated::Modem &modem, Mishaps &mishaps, std::size_t ports,
+          std::string model = ModemState::hardware);
     ~Front();
     Front(const Front &) = delete;
     Front &operator=(const Front &) = delete;

@@ -89,6 +89,21 @@ std::string Interpreter::run(const std::string &line)
         session_ = {}; // it has forgotten everything when it is back
         return "";
     }
+    const std::optional<Mishap> mishap = device_.mishaps().take(line);
+    if (!mishap)
+        return carry_out(line);
+    if (mishap->kind == Mishap::Kind::refuse)
+        return text_of_ending({{}, Ending::cme, mishap->error}, session_);
+    const std::string text = carry_out(line);
+    if (mishap->kind == Mishap::Kind::lose)
+        return "";
+    device_.wait_until([] { return false; }, device_.modem().scale().scaled(mishap->delay),
+                       called_off_);
+    return text;
+}
+
+std::string Interpreter::carry_out(const std::string &line)
+{
     const auto requests = parse_line(line.substr(2));
     return requests ? run_requests(*requests) : text_of_ending(error, session_);
 }

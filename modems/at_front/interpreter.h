@@ -35,6 +35,7 @@ public:
 private:
     Answer run_request(const Request &request);
     std::string run_requests(const std::vector<Request> &requests);
+    std::string carry_out(const std::string &line);
 
     Device &device_;
     std::function<bool()> called_off_;

@@ -172,7 +172,7 @@ Answer delete_message(Call &call)
 
 Answer show_centre(Call &)
 {
-    return line("+CSCA: \"+12025550190\",145");
+    return line(R"(+CSCA: "+12025550190",145)");
 }
 
 Answer send(Call &call)
@@ -189,8 +189,8 @@ constexpr Command rows[] = {
     // name    test                                      read              set              execute
     {"+CMGF", "(0)",                                    read_format,      set_format,      nullptr},
     {"+CSMS", "(0,1)",                                  read_service,     set_service,     nullptr},
-    {"+CPMS", "(\"SM\"),(\"SM\"),(\"SM\")",             read_storage,     set_storage,     nullptr},
-    {"+CNMI", "(0-2),(0,1),(0-3),(0-2),(0,1)",              read_indications, set_indications, nullptr},
+    {"+CPMS", R"(("SM"),("SM"),("SM"))",                read_storage,     set_storage,     nullptr},
+    {"+CNMI", "(0-2),(0,1),(0-3),(0-2),(0,1)",          read_indications, set_indications, nullptr},
     {"+CMGL", "(0-4)",                                  nullptr,          list,            list},
     {"+CMGR", "",                                       nullptr,          read_message,    nullptr},
     {"+CMGD", "(1-255),(0-4)",                          nullptr,          delete_message,  nullptr},

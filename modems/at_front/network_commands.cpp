@@ -8,7 +8,6 @@ namespace
 {
 
 using daemons::Operator;
-using daemons::Registration;
 using daemons::Technology;
 using simulated::Needs;
 

@@ -30,7 +30,7 @@ Registration state_of(Domain domain, const daemons::ModemStatus &status)
 std::string registration_text(Domain domain, const daemons::ModemStatus &status, int level)
 {
     const Registration state = state_of(domain, status);
-    const std::string text = std::to_string(static_cast<int>(state));
+    std::string text = std::to_string(static_cast<int>(state));
     if (level < 2 || !is_registered(state) || !status.technology)
         return text;
     return text + ",\"" + status.cell.lac + "\",\"" + status.cell.cell_id + "\"," +

@@ -154,7 +154,7 @@ constexpr Command rows[] = {
     {"+IFC",  "(0-2),(0-2)",          nullptr,                accept,                nullptr},
     {"+IPR",  "(),(0,115200)",        nullptr,                accept,                nullptr},
     {"+CMEE", "(0-2)",                read_error_mode,        set_error_mode,        nullptr},
-    {"+CSCS", "(\"IRA\",\"GSM\",\"UCS2\")", read_character_set, set_character_set,   nullptr},
+    {"+CSCS", R"(("IRA","GSM","UCS2"))", read_character_set,  set_character_set,     nullptr},
     {"+CFUN", "(0,1,4,16),(0,1)",     read_functionality,     set_functionality,     nullptr},
     {"+CCLK", "",                     read_clock,             nullptr,               nullptr},
     {"+CTZR", "(0,1)",                read_time_zone_reports, set_time_zone_reports, nullptr},

@@ -141,8 +141,8 @@ Answer access_file(Call &call)
 constexpr Command rows[] = {
     // name    test                     read      set           execute
     {"+CPIN", "",                      read_pin, set_pin,      nullptr},
-    {"+CLCK", "(\"SC\",\"PN\")",       nullptr,  set_lock,     nullptr},
-    {"+CPWD", "(\"SC\",8)",            nullptr,  set_password, nullptr},
+    {"+CLCK", R"(("SC","PN"))",        nullptr,  set_lock,     nullptr},
+    {"+CPWD", R"(("SC",8))",           nullptr,  set_password, nullptr},
     {"+CIMI", "",                      nullptr,  nullptr,      show_imsi},
     {"+CNUM", "",                      nullptr,  nullptr,      show_number},
     {"+CCID", "",                      nullptr,  nullptr,      show_iccid},

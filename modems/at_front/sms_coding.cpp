@@ -149,18 +149,20 @@ std::string hexadecimal(const Octets &octets)
     return text;
 }
 
-std::optional<Octets> octets_of(std::string_view text)
+std::optional<Octets> octets_of(std::string_view hexadecimal)
 {
     constexpr std::string_view digits = "0123456789ABCDEFabcdef";
     const auto value = [&](char digit) {
         const std::size_t place = digits.find(digit);
         return place < 16 ? place : place - 6;
     };
-    if (text.size() % 2 != 0 || text.find_first_not_of(digits) != std::string_view::npos)
+    if (hexadecimal.size() % 2 != 0 ||
+        hexadecimal.find_first_not_of(digits) != std::string_view::npos)
         return std::nullopt;
     Octets octets;
-    for (std::size_t i = 0; i < text.size(); i += 2)
-        octets.push_back(static_cast<std::uint8_t>(value(text[i]) << 4 | value(text[i + 1])));
+    for (std::size_t i = 0; i < hexadecimal.size(); i += 2)
+        octets.push_back(
+            static_cast<std::uint8_t>(value(hexadecimal[i]) << 4 | value(hexadecimal[i + 1])));
     return octets;
 }
 

@@ -129,6 +129,7 @@ std::vector<Pdu> deliver_pdus(const daemons::Message &message, int reference)
     const std::vector<std::string> texts = simulated::sms_parts(message.text);
     const std::uint8_t coding = septets_of(message.text) ? gsm_coding : ucs2_coding;
     const int total = static_cast<int>(texts.size());
+    pdus.reserve(texts.size());
     for (const std::string &text : texts)
         pdus.push_back(deliver_pdu(message, text,
                                    {coding, reference, total, static_cast<int>(pdus.size()) + 1}));

@@ -53,7 +53,7 @@ Terminal::~Terminal()
 }
 
 // A program may have claimed the port for itself alone, and ended; the claim would stay.
-std::string Terminal::read()
+std::string Terminal::read() const
 {
     char buffer[4096];
     ioctl(slave_, TIOCNXCL);
@@ -61,7 +61,7 @@ std::string Terminal::read()
     return size > 0 ? std::string(buffer, static_cast<std::size_t>(size)) : "";
 }
 
-void Terminal::write(std::string_view text)
+void Terminal::write(std::string_view text) const
 {
     constexpr int patience = 1000; // milliseconds
     while (!text.empty()) {

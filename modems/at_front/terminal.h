@@ -20,9 +20,9 @@ public:
     int file() const { return master_; }              // to be polled
 
     // What there is, at most one buffer. Nothing at the end.
-    std::string read();
+    std::string read() const;
     // Gives up what no program takes within a while.
-    void write(std::string_view text);
+    void write(std::string_view text) const;
 
 private:
     int master_ = -1;

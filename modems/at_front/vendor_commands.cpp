@@ -62,7 +62,7 @@ Answer read_bands(Call &)
 
 Answer read_usb_profile(Call &)
 {
-    return line("+UUSBCONF: 3,\"RNDIS\",,\"0xffff\"");
+    return line(R"(+UUSBCONF: 3,"RNDIS",,"0xffff")");
 }
 
 Answer read_networking_mode(Call &)
@@ -70,15 +70,20 @@ Answer read_networking_mode(Call &)
     return line("+UBMCONF: 2"); // a bridge: the host has the address that the network gives
 }
 
+std::string quoted(const std::string &text)
+{
+    return '"' + text + '"';
+}
+
 Answer show_interface(Call &call)
 {
     const auto number = call.given.number(0, 1);
     if (!number || connected_context(call.device) != number)
         return ended(CmeError::not_allowed);
-    const std::string ipv4 = call.device.modem().status().ipv4_address;
-    const std::string gateway =
-        ipv4.empty() ? "\"\",\"\"" : "\"" + std::string(ipv4_gateway) + "\",\"" + ipv4_mask + "\"";
-    return line("+UIPADDR: " + std::to_string(*number) + ",\"ccinet0\"," + gateway + ",\"\",\"\"");
+    const bool ipv4 = !call.device.status().ipv4_address.empty();
+    return line("+UIPADDR: " + std::to_string(*number) + ",\"ccinet0\"," +
+                quoted(ipv4 ? ipv4_gateway : "") + "," + quoted(ipv4 ? ipv4_mask : "") +
+                ",\"\",\"\"");
 }
 
 // clang-format off

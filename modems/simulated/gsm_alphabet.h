@@ -24,8 +24,8 @@ struct Character {
     std::size_t bytes = 0; // 0 for what is no character
 };
 
-// The first one of a text that is not empty.
-Character first_of(std::string_view utf8);
+// The first one of a text in UTF-8 that is not empty.
+Character first_of(std::string_view text);
 
 } // namespace simulated
 

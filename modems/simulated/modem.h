@@ -27,6 +27,8 @@ public:
     // passed on.
     void happen(const std::function<void(ModemState &state, Time now)> &action);
 
+    scenario::TimeScale scale() const { return clock_.scale(); }
+
     // Reads the state, which `look` must not keep. Nothing is signalled.
     void inspect(const std::function<void(const ModemState &state, Time now)> &look) const;
 

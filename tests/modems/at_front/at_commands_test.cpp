@@ -252,6 +252,50 @@ TEST_F(AtCommands, OfAModemThatIsDownAreNotAnswered)
     EXPECT_EQ(answer("AT+CMEE?"), "+CMEE: 0|OK"); // it starts from the beginning
 }
 
+// The commands that make answers go wrong.
+class AtMishaps : public AtModem
+{
+protected:
+    AtMishaps() { commands = {at_front::answer_command(mishaps)}; }
+};
+
+TEST_F(AtMishaps, LoseTheAnswerOfWhatIsDone)
+{
+    run("answer lose +cpin");
+    EXPECT_EQ(answer("AT"), "OK");
+    EXPECT_EQ(answer("AT+CPIN=1234"), "");
+    EXPECT_EQ(answer("AT+CPIN?"), "+CPIN: READY|OK");
+}
+
+TEST_F(AtMishaps, RefuseWhatIsNotDone)
+{
+    answer("AT+CMEE=1");
+    run("answer refuse 13 +CPIN=");
+    run("answer refuse 100");
+    EXPECT_EQ(answer("AT+CPIN=1234"), "+CME ERROR: 13");
+    EXPECT_EQ(answer("AT+CPIN?"), "+CME ERROR: 100");
+    EXPECT_EQ(answer("AT+CPIN?"), "+CPIN: SIM PIN|OK");
+}
+
+TEST_F(AtMishaps, DelayTheAnswerUnlessItIsCalledOff)
+{
+    run("answer delay 10ms");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(answer("AT"), "OK");
+    EXPECT_GE(std::chrono::steady_clock::now() - start, 10ms);
+    run("answer delay 60s");
+    called_off = true;
+    EXPECT_EQ(answer("AT"), "OK");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 50s);
+}
+
+TEST_F(AtMishaps, AreReadAsALine)
+{
+    EXPECT_EQ(error("answer"), "7: what happens to an answer is missing");
+    EXPECT_EQ(error("answer refuse 1000"),
+              "15: the number of +CME ERROR is a whole number from 0 to 999, not '1000'");
+}
+
 using AtReports = AtModem;
 
 TEST_F(AtReports, ComeOnlyWhereTheyWereAskedFor)

@@ -61,7 +61,8 @@ protected:
 
     scenario::RealClock clock{scenario::TimeScale(0)};
     simulated::Modem modem{clock, 1};
-    at_front::Front front{modem, 2};
+    at_front::Mishaps mishaps;
+    at_front::Front front{modem, mishaps, 2};
     Line primary{front.paths().at(0)}, secondary{front.paths().at(1)};
 };
 
@@ -135,7 +136,8 @@ TEST(AtPortsAtFullPace, CallOffWhatTakesLong)
 {
     scenario::RealClock clock;
     simulated::Modem modem(clock, 1);
-    const at_front::Front front(modem, 2);
+    at_front::Mishaps mishaps;
+    const at_front::Front front(modem, mishaps, 2);
     const Line primary(front.paths().at(0)), secondary(front.paths().at(1));
     scenario::Words words("state registered");
     scenario::parse_command(simulated::modem_commands(modem), words)();

@@ -1,0 +1,45 @@
+// What goes wrong with answers on command: lost, late, or a refusal instead.
+#ifndef MODEMS_AT_FRONT_MISHAPS_H
+#define MODEMS_AT_FRONT_MISHAPS_H
+
+#include "scenario/command.h"
+#include "scenario/time_scale.h"
+
+#include <chrono>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace at_front
+{
+
+struct Mishap {
+    enum class Kind { lose, delay, refuse };
+
+    Kind kind;
+    std::string command{}; // the beginning of the line after "AT", "" for any
+    std::chrono::milliseconds delay{};
+    int error = 0; // of +CME ERROR
+};
+
+// Each happens once, in the order in which they were armed. For several threads.
+class Mishaps
+{
+public:
+    void arm(Mishap mishap);
+
+    // The first one that is meant for this line, which is then over.
+    std::optional<Mishap> take(const std::string &line);
+
+private:
+    std::mutex mutex_;
+    std::vector<Mishap> armed_;
+};
+
+// "answer lose | delay DURATION | refuse N", and the command that is meant.
+scenario::Command answer_command(Mishaps &mishaps);
+
+} // namespace at_front
+
+#endif
