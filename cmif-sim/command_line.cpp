@@ -91,7 +91,7 @@ constexpr const char *at_modem_details =
     "Prints the names of its two ports, pseudo-terminals, one on each line, and serves them until stopped by SIGTERM or SIGINT. "
     "They speak the AT commands of 3GPP TS 27.007 and 27.005, messages as PDUs.";
 constexpr const char *usb_details =
-    "This computer's ModemManager runs in the box, on a D-Bus of its own, and finds a USB modem with two AT ports and a network interface. "
+    "This computer's ModemManager runs in the box, on a D-Bus of its own, and finds a USB modem with two AT ports and a network interface; a third AT port, /dev/ttyACM2, is left to other programs. "
     "The program starts when ModemManager shows the modem. It has its own network, in which 192.0.2.1 answers while there is a connection, and what a program of run has. "
     "ModemManager's log is /tmp/cmif-sim-usb/ModemManager.log in the box. The exit status is the program's.";
 constexpr const char *replay_details =

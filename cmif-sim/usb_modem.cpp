@@ -177,7 +177,7 @@ void UsbModem::follow(simulated::Modem *wanted)
 
 void UsbModem::connect_to(simulated::Modem &modem)
 {
-    front_ = std::make_unique<at_front::Front>(modem, mishaps_, 2, model);
+    front_ = std::make_unique<at_front::Front>(modem, mishaps_, usb_terminals, model);
     add_usb_modem(directory_, front_->paths());
     add_interface(computer_, "wwan0");
     report("add");
@@ -195,7 +195,8 @@ void UsbModem::disconnect()
 void UsbModem::report(const char *action)
 {
     for (const UsbInterface &interface : usb_interfaces)
-        reports_.send(kernel_event(action, interface));
+        if (interface.managed)
+            reports_.send(kernel_event(action, interface));
 }
 
 // The modem is powered over USB.

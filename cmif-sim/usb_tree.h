@@ -16,10 +16,13 @@ void enter_usb_tree(const std::string &directory);
 // A port, or a network interface, of the modem.
 struct UsbInterface {
     const char *subsystem, *name, *driver;
+    bool managed = true; // ModemManager is told of it
 };
+inline constexpr std::size_t usb_terminals = 3; // the first ones
 inline constexpr UsbInterface usb_interfaces[] = {
     {"tty", "ttyACM0", "cdc_acm"},
     {"tty", "ttyACM1", "cdc_acm"},
+    {"tty", "ttyACM2", "cdc_acm", false},
     {"net", "wwan0", "rndis_host"},
 };
 

@@ -83,6 +83,17 @@ within 30 modem_has generic.current-modes 'allowed: 4g; preferred: none'
 exits 0 mmcli -i 0 --change-pin=4321 --pin=1234
 exits 0 mmcli -i 0 --disable-pin --pin=4321
 
+# A port that ModemManager leaves alone.
+exec 3<>/dev/ttyACM2
+printf 'AT+CGMM\r' >&3
+read -r echo <&3
+read -r line <&3
+case $echo$line in
+AT+CGMM*TOBY-L210*) ;;
+*) fail "'$line' on the third port" ;;
+esac
+exec 3<&-
+
 # Pulled out and plugged in: a modem that starts, its SIM open without a PIN.
 exits 0 cmif-sim ctl usb unplug
 within 30 no_modem
