@@ -47,7 +47,7 @@ void DbusConnection::authenticate()
 
 void DbusConnection::limit(std::chrono::seconds time) const
 {
-    const timeval limit{time.count(), 0};
+    const timeval limit{static_cast<time_t>(time.count()), 0};
     setsockopt(file_, SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
 }
 

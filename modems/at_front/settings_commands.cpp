@@ -107,7 +107,7 @@ Answer read_clock(Call &call)
         zone = state.time_zone;
         return std::chrono::floor<std::chrono::seconds>(now - call.device.start()).count();
     });
-    const std::time_t moment = power_on + seconds;
+    const auto moment = static_cast<std::time_t>(power_on + seconds);
     std::tm parts{};
     gmtime_r(&moment, &parts);
     char text[48];
