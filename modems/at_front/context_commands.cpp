@@ -36,7 +36,7 @@ Answer read_profiles(Call &call)
         if (!profile.apn.empty())
             answer.lines.push_back("+CGDCONT: " + std::to_string(number) + ",\"" +
                                    daemons::name_of(profile.type) + "\",\"" + profile.apn +
-                                   "\",\"\",0,0");
+                                   R"(","",0,0)");
     }
     return answer;
 }

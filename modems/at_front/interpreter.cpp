@@ -94,7 +94,7 @@ std::string Interpreter::run(const std::string &line)
         return carry_out(line);
     if (mishap->kind == Mishap::Kind::refuse)
         return text_of_ending({{}, Ending::cme, mishap->error}, session_);
-    const std::string text = carry_out(line);
+    std::string text = carry_out(line);
     if (mishap->kind == Mishap::Kind::lose)
         return "";
     device_.wait_until([] { return false; }, device_.modem().scale().scaled(mishap->delay),

@@ -83,7 +83,7 @@ Answer show_interface(Call &call)
     const bool ipv4 = !call.device.status().ipv4_address.empty();
     return line("+UIPADDR: " + std::to_string(*number) + ",\"ccinet0\"," +
                 quoted(ipv4 ? ipv4_gateway : "") + "," + quoted(ipv4 ? ipv4_mask : "") +
-                ",\"\",\"\"");
+                R"(,"","")");
 }
 
 // clang-format off
