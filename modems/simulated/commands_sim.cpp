@@ -34,8 +34,9 @@ Action parse_lock_network(Modem &modem, Words &words)
     const std::string plmn = words.at_end() ? "" : words.take_digits("the network", 5, 6);
     return [&modem, plmn] {
         modem.happen([&](ModemState &state, Time) {
-            const bool first = state.sim.identity.home_network == first_sim.home_network;
-            const char *const foreign = (first ? other_sim : first_sim).home_network;
+            const std::string_view home = state.sim.identity.home_network;
+            const char *const foreign =
+                (home == first_sim.home_network ? other_sim : first_sim).home_network;
             state.lock.bind(plmn.empty() ? foreign : plmn);
         });
     };
