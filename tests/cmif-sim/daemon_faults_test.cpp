@@ -111,10 +111,8 @@ TEST_F(DaemonFault, DiesInASearchWhoseResultIsLost)
     EXPECT_EQ(ask_at(12, {"1234"}), answer::ok);
     command("fault at die after searching\nfault at restart after search-done");
     send_at(24);
-    EXPECT_TRUE(stays_silent(at_replies(), 24));
-    for (int tries = 5000; status().find("AT       serving") == std::string::npos && tries > 0;
-         --tries)
-        std::this_thread::sleep_for(1ms);
+    await_status("AT       ended");
+    await_status("AT       serving"); // the search is over
     EXPECT_TRUE(stays_silent(at_replies(), 24));
     send_at(24);
     EXPECT_TRUE(payload(at_replies(), 24));
@@ -124,9 +122,7 @@ TEST_F(DaemonFault, IsKilledByHandLikeAnyProcess)
 {
     const pid_t at = at_daemon();
     kill(at, SIGTERM);
-    for (int tries = 2000; status().find("AT       ended") == std::string::npos && tries > 0;
-         --tries)
-        std::this_thread::sleep_for(1ms);
+    await_status("AT       ended");
     EXPECT_FALSE(exists(at));
     command("fault at restart");
     EXPECT_EQ(ask_at(4), answer::ok);

@@ -20,6 +20,15 @@ protected:
     }
     std::string status() { return cmif_sim::ask_box(server->process().process(), "status").text; }
 
+    // Waits until the status has this text, or has it no more.
+    void await_status(const std::string &text, bool there = true)
+    {
+        const auto has_it = [&] { return status().find(text) != std::string::npos; };
+        for (int tries = 5000; has_it() != there && tries > 0; --tries)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        EXPECT_EQ(has_it(), there) << text << "\n" << status();
+    }
+
     static int at_requests() { return AtServer::requests(); }
     static int at_replies() { return AtServer::replies(); }
     static int qmi_replies() { return QmiServer::replies(); }
