@@ -207,6 +207,17 @@ TEST_F(DaemonFault, EndsPromptlyWhileFrozen)
     EXPECT_LT(std::chrono::steady_clock::now() - before, 2s);
 }
 
+TEST_F(DaemonFault, EndsPromptlyWithWhatAFreezeHasCaught)
+{
+    command("fault at 12 freeze");
+    send_at(12, {"1234"});
+    await_status("AT       frozen");
+    const auto before = std::chrono::steady_clock::now();
+    EXPECT_EQ(server->end(SIGTERM), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - before, 2s);
+    EXPECT_TRUE(stays_silent(at_replies(), 12));
+}
+
 TEST_F(DaemonFault, IgnoresARequest)
 {
     command("fault at 12 ignore");

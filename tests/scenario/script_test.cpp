@@ -81,6 +81,7 @@ TEST(Script, ReportsEverythingThatIsWrong)
 TEST(Script, MissesWhatALineLacks)
 {
     EXPECT_EQ(errors_of("at"), "f:1:3: the time is missing");
+    EXPECT_EQ(errors_of("every"), "f:1:6: the time is missing");
     EXPECT_EQ(errors_of("at 5s"), "f:1:6: a command is missing");
     EXPECT_EQ(errors_of("when sms # then?"), "f:1:17: a command is missing");
     EXPECT_EQ(errors_of("when request"), "f:1:13: the request's code is missing");
