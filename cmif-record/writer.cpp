@@ -25,49 +25,51 @@ public:
     {
     }
 
-    // Whether there was anything.
-    bool write_all()
+    // Of all that lies in the ring.
+    void write_all()
     {
         constexpr std::size_t part = 1 << 16;
-        bool any = false;
-        std::string text = lost_so_far();
-        for (Ring::Item item; ring_.take(item); any = true) {
+        report_lost();
+        std::string text;
+        for (Ring::Item item; ring_.take(item);) {
             text += lines_.line_of(item);
             if (text.size() < part)
                 continue;
-            write(text);
+            lost_ += write(text);
             ring_.written();
             text.clear();
         }
-        write(text);
+        lost_ += write(text);
         ring_.written();
-        return any;
     }
 
 private:
-    std::string lost_so_far()
+    void report_lost()
     {
-        const unsigned count = ring_.take_lost() + unwritten_;
-        unwritten_ = 0;
-        return count > 0 ? lines_.lost_line(ring_.now(), getpid(), count) : "";
+        lost_ += ring_.take_lost();
+        if (lost_ > 0 && write(lines_.lost_line(ring_.now(), getpid(), lost_)) == 0)
+            lost_ = 0;
     }
 
-    void write(std::string_view text)
+    // How many of the lines could not be written: the disk is full, perhaps. One that was begun is
+    // taken back.
+    unsigned write(std::string_view text)
     {
         while (!text.empty()) {
             const ssize_t size = ::write(file_, text.data(), text.size());
-            if (size == -1 && errno != EINTR)
-                return give_up(text);
+            if (size == -1 && errno != EINTR) {
+                take_back_begun_line();
+                return static_cast<unsigned>(std::count(text.begin(), text.end(), '\n'));
+            }
             const std::size_t done = size == -1 ? 0 : static_cast<std::size_t>(size);
             at_line_start_ = done > 0 ? text[done - 1] == '\n' : at_line_start_;
             text.remove_prefix(done);
         }
+        return 0;
     }
 
-    // A full disk, perhaps. A line that has been begun is ended, so that only that one is broken.
-    void give_up(std::string_view text)
+    void take_back_begun_line()
     {
-        unwritten_ += static_cast<unsigned>(std::count(text.begin(), text.end(), '\n'));
         if (!at_line_start_ && ftruncate(file_, end_of_last_line()) == 0)
             at_line_start_ = true;
     }
@@ -83,7 +85,7 @@ private:
     Ring &ring_;
     int file_;
     EntryLines lines_;
-    unsigned unwritten_ = 0;
+    unsigned lost_ = 0; // not told yet
     bool at_line_start_ = true;
 };
 
