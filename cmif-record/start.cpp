@@ -65,13 +65,21 @@ int create_file(const std::string &file, const std::string &head)
     fail(file);
 }
 
-// Out of the way: a program may expect the first free numbers for itself.
-int create_ring()
+// Out of the way, if there may be so many files: a program may expect the first free numbers for
+// itself.
+int moved_up(int file)
 {
     constexpr int high = 200;
-    const int memory = memfd_create("cmif-record", MFD_CLOEXEC);
-    const int file = memory == -1 ? -1 : fcntl(memory, F_DUPFD_CLOEXEC, high);
-    close(memory);
+    const int moved = file == -1 ? -1 : fcntl(file, F_DUPFD_CLOEXEC, high);
+    if (moved == -1)
+        return file;
+    close(file);
+    return moved;
+}
+
+int create_ring()
+{
+    const int file = moved_up(memfd_create("cmif-record", MFD_CLOEXEC));
     if (file == -1 || flock(file, LOCK_SH) != 0)
         fail("no memory to record in");
     Ring::create(file);

@@ -22,7 +22,7 @@ struct RecordingOptions {
 
 // What a process needs to take part.
 struct RingPlace {
-    int file;     // of the ring: at least 200, closed when a program is run
+    int file;     // of the ring; closed when a program is run
     pid_t writer; // which has it under the same number
 };
 

@@ -98,6 +98,12 @@ TEST(Program, RecordsAChildWithoutTheDaemonsFiles)
     EXPECT_EQ(counts("/tmp/r.jsonl").at("set"), 1);
 }
 
+TEST(Program, RecordsWhereFewFilesMayBeOpen)
+{
+    EXPECT_EQ(shell("ulimit -n 30; $R /tmp/r.jsonl -- $D").status, 3);
+    EXPECT_EQ(counts("/tmp/r.jsonl").at("set"), 1);
+}
+
 // The writer ends after the last process that is recorded, and holds nothing of the daemon's.
 TEST(Program, LeavesNoProcessBehind)
 {
