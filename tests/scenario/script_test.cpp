@@ -103,6 +103,8 @@ TEST(Script, IsReadFromAFile)
     EXPECT_EQ(read_script(path, commands).size(), 2U);
     std::ofstream(path) << "wrong\n";
     EXPECT_EQ(errors_of_file(path), path + ":1:1: a command is one of: say, not 'wrong'");
+    std::ofstream(path) << std::string(1024 * 1024, '#');
+    EXPECT_EQ(errors_of_file(path), "no error");
     std::ofstream(path) << std::string(1024 * 1024 + 1, '#');
     EXPECT_EQ(errors_of_file(path), path + ": cannot be read: a scenario has at most 1 MiB");
     std::filesystem::remove(path);
