@@ -35,8 +35,7 @@ std::size_t read_file(const char *path, char *text, std::size_t room)
     const int file =
         static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, O_RDONLY | O_CLOEXEC | O_NONBLOCK, 0));
     const long size = file == -1 ? 0 : syscall(SYS_read, file, text, room);
-    if (file != -1)
-        syscall(SYS_close, file);
+    syscall(SYS_close, file);
     return static_cast<std::size_t>(std::max(size, 0L));
 }
 
