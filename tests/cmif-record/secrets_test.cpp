@@ -1,4 +1,5 @@
 // No secret and no identity gets into a recording, whatever way it takes.
+#include "cmif-record/record_members.h"
 #include "recording_fixture.h"
 
 #include <cctype>
@@ -163,6 +164,22 @@ TEST_F(Secrets, AreReplacedInRecordsThatCannotBeDecoded)
     }
     expect_hidden(secret);
     EXPECT_GT(events().size(), 60U);
+}
+
+// By these a replay knows which fields match any text.
+TEST(SecretFields, AreThoseThatAreReplaced)
+{
+    using cmif_record::Channel;
+    using cmif_record::is_secret_field;
+    for (const char *name : {"user", "password"})
+        EXPECT_TRUE(is_secret_field(Channel::qmi, CMIF_QMI_MODIFY_PROFILE, name)) << name;
+    for (const char *name : {"apn", "auth", ""})
+        EXPECT_FALSE(is_secret_field(Channel::qmi, CMIF_QMI_MODIFY_PROFILE, name)) << name;
+    EXPECT_TRUE(is_secret_field(Channel::at, 12, "pin"));
+    EXPECT_TRUE(is_secret_field(Channel::at, 14, "puk"));
+    EXPECT_FALSE(is_secret_field(Channel::at, 9, "mode"));
+    EXPECT_FALSE(is_secret_field(Channel::at, 15, "pin"));
+    EXPECT_FALSE(is_secret_field(Channel::at, 99, "pin"));
 }
 
 TEST_F(Secrets, DoNotHideWhatIsNone)
