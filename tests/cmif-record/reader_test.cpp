@@ -81,6 +81,20 @@ TEST_F(Reader, RestoresRepliesByteForByte)
     EXPECT_EQ(found, sent);
 }
 
+// A replay compares it.
+TEST_F(Reader, HasThePayloadOfARequestThatTheFieldsDoNotTell)
+{
+    start(true);
+    ASSERT_EQ(send(CMIF_AT_REQUEST_KEY, 4, "\1\2"), 0);
+    ASSERT_EQ(receive(CMIF_AT_REQUEST_KEY), 2);
+    ASSERT_EQ(send(CMIF_AT_REQUEST_KEY, 4, at({})), 0);
+    ASSERT_EQ(receive(CMIF_AT_REQUEST_KEY), CMIF_AT_PAYLOAD);
+    const auto events = read_recording(recorded()).events;
+    ASSERT_EQ(events.size(), 2U);
+    EXPECT_EQ(events[0].fields.at("payload"), "\"0102\"");
+    EXPECT_EQ(events[1].fields.size(), 0U);
+}
+
 TEST_F(Reader, TakesBackWhatFailed)
 {
     const std::string thread = R"({"time":0,"process":1,"thread":)";
