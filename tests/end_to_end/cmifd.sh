@@ -24,6 +24,8 @@ PATH=$PATH:/usr/sbin:/sbin
 key_is() { [ "$(cmifctl config get "$1")" = "$2" ]; }
 sim_is() { key_is lte_sim_status "$1"; }
 pin() { printf %s "$1" | cmifctl sim enter-pin -; }
+last_pin() { printf %s "$1" | cmifctl sim enter-pin --force -; }
+puk() { printf '%s\n' "$@" | cmifctl sim enter-puk -; }
 
 exits 0 cmifd --first --probe
 grep -q '^model  *TOBY-L210$' "$work/out" || fail 'another model'
@@ -78,7 +80,14 @@ within 60 sim_is ''
 exits 4 cmifctl sim retries
 exits 0 cmif-sim ctl usb plug
 within 60 sim_is 'SIM PIN'
-[ "$(grep -c 'Sim.SendPin (\*)' "$work/log")" -eq 2 ] || fail 'a PIN was sent by itself'
+# The PIN blocked: ModemManager makes another modem of it, which is the same one here.
+for wrong in 1111 2222 3333; do exits 4 last_pin $wrong; done
+within 60 sim_is 'SIM PUK'
+exits 0 puk 12345678 1234
+within 30 sim_is READY
+within 60 key_is lte_network_reg_status_state 1
+
+[ "$(grep -c 'Sim.SendPin (\*)' "$work/log")" -eq 5 ] || fail 'a PIN was sent by itself'
 exits 1 grep -qE '9999|1234[^5]' "$work/log"
 
 kill "$daemon"
