@@ -6,8 +6,8 @@ namespace at_front
 const Command *find_command(std::string_view name)
 {
     for (const auto table :
-         {settings_commands, identity_commands, sim_commands, network_commands, signal_commands,
-          message_commands, context_commands, call_commands, vendor_commands})
+         {settings_commands, clock_commands, identity_commands, sim_commands, network_commands,
+          signal_commands, message_commands, context_commands, call_commands, vendor_commands})
         for (const Command &row : table())
             if (row.name == name)
                 return &row;

@@ -34,6 +34,7 @@ struct Command {
 using Commands = std::span<const Command>;
 
 Commands settings_commands();
+Commands clock_commands();
 Commands identity_commands();
 Commands sim_commands();
 Commands network_commands();

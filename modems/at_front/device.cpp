@@ -6,7 +6,7 @@ namespace at_front
 Device::Device(simulated::Modem &modem, Mishaps &mishaps, std::string model)
     : modem_(modem), mishaps_(mishaps), model_(std::move(model))
 {
-    start_ = look([](const ModemState &, Time now) { return now; });
+    clock_set_at_ = look([](const ModemState &, Time now) { return now; });
     modem_.watch([this] {
         wake();
         const std::lock_guard lock(watch_mutex_);
@@ -95,6 +95,21 @@ int Device::radio_access() const
 {
     const std::lock_guard lock(mutex_);
     return radio_access_;
+}
+
+std::time_t Device::clock() const
+{
+    const Time now = look([](const ModemState &, Time at) { return at; });
+    const std::lock_guard lock(mutex_);
+    return clock_set_ + std::chrono::floor<std::chrono::seconds>(now - clock_set_at_).count();
+}
+
+void Device::set_clock(std::time_t local)
+{
+    const Time now = look([](const ModemState &, Time at) { return at; });
+    const std::lock_guard lock(mutex_);
+    clock_set_ = local;
+    clock_set_at_ = now;
 }
 
 void Device::set_radio_access(int selection)

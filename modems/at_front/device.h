@@ -74,13 +74,14 @@ public:
     int radio_access() const; // as the vendor's +URAT numbers it
     void set_radio_access(int selection);
 
-    Time start() const { return start_; }
+    // Local time, as seconds since 1970. It runs on from what was set, at first from power on.
+    std::time_t clock() const;
+    void set_clock(std::time_t local);
 
 private:
     simulated::Modem &modem_;
     Mishaps &mishaps_;
     std::string model_;
-    Time start_{};
     mutable std::mutex mutex_; // of all below
     std::condition_variable changed_;
     unsigned changes_ = 0;
@@ -88,6 +89,8 @@ private:
     std::optional<int> active_context_;
     std::array<Credentials, simulated::Profiles::max_profiles + 1> credentials_;
     int radio_access_ = 4;
+    std::time_t clock_set_ = 1'709'726'400; // 2024-03-06 12:00:00
+    Time clock_set_at_{};
     std::mutex watch_mutex_;
     std::function<void()> watcher_;
 };

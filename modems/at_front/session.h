@@ -23,6 +23,7 @@ struct Session {
     int operator_format = 0; // +COPS: 0 long name, 1 short name, 2 number
     std::string character_set = "IRA";
     bool time_zone_reports = false; // +CTZR
+    bool time_zone_update = true;   // +CTZU
 
     int message_length = 0; // announced to +CMGS
 };

@@ -1,8 +1,6 @@
 // How a port answers, and what the modem is told about its terminal.
 #include "command.h"
 
-#include <cstdio>
-
 namespace at_front
 {
 namespace
@@ -98,40 +96,6 @@ Answer set_functionality(Call &call)
     return ok;
 }
 
-// "24/03/06,12:00:00+04": the modem's clock runs from there on.
-Answer read_clock(Call &call)
-{
-    constexpr std::time_t power_on = 1'709'726'400; // 2024-03-06 12:00:00
-    int zone = 0;
-    const auto seconds = call.device.look([&](const ModemState &state, Time now) {
-        zone = state.time_zone;
-        return std::chrono::floor<std::chrono::seconds>(now - call.device.start()).count();
-    });
-    const auto moment = static_cast<std::time_t>(power_on + seconds);
-    std::tm parts{};
-    gmtime_r(&moment, &parts);
-    char text[48];
-    const std::size_t size = std::strftime(text, sizeof text, "%Y/%m/%d,%H:%M:%S", &parts);
-    std::snprintf(text + size, sizeof text - size, "%+03d", zone);
-    constexpr std::size_t century = 2; // the year has two digits
-    return line("+CCLK: \"" + std::string(text + century) + "\"");
-}
-
-Answer read_time_zone_reports(Call &call)
-{
-    return line("+CTZR: " + std::to_string(static_cast<int>(call.session.time_zone_reports)));
-}
-
-Answer set_time_zone_reports(Call &call)
-{
-    return set_flag(call, call.session.time_zone_reports);
-}
-
-Answer read_time_zone_update(Call &)
-{
-    return line("+CTZU: 1");
-}
-
 // clang-format off
 constexpr Command rows[] = {
     // name    test                    read                    set                    execute
@@ -156,9 +120,6 @@ constexpr Command rows[] = {
     {"+CMEE", "(0-2)",                read_error_mode,        set_error_mode,        nullptr},
     {"+CSCS", R"(("IRA","GSM","UCS2"))", read_character_set,  set_character_set,     nullptr},
     {"+CFUN", "(0,1,4,16),(0,1)",     read_functionality,     set_functionality,     nullptr},
-    {"+CCLK", "",                     read_clock,             nullptr,               nullptr},
-    {"+CTZR", "(0,1)",                read_time_zone_reports, set_time_zone_reports, nullptr},
-    {"+CTZU", "(0,1)",                read_time_zone_update,  accept,                nullptr},
 };
 // clang-format on
 

@@ -20,6 +20,7 @@ if [ "${1-}" != inside ]; then
 fi
 
 PATH=$PATH:/usr/sbin:/sbin
+export LC_ALL=C.UTF-8 # in which mmcli reads its arguments
 modem() { mmcli -m any --output-keyvalue | sed -n "s/^modem\.$1 *: //p"; }
 modem_has() { [ "$(modem "$1")" = "$2" ]; }
 state_is() { modem_has generic.state "$1"; }

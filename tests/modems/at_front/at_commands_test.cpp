@@ -143,6 +143,22 @@ TEST_F(AtCommands, OnTheModemItself)
     EXPECT_ANSWERS(rows);
     clock.advance(61s);
     EXPECT_EQ(answer("AT+CCLK?"), "+CCLK: \"24/03/06,12:01:01+00\"|OK");
+    constexpr Row of_the_clock[] = {
+        {"AT+CTZU?", "+CTZU: 1|OK"},
+        {"AT+CTZU=0", "OK"},
+        {"AT+CTZU?", "+CTZU: 0|OK"},
+        {"AT+CTZU=2", "ERROR"},
+        {"AT+CCLK=\"25/12/31,23:59:58-14\"", "OK"},
+        {"AT+CCLK?", "+CCLK: \"25/12/31,23:59:58-14\"|OK"},
+        {"AT+CCLK=\"25/13/31,23:59:58-14\"", "ERROR"},
+        {"AT+CCLK=\"25/12/31,23:59:58\"", "ERROR"},
+        {"AT+CCLK=\"25/12/31,23:59:58+57\"", "ERROR"},
+        {"AT+CCLK=\"25/12/31,23:59:58+0x\"", "ERROR"},
+        {"AT+CCLK?", "+CCLK: \"25/12/31,23:59:58-14\"|OK"},
+    };
+    EXPECT_ANSWERS(of_the_clock);
+    clock.advance(2s);
+    EXPECT_EQ(answer("AT+CCLK?"), "+CCLK: \"26/01/01,00:00:00-14\"|OK");
     answer("AT+URAT=3");
     EXPECT_EQ(status().search_mode, daemons::SearchMode::eutran_only);
 }
