@@ -56,8 +56,8 @@ int probe(const Options &options)
     }
     if (!print_what_is_missing(modem, options.modem.device))
         return 1;
-    modem.tree().read([&](const Objects &objects) {
-        const View view(objects, modem.path());
+    modem.tree().read([&, path = modem.path()](const Objects &objects) {
+        const View view(objects, path);
         print_modem(view);
         std::printf("\n");
         print_abilities(view, !options.modem.at_port.empty());

@@ -32,6 +32,8 @@ public:
     bool has_manager() const { return has_manager_; }
     bool denied() const { return denied_; }
 
+    // The reader, and the condition of wait(), take no lock: those of the modem come before this
+    // one.
     template <class Reader>
     auto read(const Reader &reader) const
     {
