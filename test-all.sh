@@ -4,6 +4,7 @@
 #
 #     ./test-all.sh [WORD...]    all words without one, which takes hours
 #
+#     tidy       clang-tidy's rules and clang's static analyzer
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     figures    every figure of the documents, beside its bar
@@ -13,7 +14,7 @@
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh
-words='unplug manager figures mutation armhf mipsel'
+words='tidy unplug manager figures mutation armhf mipsel'
 sanitized='clang libclang-rt-14-dev lld libgtest-dev googletest'
 managed='dbus iproute2 libglib2.0-dev modemmanager pkgconf'
 
@@ -23,6 +24,11 @@ install() { need $host_packages "$@"; }
 build_cmifd() {
     configure dev
     cmake --build --preset dev --target cmif-sim cmifctl cmifd
+}
+
+check_sources() {
+    build dev # the checks read its precompiled headers
+    scripts/tidy build/dev
 }
 
 modem_losses() {
@@ -48,6 +54,10 @@ cross() { # cross PRESET
 # shellcheck disable=SC2086 # one word a package
 run() {
     case $1 in
+    tidy)
+        install $sanitized $managed clangd jq
+        step "clang-tidy" check_sources
+        ;;
     unplug | manager)
         install $sanitized $managed
         modem_losses "$1"

@@ -6,7 +6,7 @@ cd "$(dirname "$0")"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages libgtest-dev googletest g++-i686-linux-gnu \
-    clang clangd clang-format dbus iproute2 iputils-ping jq libclang-rt-14-dev libglib2.0-dev lld mandoc modemmanager \
+    clang clang-format dbus iproute2 iputils-ping jq libclang-rt-14-dev libglib2.0-dev lld mandoc modemmanager \
     pkgconf python3-jsonschema shellcheck zsh
 
 rm -rf build/log
@@ -45,7 +45,6 @@ step "build, thread sanitizer" build_threads
 step "test, thread sanitizer" tests tsan -R '^(Threads|DebugLogWriters)'
 step "build fuzz targets" build fuzz "$launcher"
 step "fuzz, 10 seconds a target" tests/fuzz/run build/fuzz 10
-step "clang-tidy" scripts/tidy build/dev
 
 cat build/log/test*.txt | awk '
     /tests passed, .* tests failed out of/ { failed += $4; all += $9 }
