@@ -2,10 +2,12 @@
 #include "cmif-sim/boxes.h"
 #include "tests/support/faulty_server.h"
 
+#include <chrono>
 #include <filesystem>
 #include <sys/socket.h>
 #include <sys/stat.h>
 #include <sys/un.h>
+#include <thread>
 
 namespace
 {
@@ -85,6 +87,10 @@ TEST_F(Control, ForgetsAKilledRouter)
     const std::string path = socket_path();
     EXPECT_EQ(server->end(SIGKILL), 128 + SIGKILL);
     EXPECT_TRUE(fs::exists(path));
+    // Its daemons, which end with it, may hold the socket a moment longer.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+    while (!cmif_sim::find_boxes().empty() && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
     EXPECT_EQ(cmif_sim::find_boxes(), std::vector<pid_t>{});
     EXPECT_FALSE(fs::exists(path));
 }
