@@ -105,19 +105,29 @@ void Unanswered::remove(RequestCode request, int replies)
     entry.count = std::max(0, entry.count - replies);
 }
 
-void Unanswered::forget_lost(RequestCode request)
+bool Unanswered::is_awaited(RequestCode request) const
+{
+    return count(request) > 0 && !is_lost(request);
+}
+
+bool Unanswered::is_lost(RequestCode request) const
 {
     const auto place = place_of(request);
     if (!place)
-        return;
-    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+        return false;
+    const Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
     const pid_t daemon = daemon_of(request.channel);
     const bool queue_remade = entry.queue != msgget(request_key(request.channel), 0);
     const bool daemon_ended = daemon > 0 && !process_exists(daemon);
     const bool daemon_restarted = daemon > 0 && start_time(daemon) > entry.since;
     const bool too_old = boot_time_now() - entry.since > max_wait;
-    if (queue_remade || daemon_ended || daemon_restarted || too_old)
-        entry.count = 0;
+    return queue_remade || daemon_ended || daemon_restarted || too_old;
+}
+
+void Unanswered::forget_lost(RequestCode request)
+{
+    if (is_lost(request))
+        remove(request, count(request));
 }
 
 // In this order, so that daemon_of() is right in between, too.

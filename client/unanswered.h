@@ -27,12 +27,13 @@ public:
 
     // For the holder of the code's lock and its children.
     int count(RequestCode request) const;
-    double age(RequestCode request) const; // seconds since the oldest one was sent
+    bool is_awaited(RequestCode request) const; // unanswered, and still to be answered
+    double age(RequestCode request) const;      // seconds since the oldest one was sent
     void add(RequestCode request);
     void remove(RequestCode request, int replies = 1);
 
     // Forgets what can't be answered any more: the request queue was made again, the daemon that
-    // served it has ended, or more than `max_wait` has passed.
+    // served it has ended or was restarted, or more than `max_wait` has passed.
     void forget_lost(RequestCode request);
     static constexpr double max_wait = 600; // seconds; the longest search takes 300
 
@@ -45,6 +46,8 @@ public:
 
 private:
     struct Table;
+
+    bool is_lost(RequestCode request) const;
 
     Table *table_;
 };

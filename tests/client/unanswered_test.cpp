@@ -35,8 +35,10 @@ TEST(Unanswered, AreKeptWhileTheDaemonLives)
     replies.add(enter_pin);
     replies.forget_lost(enter_pin);
     EXPECT_EQ(replies.count(enter_pin), 1);
+    EXPECT_TRUE(replies.is_awaited(enter_pin));
     daemon.signal(SIGKILL);
     daemon.wait();
+    EXPECT_FALSE(replies.is_awaited(enter_pin));
     replies.forget_lost(enter_pin);
     EXPECT_EQ(replies.count(enter_pin), 0);
 }
