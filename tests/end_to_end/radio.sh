@@ -57,6 +57,8 @@ exits 0 cmifctl radio functionality full
 within 20 network_is home
 exits 4 cmifctl network select 00199
 complains 'No operator with this code can be reached'
+exits 4 cmifctl network select 00101 --technology gsm
+complains 'or not with this technology'
 exits 0 cmifctl network auto
 exits 0 cmifctl radio timezone
 
