@@ -70,8 +70,20 @@ void show_state(const Transition &transition, int state, Clock::time_point start
                   "the connection is still " + state_text(state) + ": " + reason.text, reason.hint);
 }
 
+// The state that the daemon publishes can't be read while the marker exists.
+[[noreturn]] void fail_hidden(int target)
+{
+    throw Failure(Exit::profile_busy,
+                  std::string("the daemon has accepted the request; whether the connection is ") +
+                      state_text(target) + " can't be read while " CMIF_PROFILE_BUSY_FILE " exists",
+                  "It marks a change of the profile: 'cmifctl doctor --fix' removes it if no "
+                  "process works on one. Then 'cmifctl data status' shows the state.");
+}
+
 [[noreturn]] void fail_late(int state, int target)
 {
+    if (state == profile_change)
+        fail_hidden(target);
     throw Failure(Exit::no_answer,
                   "the connection is not " + state_text(target) + " in time: " + state_text(state),
                   "The daemon continues; 'cmifctl data status' shows the state. --timeout SECONDS "
@@ -110,7 +122,7 @@ void drive_to(const Context &context, Target target)
         const bool late = timeout > 0 && seconds_since(started) > timeout;
         const bool unchanged = state == transition.from && seconds_since(accepted) > grace_period;
         const bool failed = target == Target::connected && !last_error(context).empty();
-        if (unchanged || (late && failed))
+        if (unchanged || (late && failed && state != profile_change))
             fail_still(context, state);
         if (late)
             fail_late(state, transition.to);

@@ -74,3 +74,17 @@ exits 0 cmifctl data stop
 exits 0 cmifctl data start
 exits 0 cmifctl radio functionality offline
 within 10 data_is disconnected
+
+# A marker that a change of the profile has left hides the state of a connection that comes up.
+exits 0 cmifctl radio functionality full
+within 20 network_is home
+for key in before after; do
+    exits 0 cmifctl config set "lte_qmi_wait_time_${key}_restart" 0
+done
+touch -d '1 hour ago' /tmp/modify_profile_in_progress
+exits 7 cmifctl --timeout 2 data start
+complains 'the daemon has accepted the request'
+complains "can't be read while /tmp/modify_profile_in_progress exists"
+complains "'cmifctl doctor --fix'"
+rm /tmp/modify_profile_in_progress
+within 10 data_is connected
