@@ -21,9 +21,10 @@ try {
     return {};
 }
 
-std::string advice(const Attempt &attempt, bool none_left)
+// `puk_left`: null when it is not known.
+std::string advice(const Attempt &attempt, bool none_left, const Json &puk_left)
 {
-    if (std::string_view(attempt.counter) == "pin1")
+    if (std::string_view(attempt.counter) == "pin1" && !(none_left && puk_left == 0))
         return none_left ? "The PIN is blocked: unblock it with 'cmifctl sim enter-puk'."
                          : "After the last wrong PIN, the SIM must be unblocked with its PUK.";
     return none_left ? "The SIM is permanently blocked; ask the operator for another."
@@ -35,19 +36,31 @@ Json attempts(const Json &before, const Json &after)
     return {{"attempts", {{"before", before}, {"after", after}}}};
 }
 
-void check_counter(const Attempt &attempt, const Json &left, bool forced)
+void check_counter(const Attempt &attempt, const SimLook &look, bool forced)
 {
     const std::string secret = attempt.secret;
+    const Json left = look.left(attempt.counter);
+    const Json puk_left = look.left("puk1");
     if (left.is_null() && !forced)
         throw Failure(Exit::other, "the attempts left for the " + secret + " are not known",
                       std::string(unknown_counters_hint) + " Use --force to try anyway.",
                       attempts(left, left));
     if (left == 0)
-        throw Failure(Exit::invalid, "no attempts left for the " + secret, advice(attempt, true),
-                      attempts(left, left));
+        throw Failure(Exit::invalid, "no attempts left for the " + secret,
+                      advice(attempt, true, puk_left), attempts(left, left));
     if (left == 1 && !forced)
         throw Failure(Exit::invalid, "only one attempt left for the " + secret,
-                      advice(attempt, false) + " Use --force to try anyway.", attempts(left, left));
+                      advice(attempt, false, puk_left) + " Use --force to try anyway.",
+                      attempts(left, left));
+}
+
+std::string hint_without_question(const SimLook &look, const std::string &secret)
+{
+    if (look.status == "PH-NET PIN")
+        return client::daemon_error_hint(static_cast<int>(CmeError::network_pin_required), "");
+    if (look.status == "SIM FAILURE")
+        return client::daemon_error_hint(static_cast<int>(CmeError::sim_failure), "");
+    return "Use --force to try anyway: a wrong " + secret + " uses up an attempt.";
 }
 
 // A secret that the SIM has not asked for costs an attempt when it is wrong, and gains nothing.
@@ -62,18 +75,16 @@ void check_asked(const Attempt &attempt, const SimLook &look, bool forced)
     throw Failure(known ? Exit::invalid : Exit::other,
                   known ? "the SIM does not ask for its " + secret + " (" + look.status + ")"
                         : "the state of the SIM is not known",
-                  "Use --force to try anyway: a wrong " + secret + " uses up an attempt.",
-                  attempts(left, left));
+                  hint_without_question(look, secret), attempts(left, left));
 }
 
 Json check_attempt(const Context &context, const Attempt &attempt)
 {
     const bool forced = context.arguments.has("force");
     const SimLook look = forced ? look_if_possible(context) : look_at_sim(context);
-    Json left = look.left(attempt.counter);
-    check_counter(attempt, left, forced);
+    check_counter(attempt, look, forced);
     check_asked(attempt, look, forced);
-    return left;
+    return look.left(attempt.counter);
 }
 
 // The attempts left after an attempt; null when they can no longer be read.
@@ -126,7 +137,7 @@ std::string number_text(const Json &number)
 {
     std::string hint = client::daemon_error_hint(result, attempt.request.name);
     if (verdict == Verdict::wrong)
-        hint = advice(attempt, after == 0);
+        hint = advice(attempt, after == 0, Json());
     if (verdict == Verdict::contradicted)
         hint = "'cmifctl sim status' shows the state of the SIM.";
     Json details{{"daemon", client::daemon_error(result)}};

@@ -18,3 +18,16 @@ exits 0 cmifctl --json sim status
 holds sim.state.code=6 'sim.state.name="permanently_blocked"'
 printf '12345678\n4321\n' | exits 5 cmifctl sim enter-puk - --force
 complains 'no attempts left for the PUK'
+
+echo 1234 | exits 5 cmifctl sim enter-pin -
+complains 'the SIM does not ask for its PIN (SIM FAILURE)'
+complains 'ask the operator for another'
+
+# With the PIN blocked too, the hint doesn't lead to the PUK.
+exits 0 cmif-sim ctl pin-tries 0
+for words in 'enter-pin -' 'pin-mode off -'; do
+    # shellcheck disable=SC2086 # words
+    echo 1234 | exits 5 cmifctl sim $words
+    complains 'no attempts left for the PIN'
+    complains 'The SIM is permanently blocked; ask the operator for another.'
+done
