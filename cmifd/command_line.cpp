@@ -88,8 +88,8 @@ Options options_of(const cli::Arguments &given)
     if (given.has("device") && given.has("first"))
         cli::fail_exclusive("--device", "--first");
     if (!given.has("device") && !given.has("first"))
-        throw cli::UsageError("which modem? Give --device or --first",
-                              "'mmcli -L' lists the modems that ModemManager has found.");
+        throw cli::UsageError("no modem is given", "Give --device or --first; 'mmcli -L' lists the "
+                                                   "modems that ModemManager has found.");
     Options chosen;
     chosen.modem.device = given.text("device");
     chosen.modem.apply_address = given.has("apply-address");

@@ -182,6 +182,7 @@ TEST_F(CmifdTest, CommandLines)
         const char *errors;
     } rows[] = {
         {{}, 2, "cmifd"},
+        {{"--verbose"}, 2, "no modem is given"},
         {{"--verbose"}, 2, "Give --device or --first"},
         {{"--first", "--device", "/sys/x"}, 2, "--device"},
         {{"--first", "--secret"}, 2, "--secret"},
