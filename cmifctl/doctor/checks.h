@@ -6,66 +6,79 @@
 
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace cmifctl
 {
 
-using Texts = std::vector<std::string>;
+// One place where something is wrong. The target takes the place of % in the cure.
+struct Trouble {
+    Trouble(const char *what) : text(what) {}
+    Trouble(std::string what, std::string of = {}) : text(std::move(what)), target(std::move(of)) {}
+
+    std::string text;
+    std::string target{};
+};
+using Troubles = std::vector<Trouble>;
 
 struct Check {
     const char *name;
-    const char *severity;        // "error": something doesn't work; "warning"; "note": no trouble
-    Texts (*find)(const Look &); // what is wrong, one text for each place
-    const char *cure;
+    const char *severity; // "error": something doesn't work; "warning"; "note": no trouble
+    Troubles (*find)(const Look &);      // what is wrong, one for each place
+    const char *cure;                    // % is the target
     void (*fix)(const Look &) = nullptr; // takes away what no process waits for
 };
 
 std::span<const Check> all_checks();
+std::string cure_of(const Check &check, const Trouble &trouble);
 
 // clang-format off
 namespace checks
 {
 // Queues.
-Texts missing_queues(const Look &);
-Texts queue_permissions(const Look &);
-Texts full_queues(const Look &);
-Texts waiting_requests(const Look &);
-Texts foreign_requests(const Look &);
-Texts stale_replies(const Look &);          void take_stale_replies(const Look &);
-Texts foreign_replies(const Look &);        void take_foreign_replies(const Look &);
-Texts unanswered_requests(const Look &);    void forget_unanswered(const Look &);
-Texts frozen_callers(const Look &);
-Texts unusable_locks(const Look &);
+Troubles missing_queues(const Look &);
+Troubles queue_permissions(const Look &);
+Troubles full_queues(const Look &);
+Troubles waiting_requests(const Look &);
+Troubles foreign_requests(const Look &);
+Troubles stale_replies(const Look &);          void take_stale_replies(const Look &);
+Troubles foreign_replies(const Look &);        void take_foreign_replies(const Look &);
+Troubles unanswered_requests(const Look &);    void forget_unanswered(const Look &);
+Troubles frozen_callers(const Look &);
+Troubles unusable_locks(const Look &);
 // Daemons.
-Texts ended_daemons(const Look &);
-Texts frozen_daemons(const Look &);
-Texts silent_daemons(const Look &);
-Texts unready_daemon(const Look &);
-Texts stale_ready_marker(const Look &);     void remove_ready_marker(const Look &);
+Troubles ended_daemons(const Look &);
+Troubles frozen_daemons(const Look &);
+Troubles silent_daemons(const Look &);
+Troubles unready_daemon(const Look &);
+Troubles stale_ready_marker(const Look &);     void remove_ready_marker(const Look &);
 // Files.
-Texts irregular_files(const Look &);
-Texts stale_profile_marker(const Look &);   void remove_profile_marker(const Look &);
-Texts long_profile_change(const Look &);
-Texts unwritable_log(const Look &);
-Texts little_space(const Look &);
+Troubles irregular_files(const Look &);
+Troubles stale_profile_marker(const Look &);   void remove_profile_marker(const Look &);
+Troubles long_profile_change(const Look &);
+Troubles new_profile_change(const Look &);
+Troubles unwritable_log(const Look &);
+Troubles little_space(const Look &);
 // Store.
-Texts unreadable_store(const Look &);
-Texts other_store(const Look &);
-Texts empty_store(const Look &);
-Texts unsaved_settings(const Look &);
-Texts traced_secrets(const Look &);
+Troubles unreadable_store(const Look &);
+Troubles other_store(const Look &);
+Troubles empty_store(const Look &);
+Troubles unsaved_settings(const Look &);
+Troubles traced_secrets(const Look &);
 // SIM and network.
-Texts missing_modem(const Look &);
-Texts sim_absent(const Look &);
-Texts sim_not_ready(const Look &);
-Texts sim_pin_required(const Look &);
-Texts sim_puk_required(const Look &);
-Texts sim_network_locked(const Look &);
-Texts sim_blocked(const Look &);
-Texts registration_denied(const Look &);
-Texts searching(const Look &);
-Texts not_registered(const Look &);
+Troubles missing_modem(const Look &);
+Troubles sim_absent(const Look &);
+Troubles sim_not_ready(const Look &);
+Troubles sim_pin_required(const Look &);
+Troubles sim_pin_last(const Look &);
+Troubles sim_puk_required(const Look &);
+Troubles sim_puk_last(const Look &);
+Troubles sim_network_locked(const Look &);
+Troubles sim_blocked(const Look &);
+Troubles registration_denied(const Look &);
+Troubles searching(const Look &);
+Troubles not_registered(const Look &);
 } // namespace checks
 // clang-format on
 

@@ -15,39 +15,42 @@ std::string named(const ChannelLook &channel)
            (process > 0 ? ", " + client::process_name(process) + "," : "");
 }
 
-Texts of_daemons(const Look &look, DaemonState state, const std::string &text)
+Troubles of_daemons(const Look &look, DaemonState state, const std::string &text)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels)
         if (channel.daemon.state == state)
-            texts.push_back(named(channel) + " " + text);
-    return texts;
+            troubles.emplace_back(named(channel) + " " + text,
+                                  std::to_string(channel.daemon.process));
+    return troubles;
 }
 
 } // namespace
 
-Texts checks::ended_daemons(const Look &look)
+Troubles checks::ended_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::ended, "has ended");
 }
 
-Texts checks::frozen_daemons(const Look &look)
+Troubles checks::frozen_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::stopped, "is stopped");
 }
 
-Texts checks::silent_daemons(const Look &look)
+Troubles checks::silent_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::silent, "did not answer within 2 s");
 }
 
-Texts checks::unready_daemon(const Look &look)
+Troubles checks::unready_daemon(const Look &look)
 {
+    const bool missing = access(CMIF_QMI_READY_FILE, F_OK) != 0;
     return of_daemons(look, DaemonState::not_ready,
-                      "is not ready: " CMIF_QMI_READY_FILE " does not begin with \"on\"");
+                      std::string("is not ready: " CMIF_QMI_READY_FILE) +
+                          (missing ? " is missing" : " does not begin with \"on\""));
 }
 
-Texts checks::stale_ready_marker(const Look &look)
+Troubles checks::stale_ready_marker(const Look &look)
 {
     const DaemonState state = look.qmi().daemon.state;
     const bool gone = state == DaemonState::ended || state == DaemonState::not_running;

@@ -42,7 +42,7 @@ bool is_free(const ChannelLook &look, client::RequestCode code)
 try {
     const std::vector<long> left = codes_of(look.replies.records);
     return std::find(left.begin(), left.end(), code.code) == left.end() &&
-           !client::lock_process(code) && client::Unanswered().count(code) == 0;
+           !client::lock_process(code) && !client::Unanswered().is_awaited(code);
 } catch (const Failure &) {
     return false;
 }

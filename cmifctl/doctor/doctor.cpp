@@ -15,6 +15,7 @@ namespace
 struct Finding {
     const Check *check;
     std::string text;
+    std::string cure;
     bool fixed = false;
 
     bool operator==(const Finding &other) const
@@ -28,8 +29,8 @@ std::vector<Finding> examine(const Look &look)
 {
     std::vector<Finding> findings;
     for (const Check &check : all_checks())
-        for (const std::string &text : check.find(look))
-            findings.push_back({&check, text});
+        for (const Trouble &trouble : check.find(look))
+            findings.push_back({&check, trouble.text, cure_of(check, trouble)});
     return findings;
 }
 
@@ -63,7 +64,7 @@ Json json_of(const Finding &finding)
     return {{"name", finding.check->name},
             {"severity", finding.check->severity},
             {"text", finding.text},
-            {"cure", finding.check->cure},
+            {"cure", finding.cure},
             {"fixed", finding.fixed}};
 }
 
@@ -75,7 +76,7 @@ void report_findings(Report &report, const std::vector<Finding> &findings)
         const std::string severity = finding.fixed ? "fixed" : finding.check->severity;
         report.line(severity + ": " + finding.text);
         if (!finding.fixed)
-            report.line(std::string(severity.size() + 2, ' ') + finding.check->cure);
+            report.line(std::string(severity.size() + 2, ' ') + finding.cure);
     }
     report.data("findings", std::move(rows));
 }

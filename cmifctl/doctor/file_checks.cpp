@@ -17,11 +17,18 @@ bool log_is_on(const Look &look)
     return cli::whole_number(look.store.value("debug_lte_enable")).value_or(0) != 0;
 }
 
-bool is_irregular(const char *path)
+// What is there in place of a regular file, and what comes of it; empty when nothing is wrong.
+std::string irregularity(const char *path)
 {
     struct stat found {
     };
-    return lstat(path, &found) == 0 && !S_ISREG(found.st_mode);
+    if (lstat(path, &found) != 0 || S_ISREG(found.st_mode))
+        return "";
+    if (S_ISDIR(found.st_mode))
+        return "is a directory: no program can read or write it as a file";
+    if (S_ISLNK(found.st_mode))
+        return "is a symbolic link: programs use the file that it names";
+    return "is not a regular file: a program that opens it may block";
 }
 
 unsigned long long size_of_logs()
@@ -36,6 +43,13 @@ unsigned long long size_of_logs()
     return bytes;
 }
 
+constexpr double long_change = 60; // seconds; the daemon waits for a connection to end
+
+bool is_worked_on(const Look &look)
+{
+    return look.profile_change && look.profile_change->worked_on;
+}
+
 std::string kibibytes(unsigned long long bytes)
 {
     return std::to_string(bytes / 1024) + " KiB";
@@ -43,23 +57,23 @@ std::string kibibytes(unsigned long long bytes)
 
 } // namespace
 
-Texts checks::irregular_files(const Look &)
+Troubles checks::irregular_files(const Look &)
 {
-    Texts texts;
+    Troubles troubles;
     for (const char *path : {CMIF_QMI_READY_FILE, CMIF_PROFILE_BUSY_FILE, CMIF_PROVIDER_LIST_FILE,
                              CMIF_LOG_FILE, CMIF_LOG_FILE_1, CMIF_LOG_FILE_2})
-        if (is_irregular(path))
-            texts.push_back(std::string(path) +
-                            " is not a regular file: a program that opens it may block");
-    return texts;
+        if (const std::string text = irregularity(path); !text.empty())
+            troubles.emplace_back(std::string(path) + " " + text, path);
+    return troubles;
 }
 
-Texts checks::stale_profile_marker(const Look &look)
+Troubles checks::stale_profile_marker(const Look &look)
 {
     if (!look.profile_change || look.profile_change->worked_on)
         return {};
     return {CMIF_PROFILE_BUSY_FILE " marks a change of the profile that no process works on; it "
-                                   "keeps the data connection from being started and stopped"};
+                                   "delays each start and stop of the data connection, whose state "
+                                   "can't be read meanwhile"};
 }
 
 void checks::remove_profile_marker(const Look &)
@@ -72,38 +86,42 @@ void checks::remove_profile_marker(const Look &)
     }
 }
 
-Texts checks::long_profile_change(const Look &look)
+Troubles checks::new_profile_change(const Look &look)
 {
-    constexpr double long_time = 60; // seconds; the daemon waits for a connection to end
-    if (!look.profile_change || !look.profile_change->worked_on ||
-        look.profile_change->age < long_time)
+    const bool present = is_worked_on(look) && look.profile_change->age < long_change;
+    return present ? Troubles{"a change of the profile is in progress"} : Troubles{};
+}
+
+Troubles checks::long_profile_change(const Look &look)
+{
+    if (!is_worked_on(look) || look.profile_change->age < long_change)
         return {};
     return {"a change of the profile has been in progress for more than " +
-            std::to_string(static_cast<long>(long_time)) + " s"};
+            std::to_string(static_cast<long>(long_change)) + " s"};
 }
 
-Texts checks::unwritable_log(const Look &look)
+Troubles checks::unwritable_log(const Look &look)
 {
-    if (!log_is_on(look))
+    if (!log_is_on(look) || !irregularity(CMIF_LOG_FILE).empty()) // which is told already
         return {};
     const auto obstacle = log_obstacle();
-    return obstacle ? Texts{"the debug log is on, and " + obstacle->text} : Texts{};
+    return obstacle ? Troubles{"the debug log is on, and " + obstacle->text} : Troubles{};
 }
 
-Texts checks::little_space(const Look &)
+Troubles checks::little_space(const Look &)
 {
     constexpr unsigned long long enough = 1024ULL * 1024;
     constexpr unsigned long long large = 16 * enough;
     struct statvfs space {
     };
     const unsigned long long size = size_of_logs();
-    Texts texts;
+    Troubles troubles;
     if (size >= large)
-        texts.push_back("the debug log takes " + kibibytes(size));
+        troubles.push_back("the debug log takes " + kibibytes(size));
     if (statvfs(log_directory, &space) == 0 && space.f_blocks > 0 &&
         static_cast<unsigned long long>(space.f_bavail) * space.f_frsize < enough)
-        texts.push_back("less than " + kibibytes(enough) + " is free in /data");
-    return texts;
+        troubles.push_back("less than " + kibibytes(enough) + " is free in /data");
+    return troubles;
 }
 
 } // namespace cmifctl

@@ -25,6 +25,7 @@ struct QueuedRecord {
 };
 
 struct QueueLook {
+    key_t key;
     std::string name; // "the AT reply queue (900)"
     enum class Access { missing, forbidden, usable } access = Access::missing;
     unsigned mode = 0;

@@ -12,14 +12,14 @@ namespace
 
 using Access = QueueLook::Access;
 
-Texts of_queues(const Look &look, const std::function<std::string(const QueueLook &)> &text_of)
+Troubles of_queues(const Look &look, const std::function<std::string(const QueueLook &)> &text_of)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels)
         for (const QueueLook *queue : {&channel.requests, &channel.replies})
             if (std::string text = text_of(*queue); !text.empty())
-                texts.push_back(queue->name + " " + text);
-    return texts;
+                troubles.emplace_back(queue->name + " " + text, std::to_string(queue->key));
+    return troubles;
 }
 
 std::size_t payload_of(Channel channel)
@@ -29,14 +29,14 @@ std::size_t payload_of(Channel channel)
 
 } // namespace
 
-Texts checks::missing_queues(const Look &look)
+Troubles checks::missing_queues(const Look &look)
 {
     return of_queues(look, [](const QueueLook &queue) {
         return queue.access == Access::missing ? "does not exist" : "";
     });
 }
 
-Texts checks::queue_permissions(const Look &look)
+Troubles checks::queue_permissions(const Look &look)
 {
     constexpr unsigned everybody = 0666;
     return of_queues(look, [](const QueueLook &queue) -> std::string {
@@ -50,43 +50,43 @@ Texts checks::queue_permissions(const Look &look)
     });
 }
 
-Texts checks::full_queues(const Look &look)
+Troubles checks::full_queues(const Look &look)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels) {
         if (channel.requests.full)
-            texts.push_back(channel.requests.name + " is full: no request fits");
+            troubles.push_back(channel.requests.name + " is full: no request fits");
         if (channel.replies.full)
-            texts.push_back(channel.replies.name + " is full of replies that no caller takes: " +
-                            client::daemon_name(channel.channel) + " can't answer");
+            troubles.push_back(channel.replies.name + " is full of replies that no caller takes: " +
+                               client::daemon_name(channel.channel) + " can't answer");
     }
-    return texts;
+    return troubles;
 }
 
-Texts checks::waiting_requests(const Look &look)
+Troubles checks::waiting_requests(const Look &look)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels)
         if (channel.daemon.state != DaemonState::answers && !channel.requests.records.empty())
-            texts.push_back(channel.requests.name + " holds " +
-                            listed(channel.requests.records, "request"));
-    return texts;
+            troubles.push_back(channel.requests.name + " holds " +
+                               listed(channel.requests.records, "request"));
+    return troubles;
 }
 
-Texts checks::foreign_requests(const Look &look)
+Troubles checks::foreign_requests(const Look &look)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels) {
         const auto foreign = some_of(channel.requests.records, [&](const QueuedRecord &record) {
             return !is_known(channel.channel, record.code) ||
                    record.size > payload_of(channel.channel);
         });
         if (!foreign.empty())
-            texts.push_back(channel.requests.name + " holds " + listed(foreign, "record") +
-                            ", which " + client::daemon_name(channel.channel) +
-                            " does not understand");
+            troubles.push_back(channel.requests.name + " holds " + listed(foreign, "record") +
+                               ", which " + client::daemon_name(channel.channel) +
+                               " does not understand");
     }
-    return texts;
+    return troubles;
 }
 
 } // namespace cmifctl

@@ -24,7 +24,7 @@ std::vector<QueuedRecord> records_now(key_t key)
 
 QueueLook look_at_queue(Channel channel, key_t key, const std::string &what)
 {
-    QueueLook look{.name = what + " (" + std::to_string(key) + ")"};
+    QueueLook look{.key = key, .name = what + " (" + std::to_string(key) + ")"};
     msqid_ds state{};
     const int queue = msgget(key, 0);
     if (queue == -1 && errno == ENOENT)

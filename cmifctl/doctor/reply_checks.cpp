@@ -20,14 +20,14 @@ std::vector<QueuedRecord> replies_of(const ChannelLook &look, bool known)
     });
 }
 
-Texts left_replies(const Look &look, bool known, const std::string &what)
+Troubles left_replies(const Look &look, bool known, const std::string &what)
 {
-    Texts texts;
+    Troubles troubles;
     for (const ChannelLook &channel : look.channels)
         if (const auto replies = replies_of(channel, known); !replies.empty())
-            texts.push_back(channel.replies.name + " holds " + listed(replies, what) +
-                            ", which no caller takes");
-    return texts;
+            troubles.push_back(channel.replies.name + " holds " + listed(replies, what) +
+                               ", which no caller takes");
+    return troubles;
 }
 
 // A code that is in use for longer than this is left as it is.
@@ -65,7 +65,7 @@ try {
     const client::Unanswered table;
     std::vector<RequestCode> codes;
     for (const RequestCode &code : all_codes())
-        if (table.count(code) > 0 && !client::lock_process(code))
+        if (table.is_awaited(code) && !client::lock_process(code))
             codes.push_back(code);
     return codes;
 } catch (const Failure &) {
@@ -74,7 +74,7 @@ try {
 
 } // namespace
 
-Texts checks::stale_replies(const Look &look)
+Troubles checks::stale_replies(const Look &look)
 {
     return left_replies(look, true, "stale reply");
 }
@@ -84,7 +84,7 @@ void checks::take_stale_replies(const Look &look)
     take_replies(look, true);
 }
 
-Texts checks::foreign_replies(const Look &look)
+Troubles checks::foreign_replies(const Look &look)
 {
     return left_replies(look, false, "foreign reply");
 }
@@ -94,14 +94,14 @@ void checks::take_foreign_replies(const Look &look)
     take_replies(look, false);
 }
 
-Texts checks::unanswered_requests(const Look &)
+Troubles checks::unanswered_requests(const Look &)
 {
-    Texts texts;
+    Troubles troubles;
     for (const RequestCode &code : given_up())
-        texts.push_back(client::daemon_name(code.channel) +
-                        (" has not answered request " + std::to_string(code.code)) +
-                        ", whose caller has given up; calls of this code wait for its reply");
-    return texts;
+        troubles.push_back(client::daemon_name(code.channel) +
+                           (" has not answered request " + std::to_string(code.code)) +
+                           ", whose caller has given up; calls of this code wait for its reply");
+    return troubles;
 }
 
 void checks::forget_unanswered(const Look &)
@@ -113,19 +113,20 @@ void checks::forget_unanswered(const Look &)
         });
 }
 
-Texts checks::frozen_callers(const Look &)
+Troubles checks::frozen_callers(const Look &)
 {
-    Texts texts;
+    Troubles troubles;
     for (const RequestCode &code : all_codes())
         if (const auto process = client::lock_process(code);
             process && client::process_is_stopped(*process))
-            texts.push_back("request " + std::to_string(code.code) + " of " +
-                            client::daemon_name(code.channel) + " is kept by " +
-                            client::process_name(*process) + ", which is stopped");
-    return texts;
+            troubles.emplace_back("request " + std::to_string(code.code) + " of " +
+                                      client::daemon_name(code.channel) + " is kept by " +
+                                      client::process_name(*process) + ", which is stopped",
+                                  std::to_string(*process));
+    return troubles;
 }
 
-Texts checks::unusable_locks(const Look &)
+Troubles checks::unusable_locks(const Look &)
 {
     constexpr RequestCode unused{Channel::at, 31}; // so its lock is free
     try {

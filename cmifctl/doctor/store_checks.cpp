@@ -39,19 +39,19 @@ std::string number_or_text(const Json &settings, const std::string &key)
 
 } // namespace
 
-Texts checks::unreadable_store(const Look &look)
+Troubles checks::unreadable_store(const Look &look)
 {
     if (look.store.error.empty())
         return {};
     return {"the store in " + look.store.path + ": " + look.store.error};
 }
 
-Texts checks::other_store(const Look &look)
+Troubles checks::other_store(const Look &look)
 {
-    return look.store.other.empty() ? Texts{} : Texts{look.store.other};
+    return look.store.other.empty() ? Troubles{} : Troubles{look.store.other};
 }
 
-Texts checks::empty_store(const Look &look)
+Troubles checks::empty_store(const Look &look)
 {
     const StoreLook &store = look.store;
     const bool told = !store.error.empty() || !store.other.empty();
@@ -60,14 +60,14 @@ Texts checks::empty_store(const Look &look)
     return {"the daemons answer, but have published nothing in the store in " + store.path};
 }
 
-Texts checks::missing_modem(const Look &look)
+Troubles checks::missing_modem(const Look &look)
 {
     const bool missing = look.served() && holds_modem_state(look.store) &&
                          look.store.value("lte_sim_status").empty();
-    return missing ? Texts{"the daemons know nothing of their modem"} : Texts{};
+    return missing ? Troubles{"the daemons know nothing of their modem"} : Troubles{};
 }
 
-Texts checks::unsaved_settings(const Look &look)
+Troubles checks::unsaved_settings(const Look &look)
 {
     std::set<std::string> keys;
     for (const Json *side : {&look.store.running, &look.store.saved})
@@ -78,19 +78,20 @@ Texts checks::unsaved_settings(const Look &look)
         if (is_setting(key) &&
             number_or_text(look.store.running, key) != number_or_text(look.store.saved, key))
             changed += (changed.empty() ? "" : ", ") + key;
-    return changed.empty() ? Texts{} : Texts{"a restart loses the changes of " + changed};
+    return changed.empty() ? Troubles{} : Troubles{"a restart loses the changes of " + changed};
 }
 
-Texts checks::traced_secrets(const Look &look)
+Troubles checks::traced_secrets(const Look &look)
 {
-    Texts texts;
+    Troubles troubles;
     const std::pair<const char *, const char *> switches[]{
         {"debug_at_cmif", "PINs, PUKs and keys"}, {"debug_qmi_cmif", "the profile's password"}};
     for (const auto &[key, secrets] : switches)
         if (cli::whole_number(look.store.value(key)).value_or(0) > 0)
-            texts.push_back(std::string(key) + " is on: programs print " + secrets +
-                            " on their standard output");
-    return texts;
+            troubles.emplace_back(std::string(key) + " is on: programs print " + secrets +
+                                      " on their standard output",
+                                  key);
+    return troubles;
 }
 
 } // namespace cmifctl

@@ -78,12 +78,9 @@ protected:
     }
     static std::string text_of(const std::string &name)
     {
-        const Look look = take_look({});
-        for (const Check &check : all_checks())
-            if (const Texts texts = check.find(look); check.name == name && !texts.empty())
-                return texts.front();
-        return "";
+        return first_of(name, [](const Check &, const Trouble &trouble) { return trouble.text; });
     }
+    static std::string cure_for(const std::string &name) { return first_of(name, cure_of); }
     static bool finds(const std::string &name)
     {
         const Names names = found();
@@ -105,6 +102,18 @@ protected:
     }
 
     std::unique_ptr<Child> at_, qmi_;
+
+private:
+    // Something about the first trouble with this name; "" without one.
+    template <class About>
+    static std::string first_of(const std::string &name, const About &about)
+    {
+        const Look look = take_look({});
+        for (const Check &check : all_checks())
+            if (const Troubles troubles = check.find(look); check.name == name && !troubles.empty())
+                return about(check, troubles.front());
+        return "";
+    }
 };
 
 #endif

@@ -29,6 +29,7 @@ TEST_F(Doctor, FindsAQueueThatOtherUsersMayNotUse)
     EXPECT_EQ(found(), Names{"queue_permissions"});
     EXPECT_EQ(text_of("queue_permissions"),
               "the AT reply queue (900) may not be used by every user (mode 0600)");
+    EXPECT_NE(cure_for("queue_permissions").find("'ipcrm -Q 900'"), std::string::npos);
 }
 
 TEST_F(Doctor, FindsAQueueThatThisUserMayNotUse)
@@ -130,6 +131,16 @@ TEST_F(Doctor, FindsAndForgetsRequestsThatNoCallerWaitsFor)
     EXPECT_EQ(client::Unanswered().count({Channel::at, 24}), 0);
 }
 
+// Calls of this code do not wait for such a reply.
+TEST_F(Doctor, FindsNoRequestThatADaemonThatEndedHasLeft)
+{
+    ASSERT_EQ(found(), Names{}); // the daemon has taken requests
+    client::Unanswered().add({Channel::at, 24});
+    EXPECT_EQ(found(), Names{"requests_unanswered"});
+    at_.reset();
+    EXPECT_EQ(found(), Names{"daemon_ended"});
+}
+
 TEST_F(Doctor, LeavesARequestAloneWhoseCallerWaits)
 {
     const client::CodeLock lock({{Channel::at, 24}}, 1, [] {});
@@ -148,8 +159,10 @@ TEST_F(Doctor, FindsAFrozenCaller)
     caller.signal(SIGSTOP);
     EXPECT_TRUE(caller.still_runs());
     EXPECT_EQ(found(), Names{"caller_frozen"});
-    EXPECT_NE(text_of("caller_frozen").find("process " + std::to_string(caller.process())),
-              std::string::npos);
+    const std::string process = std::to_string(caller.process());
+    EXPECT_NE(text_of("caller_frozen").find("process " + process), std::string::npos);
+    EXPECT_EQ(cure_for("caller_frozen"),
+              "Continue it with 'kill -CONT " + process + "', or end it.");
 }
 
 // Both codes that the doctor asks for itself are kept from it: it does not blame the daemon.

@@ -57,6 +57,15 @@ not_found daemon_ended
 exits 0 cmif-sim ctl fault all thaw
 exits 0 cmifctl doctor
 
+# A daemon that was restarted does not answer what the one before it took.
+exits 0 cmif-sim ctl fault at 24 ignore
+exits 3 cmifctl --timeout 1 network scan
+found requests_unanswered
+exits 0 cmif-sim ctl fault at restart
+exits 0 cmifctl doctor
+hides 'request 24'
+exits 0 cmifctl network scan
+
 kill_router 9
 found daemon_ended
 found ready_marker_left

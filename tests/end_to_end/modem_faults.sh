@@ -33,6 +33,7 @@ echo 0000 >"$work/pin"
 # shellcheck disable=SC2016 # for the inner shell
 exits 5 sh -c 'cmifctl sim enter-pin - <"$1"' sh "$work/pin"
 complains 'only one attempt left for the PIN'
+found sim_pin_last
 exits 0 cmif-sim ctl puk-tries 0
 exits 0 cmifctl sim status
 shows 'state: permanently blocked'
@@ -51,6 +52,8 @@ sim_is 'PIN required' sim_pin_required
 exits 0 cmif-sim ctl state registered
 exits 0 cmif-sim ctl sim lock-network 00102
 sim_is 'network locked' sim_network_locked
+echo 1234 | exits 5 cmifctl sim enter-pin -
+complains "'cmifctl sim unlock-network'"
 exits 0 cmif-sim ctl sim insert other
 sim_is 'PIN required' sim_pin_required
 exits 0 cmifctl sim status
