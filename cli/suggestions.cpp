@@ -37,7 +37,8 @@ std::size_t difference(std::string_view word, std::string_view candidate)
 std::vector<std::string> suggestions(std::string_view word,
                                      const std::vector<std::string> &candidates)
 {
-    std::size_t least = 3; // more than two letters differ
+    // More than two letters differ, or more than half of a short word.
+    std::size_t least = std::min<std::size_t>(3, word.size() / 2 + 1);
     std::vector<std::string> similar;
     for (const std::string &candidate : candidates) {
         const std::size_t different = difference(word, candidate);

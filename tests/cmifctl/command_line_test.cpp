@@ -87,6 +87,8 @@ TEST(CommandLine, NamesSimilarAndKnownCommands)
         {{"data", "profile"},         "missing command after 'cmifctl data profile' | Available: show, set."},
         {{"status", "--jsn"},         "unknown option '--jsn' for 'cmifctl status' | Did you mean: --json?"},
         {{"status", "--time", "3"},   "unknown option '--time' for 'cmifctl status' | Did you mean: --timeout?"},
+        {{"foo", "bar"},              "unknown command 'foo' in 'cmifctl' | "
+                                      "Available: status, summary, doctor, sim, radio, network, sms, data, log, config, completion, manual, complete."},
         {{"enter-pin"},               "unknown command 'enter-pin' in 'cmifctl' | Did you mean: sim enter-pin?"},
         {{"--force", "sim"},          "unknown option '--force' for 'cmifctl' | 'cmifctl --help' lists the options."},
         {{"status", "-x"},            "unknown option '-x' for 'cmifctl status' | 'cmifctl status --help' lists the options."},
