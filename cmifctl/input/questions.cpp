@@ -35,7 +35,7 @@ std::string input_line(const char *label)
         line += character;
     if (size != 1 && line.empty())
         throw Failure(Exit::usage, std::string("standard input ends before the ") + label,
-                      "Give one line for each secret.");
+                      "Give it as one line.");
     if (line.ends_with('\r'))
         line.pop_back();
     return line;
@@ -54,7 +54,9 @@ std::vector<std::string> ask_secrets(const std::vector<Question> &questions, boo
     if (!from_input && !terminal)
         throw Failure(Exit::usage,
                       std::string("there is no terminal to ask for the ") + questions.front().label,
-                      "Give - and write it to standard input, one line for each secret.");
+                      questions.size() == 1
+                          ? "Give - and write it to standard input."
+                          : "Give - and write them to standard input, one line for each.");
     std::vector<std::string> answers;
     answers.reserve(questions.size());
     for (const Question &question : questions)

@@ -23,6 +23,10 @@ prints 'example.second=from input'
 exits 0 cmifctl config list
 prints 'lte_sim_status=SIM PIN'
 
+exits 2 setsid -w cmifctl config set example.key
+complains 'there is no terminal to ask for the value'
+complains 'Give - and write it to standard input.'
+
 # No password on the command line, where every user could read it, and none in the output.
 exits 2 cmifctl config set example.password secret
 echo secret | exits 0 cmifctl config set example.password -

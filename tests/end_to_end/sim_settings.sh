@@ -10,6 +10,8 @@ printf '1234\n' | exits 2 cmifctl sim change-pin -
 complains 'standard input ends before the new PIN'
 exits 2 setsid cmifctl sim enter-pin
 complains 'there is no terminal to ask for the PIN'
+exits 2 setsid -w cmifctl sim change-pin
+complains 'write them to standard input, one line for each'
 exits 2 cmifctl sim enter-pin 1234
 exits 0 cmifctl --json sim retries
 holds retries.pin1=3
