@@ -138,6 +138,8 @@ private:
     std::string path_, first_device_;
     std::optional<Time> lost_at_; // while the modem is gone, or not settled
     mutable ModemStatus last_;
+    // Of the objects that the last status was read from; none once something else changes.
+    mutable std::optional<unsigned> last_version_;
     mutable bool connected_ = false;
     bool auto_connect_ = false, has_profile_ = false, stopped_ = false;
     bool given_up_ = false;       // it did not come back within the grace
@@ -169,6 +171,7 @@ void Modem::keep(const Action &action)
 {
     const std::lock_guard lock(mutex_);
     action(kept_);
+    last_version_.reset();
 }
 
 } // namespace modem_manager

@@ -48,6 +48,7 @@ void Modem::objects_changed()
                 cell_read_.clear();
             }
             path_ = view.path();
+            last_version_.reset();
             if (!path_.empty())
                 first_device_ = view.get("Device").text();
             if (view.settled()) {
@@ -67,6 +68,8 @@ void Modem::objects_changed()
 void Modem::note_connection(const View &view) const
 {
     const bool connected = !view.connected_bearer().empty();
+    if (connected != connected_)
+        last_version_.reset();
     if (connected && !connected_) {
         const auto before = find(view.of_bearer("Stats").dictionary(), "duration").number();
         kept_.connected_since = Clock::now() - std::chrono::seconds(before.value_or(0));
@@ -80,12 +83,20 @@ void Modem::note_connection(const View &view) const
     connected_ = connected;
 }
 
+// Asked for with every request: what has not changed is not read out of D-Bus's values again.
 ModemStatus Modem::status() const
 {
     const std::string device = this->device();
     const std::lock_guard lock(mutex_);
-    kept_.in_transition = connection_.busy();
+    if (const bool busy = connection_.busy(); busy != kept_.in_transition) {
+        kept_.in_transition = busy;
+        last_version_.reset();
+    }
     return tree_.read([&](const Objects &objects) {
+        if (last_version_ == tree_.version()) {
+            add_uptime(kept_, last_);
+            return last_;
+        }
         const View view(objects, find_modem(objects, device));
         if (!view.settled() && (!lost_at_ || Clock::now() < *lost_at_ + options_.grace))
             return as_it_was(last_, kept_);
@@ -93,6 +104,8 @@ ModemStatus Modem::status() const
             note_connection(view);
         last_ = view.path().empty() ? status_of(kept_) : status_of(view, kept_);
         kept_.last_cell = last_.last_cell;
+        if (view.settled())
+            last_version_ = tree_.version();
         return last_;
     });
 }
@@ -126,6 +139,7 @@ std::optional<Time> Modem::pass_time()
         given_up_ = lost_at_.has_value();
         unplugged = gone && path_.empty();
         if (unplugged) {
+            last_version_.reset();
             first_device_.clear();
             if (connected_)
                 kept_.last_error = CmeError::no_connection_to_phone;

@@ -26,6 +26,9 @@ void add_network(const View &view, const Kept &kept, daemons::ModemStatus &statu
 void add_signal(const View &view, daemons::ModemStatus &status);
 void add_connection(const View &view, const Kept &kept, daemons::ModemStatus &status);
 
+// Of the connection that the status has; it goes on while nothing else changes.
+void add_uptime(const Kept &kept, daemons::ModemStatus &status);
+
 // Of the serving cell in the answer to GetCellInfo.
 CellInfo cell_info_of(const Value &cells);
 

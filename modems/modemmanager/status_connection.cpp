@@ -19,16 +19,6 @@ ConnectionState connection_state(const View &view, const Kept &kept)
                                            : ConnectionState::connected;
 }
 
-std::optional<long long> uptime(ConnectionState state, const Kept &kept)
-{
-    using namespace std::chrono;
-    if (state != ConnectionState::connected)
-        return 0;
-    if (!kept.connected_since)
-        return std::nullopt;
-    return floor<seconds>(steady_clock::now() - *kept.connected_since).count();
-}
-
 void add_pdp(const Dictionary &settings, ModemStatus &status)
 {
     const Value type = find(settings, "ip-type");
@@ -39,11 +29,22 @@ void add_pdp(const Dictionary &settings, ModemStatus &status)
 
 } // namespace
 
+void add_uptime(const Kept &kept, ModemStatus &status)
+{
+    using namespace std::chrono;
+    if (status.connection != ConnectionState::connected)
+        status.uptime = 0;
+    else if (kept.connected_since)
+        status.uptime = floor<seconds>(steady_clock::now() - *kept.connected_since).count();
+    else
+        status.uptime.reset();
+}
+
 void add_connection(const View &view, const Kept &kept, ModemStatus &status)
 {
     const ConnectionState now = connection_state(view, kept);
     status.connection = now;
-    status.uptime = uptime(now, kept);
+    add_uptime(kept, status);
     if (now == ConnectionState::connected) {
         status.ipv4_address = find(view.of_bearer("Ip4Config").dictionary(), "address").text();
         status.ipv6_address = find(view.of_bearer("Ip6Config").dictionary(), "address").text();

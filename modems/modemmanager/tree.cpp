@@ -60,7 +60,7 @@ void Tree::load()
     }
     {
         const std::lock_guard lock(mutex_);
-        objects_ = std::move(all);
+        changing() = std::move(all);
     }
     read_references();
     notify();
@@ -71,7 +71,7 @@ void Tree::clear()
     has_manager_ = false;
     {
         const std::lock_guard lock(mutex_);
-        objects_.clear();
+        changing().clear();
     }
     notify();
 }
@@ -90,10 +90,11 @@ void Tree::take(const Signal &signal)
             merge(path, interface.item(0).text(), interface.item(1).dictionary());
     } else if (signal.member == "InterfacesRemoved") {
         const std::lock_guard lock(mutex_);
-        if (const auto object = objects_.find(path); object != objects_.end())
+        Objects &objects = changing();
+        if (const auto object = objects.find(path); object != objects.end())
             for (const std::string &interface : signal.arguments.item(1).texts())
                 object->second.erase(interface);
-        std::erase_if(objects_, [](const auto &each) { return each.second.empty(); });
+        std::erase_if(objects, [](const auto &each) { return each.second.empty(); });
     }
     read_references();
     notify();
@@ -114,7 +115,7 @@ void Tree::properties_changed(const Signal &signal)
 void Tree::merge(const std::string &path, std::string_view interface, const Dictionary &values)
 {
     const std::lock_guard lock(mutex_);
-    Dictionary &kept = objects_[path][std::string(interface)];
+    Dictionary &kept = changing()[path][std::string(interface)];
     for (const auto &[name, value] : values)
         kept[name] = value;
 }
@@ -141,7 +142,7 @@ void Tree::read_references()
             for (const char *interface : {sim_card, bearer})
                 for (const std::string &to : references(object, interface))
                     wanted.insert(to);
-        std::erase_if(objects_, [&](const auto &each) {
+        std::erase_if(changing(), [&](const auto &each) {
             return !wanted.contains(each.first) &&
                    (each.second.contains(sim_card) || each.second.contains(bearer));
         });
@@ -164,14 +165,21 @@ void Tree::reload(const std::string &path, const char *interface)
         return;
     {
         const std::lock_guard lock(mutex_);
-        const auto object = objects_.find(path);
-        if (object == objects_.end() || !object->second.contains(interface))
+        Objects &objects = changing();
+        const auto object = objects.find(path);
+        if (object == objects.end() || !object->second.contains(interface))
             return; // it has gone since
         object->second.find(interface)->second = reply.value.item(0).dictionary();
     }
     if (std::string_view(interface) == modem)
         read_references();
     notify();
+}
+
+Objects &Tree::changing()
+{
+    ++version_;
+    return objects_;
 }
 
 void Tree::notify()

@@ -41,6 +41,9 @@ public:
         return reader(objects_);
     }
 
+    // Another one after each change of the objects; for readers, to whom none happens.
+    unsigned version() const { return version_; }
+
     // Reads an interface again: the answer to a call may come before the signal of what it changed.
     void reload(const std::string &path, const char *interface);
 
@@ -66,12 +69,14 @@ private:
     void read_references();
     std::vector<std::pair<std::string, const char *>> missing_references() const;
     void merge(const std::string &path, std::string_view interface, const Dictionary &values);
+    Objects &changing(); // for the holder of the lock
     void notify();
 
     std::function<void()> changed_;
-    mutable std::mutex mutex_; // of the three below
+    mutable std::mutex mutex_; // of the four below
     std::condition_variable changed_condition_;
     Objects objects_;
+    std::atomic<unsigned> version_ = 0; // changes under the lock
     bool stopped_ = false;
     std::atomic<bool> has_manager_ = false, denied_ = false;
     Bus bus_; // goes first: its thread uses the others
