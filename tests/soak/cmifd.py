@@ -1,7 +1,7 @@
 """cmifd.py REQUESTS: what a request through cmifd costs, its memory, and what wakes it while nothing is asked.
 
 Two boxes: the simulated router, and cmifd over the real ModemManager and the emulated USB modem. Both are asked in
-turn, so that other load hits both. The request, for the PIN counters, needs no command to the modem. Needs
+turn on one processor, so that other load hits both. The request, for the PIN counters, needs no command to the modem. Needs
 cmif-sim, cmifd, cmifctl and soak-requests in PATH, and the programs ModemManager and dbus-daemon."""
 
 import os
@@ -74,6 +74,7 @@ def wake_ups_of_a_while(daemon):
 
 
 def main():
+    os.sched_setaffinity(0, {min(os.sched_getaffinity(0))})
     batches = max(int(sys.argv[1]) // BATCH, 10)
     os.environ["PATH"] += ":/usr/sbin:/sbin"
     simulated = Box("run", "--pace", "0", "--state", "registered", "--", "sh")
