@@ -4,7 +4,7 @@
 . "$(dirname "$0")/lib.sh"
 
 exits 0 scripts/demo-session
-# shellcheck disable=SC2016 # no expansions: a mark of Markdown
+# shellcheck disable=SC2016 # backquotes of Markdown
 sed -n '/^## From the demo$/,/^```$/p' README.md | sed -n '/^```text$/,/^```$/p' | sed '/^```/d' >"$work/shown"
 grep -q '^\$ cmifctl status$' "$work/shown" || fail 'README.md shows no demo'
 
