@@ -4,8 +4,10 @@
 
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 
 namespace
@@ -68,6 +70,73 @@ TEST(HostStoreAnnouncement, StaysWhileAnotherDaemonStarts)
     const Announcer daemon("/tmp/first");
     const Announcer other("/tmp/second");
     EXPECT_STREQ(host_store_announced(), "/tmp/first");
+}
+
+// A file in the announcement's place, written and locked as another process might do it.
+class Forged
+{
+public:
+    Forged(mode_t mode, short lock_type)
+    {
+        unlink(path);
+        file_ = open(path, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+        struct flock lock = {};
+        lock.l_type = lock_type;
+        EXPECT_EQ(fchmod(file_, mode), 0);
+        EXPECT_EQ(fcntl(file_, F_OFD_SETLK, &lock), 0);
+        EXPECT_EQ(write(file_, "/tmp/forged", 11), 11);
+    }
+    ~Forged()
+    {
+        close(file_);
+        unlink(path);
+    }
+    Forged(const Forged &) = delete;
+    Forged &operator=(const Forged &) = delete;
+
+    void belongs_to(uid_t user) const { EXPECT_EQ(fchown(file_, user, gid_t(-1)), 0); }
+
+private:
+    static constexpr const char *path = "/tmp/cmif-store-in-use";
+    int file_ = -1;
+};
+
+TEST(HostStoreAnnouncement, CountsOnlyIfItsOwnerAloneCanWriteAndLockIt)
+{
+    const struct {
+        mode_t mode;
+        short lock;
+        const char *announced;
+    } rows[] = {
+        {0644, F_WRLCK, "/tmp/forged"},
+        {0600, F_WRLCK, "/tmp/forged"},
+        {0644, F_RDLCK, ""},
+        {0644, F_UNLCK, ""},
+        {0646, F_WRLCK, ""},
+        {0664, F_WRLCK, ""},
+    };
+    for (const auto &row : rows) {
+        const Forged file(row.mode, row.lock);
+        EXPECT_STREQ(host_store_announced(), row.announced) << row.mode << ' ' << row.lock;
+    }
+}
+
+TEST(HostStoreAnnouncement, TakesThePlaceOfOneThatDoesNotCount)
+{
+    const Forged file(0666, F_WRLCK);
+    const Announcer daemon("/tmp/a-store");
+    EXPECT_STREQ(host_store_announced(), "/tmp/a-store");
+}
+
+TEST(HostStoreAnnouncement, OfRootTakesThePlaceOfAnotherUsers)
+{
+    if (geteuid() != 0)
+        GTEST_SKIP() << "needs root";
+    const Forged file(0644, F_WRLCK);
+    file.belongs_to(65534);
+    EXPECT_STREQ(host_store_announced(), "/tmp/forged");
+    const Announcer daemon("/tmp/a-store");
+    EXPECT_STREQ(host_store_announced(), "/tmp/a-store");
 }
 
 } // namespace
