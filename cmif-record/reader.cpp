@@ -184,6 +184,24 @@ try {
     return value;
 } catch (const Json::parse_error &error) {
     fail("not valid JSON at column " + std::to_string(error.byte));
+} catch (const Json::out_of_range &) {
+    fail("not valid JSON: a number is too large");
+}
+
+// The next line, without its end; false after the last one. A file that never ends a line is no
+// recording either.
+bool read_line(std::istream &stream, std::string &line)
+{
+    constexpr std::size_t max_line = std::size_t{1024} * 1024;
+    line.clear();
+    for (int byte = stream.get(); byte != EOF; byte = stream.get()) {
+        if (byte == '\n')
+            return true;
+        if (line.size() == max_line)
+            fail("longer than 1 MiB");
+        line += static_cast<char>(byte);
+    }
+    return !line.empty();
 }
 
 class Reader
@@ -246,9 +264,11 @@ RecordingContents read_recording(const std::string &file)
         fail(file + ": " + std::strerror(errno));
     Reader reader;
     long long number = 0;
-    for (std::string line; std::getline(stream, line);) {
+    for (std::string line;;) {
         ++number;
         try {
+            if (!read_line(stream, line))
+                break;
             reader.take(line);
         } catch (const RecordingError &error) {
             fail(file + ":" + std::to_string(number) + ": " + error.what());

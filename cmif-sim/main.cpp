@@ -2,6 +2,7 @@
 #include "cli/about.h"
 #include "cli/help.h"
 #include "cli/usage_error.h"
+#include "cmif-record/reader.h"
 #include "command_line.h"
 #include "daemons/printable.h"
 #include "remote.h"
@@ -69,6 +70,9 @@ try {
         std::fprintf(stderr, "  %s\n", daemons::printable(error.hint()).c_str());
     return usage_status;
 } catch (const scenario::BadScript &error) {
+    print_lines(error.what());
+    return usage_status;
+} catch (const cmif_record::RecordingError &error) {
     print_lines(error.what());
     return usage_status;
 } catch (const std::exception &error) {

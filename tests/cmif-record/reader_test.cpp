@@ -147,11 +147,15 @@ TEST_F(Reader, NamesThePlaceOfAnError)
          ":2: 'size' is smaller than the record"},
         {head + std::string(R"({"time":-1,"thread":1,"type":"set"})"),
          ":2: 'time' is not a number of seconds"},
+        {head + std::string(R"({"time":1e400,"thread":1,"type":"set"})"),
+         ":2: not valid JSON: a number is too large"},
+        {head + std::string(std::size_t{1024} * 1024 + 1, ' '), ":2: longer than 1 MiB"},
     };
     for (const auto &[text, error] : errors)
         EXPECT_EQ(error_of(text), file() + error) << text;
     std::filesystem::remove(file());
     EXPECT_THROW(read_recording(file()), cmif_record::RecordingError);
+    EXPECT_THROW(read_recording("/dev/zero"), cmif_record::RecordingError); // it has no end
 }
 
 } // namespace

@@ -78,7 +78,7 @@ grep -q '"clock":"manual","pace":null,"at":{"state":"serving","process":[0-9]*,"
 
 # A file that is not a recording.
 echo '{"format":"cmif-record"' >"$work/broken"
-exits 1 cmif-sim replay "$work/broken" -- true
+exits 2 cmif-sim replay "$work/broken" -- true
 complains "cmif-sim: $work/broken:1: not valid JSON"
 exits 2 cmif-sim replay
 exits 2 cmif-sim run --with-secrets -- true
