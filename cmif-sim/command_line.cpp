@@ -35,7 +35,7 @@ std::vector<cli::Candidate> known_commands(const std::vector<std::string> &befor
 constexpr int manual_clock = 1;
 constexpr cli::Choice clocks[] = {
     {0, "real",   "", "the machine's time, times the pace"},
-    {manual_clock, "manual", "", "time stands until cmif-sim ctl advance DURATION"},
+    {manual_clock, "manual", "", "time stops until cmif-sim ctl advance DURATION"},
 };
 constexpr cli::Choice states[] = {
     {0, "locked", "", "the SIM asks for its PIN"},
@@ -71,7 +71,8 @@ constexpr Argument usb_arguments[]   = {log_all, seed, pace, state, script, cloc
 constexpr Argument ctl_arguments[]   = {box, line};
 constexpr Argument status_arguments[] = {box, json};
 constexpr Argument enter_arguments[] = {box, command};
-constexpr Argument replay_arguments[] = {recording, pace, command};
+constexpr Argument replay_pace{option, "pace",    "FACTOR", "factor on the recorded delays, 0 to 1000: 0.1 is ten times faster, 0 no delay (default 1)"};
+constexpr Argument replay_arguments[] = {recording, replay_pace, command};
 constexpr Argument options[]         = {cli::help_option, cli::version_option};
 
 constexpr const char *run_details =

@@ -32,7 +32,7 @@ struct ServerOptions {
     double pace = 1.0;    // factor on all simulated durations
     unsigned seed = 1;    // of the drifting signal
 
-    bool manual_clock = false; // time stands until the command "advance"
+    bool manual_clock = false; // time stops until the command "advance"
     std::string state;         // the modem's at the start, as the command "state" has it
     std::string scenario_name; // for messages
     std::string scenario;      // its text

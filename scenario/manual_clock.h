@@ -1,4 +1,4 @@
-// A time that stands until it is advanced, so that the same steps give the same results.
+// A time that stops until it is advanced, so that the same steps give the same results.
 #ifndef SCENARIO_MANUAL_CLOCK_H
 #define SCENARIO_MANUAL_CLOCK_H
 

@@ -1,5 +1,5 @@
 #!/bin/sh
-# AT ports for anybody's program.
+# AT ports for any program.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
 
