@@ -28,6 +28,7 @@ int serve_at_modem(const ServerOptions &options)
     if (!simulation.start())
         return 1;
     const at_front::Front front(simulation.modem(), *options.mishaps, ports);
+    simulation.set_ports(front.paths());
     serve_commands(simulation, options, signals, [&front] {
         for (const std::string &path : front.paths())
             std::puts(path.c_str());

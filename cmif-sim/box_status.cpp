@@ -37,7 +37,7 @@ std::string utc(std::time_t moment)
 std::string number(double value)
 {
     char text[32];
-    std::snprintf(text, sizeof text, "%g", value);
+    std::snprintf(text, sizeof text, "%.10g", value);
     return text;
 }
 
@@ -45,14 +45,19 @@ std::string daemon_text(const DaemonStatus &daemon)
 {
     if (!daemon.process)
         return daemon.state;
-    return std::string(daemon.state) + ", process " + std::to_string(*daemon.process);
+    return std::string(daemon.state) + ", process " + std::to_string(*daemon.process) +
+           " in the box";
 }
 
 std::string simulation_text(const SimulationStatus &simulation)
 {
-    std::string text = row("clock", simulation.pace ? "real, pace " + number(*simulation.pace)
-                                                    : std::string("manual"));
-    text += row("AT", daemon_text(simulation.at)) + row("QMI", daemon_text(simulation.qmi));
+    std::string text =
+        row("clock", simulation.pace ? "real, pace " + number(*simulation.pace)
+                                     : "manual, at " + number(simulation.time.value_or(0)) + " s");
+    for (const std::string &port : simulation.ports)
+        text += row("port", port);
+    if (simulation.ports.empty())
+        text += row("AT", daemon_text(simulation.at)) + row("QMI", daemon_text(simulation.qmi));
     for (const std::string &fault : simulation.at.faults)
         text += row("fault", "at " + fault);
     for (const std::string &fault : simulation.qmi.faults)
@@ -94,9 +99,14 @@ void add_simulation(JsonLine &line, const SimulationStatus &simulation)
         line.add_literal("pace", number(*simulation.pace));
     else
         line.add_null("pace");
+    if (simulation.time)
+        line.add_literal("time", number(*simulation.time));
+    else
+        line.add_null("time");
     add_daemon(line, "at", simulation.at);
     add_daemon(line, "qmi", simulation.qmi);
     line.add_list("steps", simulation.steps);
+    line.add_list("ports", simulation.ports);
 }
 
 void add_replay(JsonLine &line, const ReplayStatus &replay)

@@ -12,15 +12,17 @@ namespace cmif_sim
 {
 
 struct DaemonStatus {
-    const char *state; // serving, frozen, ended, left out
+    const char *state; // serving, not ready, frozen, ended, left out
     std::optional<pid_t> process{};
     std::vector<std::string> faults{}; // that are armed
 };
 
 struct SimulationStatus {
     std::optional<double> pace; // none by a manual clock
+    std::optional<double> time; // seconds, by a manual clock
     DaemonStatus at, qmi;
-    std::vector<std::string> steps; // of the scenario, still to come
+    std::vector<std::string> steps;   // of the scenario, still to come
+    std::vector<std::string> ports{}; // of an AT modem, which has no daemons
 };
 
 struct ReplayStatus {

@@ -131,7 +131,7 @@ std::unique_lock<std::mutex> Channel::lock_with_process()
     if (thread_ != std::this_thread::get_id())
         changed_.wait_for(lock, 5s, [this] { return process_ || state_ == State::ended; });
     if (state_ == State::ended)
-        throw std::runtime_error(std::string("the ") + names_.name + " daemon has ended");
+        throw std::runtime_error(std::string("the ") + names_.label + " daemon has ended");
     return lock;
 }
 
@@ -268,7 +268,9 @@ DaemonStatus Channel::status() const
     const std::lock_guard lock(mutex_);
     DaemonStatus status{"ended", std::nullopt, faults_.descriptions()};
     if (state_ != State::ended)
-        status.state = state_ == State::frozen ? "frozen" : "serving";
+        status.state = state_ == State::frozen ? "frozen"
+                       : is_ready(side_)       ? "serving"
+                                               : "not ready";
     if (process_)
         status.process = process_->number();
     return status;

@@ -3,8 +3,10 @@
 #include "boxes.h"
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
+#include <list>
 #include <poll.h>
 #include <stdexcept>
 #include <sys/socket.h>
@@ -37,6 +39,7 @@ public:
         setsockopt(file_, SOL_SOCKET, SO_RCVTIMEO, &time, sizeof time);
         setsockopt(file_, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof time);
     }
+    int file() const { return file_; }
     bool send(std::string_view text) const
     {
         while (!text.empty()) {
@@ -68,6 +71,29 @@ private:
     int file_;
 };
 
+using Time = std::chrono::steady_clock::time_point;
+constexpr std::chrono::seconds silence{5}; // with a program that is silent
+
+// A program that has connected, and what it has sent so far.
+struct Asker {
+    explicit Asker(int file) : connection(file) {}
+
+    Connection connection;
+    Time since = std::chrono::steady_clock::now();
+    std::string text{};
+    bool gone = false;
+
+    // Takes what has arrived; true when the program has asked all.
+    bool take()
+    {
+        char part[4096];
+        const ssize_t got = recv(connection.file(), part, sizeof part, MSG_DONTWAIT);
+        gone = got == -1 && errno != EINTR && errno != EAGAIN;
+        text.append(part, got > 0 ? static_cast<std::size_t>(got) : 0);
+        return got == 0 || text.size() >= max_question;
+    }
+};
+
 // Takes the first line off a text.
 std::string take_line(std::string &text)
 {
@@ -89,6 +115,49 @@ std::string environment()
 
 } // namespace
 
+// The programs that are connected, each of which gets its answer when it has asked.
+class ControlServer::Askers
+{
+public:
+    void add_to(std::vector<pollfd> &files) const
+    {
+        for (const Asker &asker : askers_)
+            files.push_back({asker.connection.file(), POLLIN, 0});
+    }
+    void accept(int listening)
+    {
+        const int file = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC);
+        if (file == -1)
+            return;
+        Asker &asker = askers_.emplace_back(file);
+        asker.connection.limit(static_cast<int>(silence.count()));
+        asker.gone = !asker.connection.send(greeting);
+    }
+    void serve(const ControlServer &server)
+    {
+        for (Asker &asker : askers_)
+            if (asker.take()) {
+                reply(server, asker);
+                asker.gone = true;
+            }
+        const Time end = std::chrono::steady_clock::now() - silence;
+        askers_.remove_if([end](const Asker &asker) { return asker.gone || asker.since < end; });
+    }
+    bool empty() const { return askers_.empty(); }
+
+private:
+    static void reply(const ControlServer &server, Asker &asker)
+    {
+        if (asker.text.empty())
+            return;
+        const std::string question = take_line(asker.text);
+        const Answer answer = server.answer(question, asker.text);
+        asker.connection.send(std::to_string(answer.status) + "\n" + answer.text);
+    }
+
+    std::list<Asker> askers_;
+};
+
 ControlServer::ControlServer(std::vector<int> listening, Replies replies)
     : listening_(std::move(listening)), replies_(std::move(replies))
 {
@@ -106,35 +175,21 @@ ControlServer::~ControlServer()
 
 void ControlServer::run()
 {
-    std::vector<pollfd> files{{end_[0], POLLIN, 0}};
-    for (const int file : listening_)
-        files.push_back({file, POLLIN, 0});
+    constexpr int interval = 1000; // milliseconds, after which a silent program may be left
+    Askers askers;
     for (;;) {
-        poll(files.data(), files.size(), -1);
+        std::vector<pollfd> files{{end_[0], POLLIN, 0}};
+        for (const int file : listening_)
+            files.push_back({file, POLLIN, 0});
+        askers.add_to(files);
+        poll(files.data(), files.size(), askers.empty() ? -1 : interval);
         if (files.front().revents != 0)
             return;
-        for (const pollfd &file : files)
-            if (file.revents != 0)
-                if (const int connection = accept4(file.fd, nullptr, nullptr, SOCK_CLOEXEC);
-                    connection != -1)
-                    serve(connection);
+        askers.serve(*this);
+        for (std::size_t i = 0; i < listening_.size(); ++i)
+            if (files[i + 1].revents != 0)
+                askers.accept(listening_[i]);
     }
-}
-
-// A program that says nothing must not keep the others waiting for long.
-void ControlServer::serve(int file) const
-{
-    constexpr int patience = 5; // seconds
-    const Connection connection(file);
-    connection.limit(patience);
-    if (!connection.send(greeting))
-        return;
-    std::string lines = connection.read(max_question);
-    if (lines.empty())
-        return;
-    const std::string question = take_line(lines);
-    const Answer answer = this->answer(question, lines);
-    connection.send(std::to_string(answer.status) + "\n" + answer.text);
 }
 
 Answer ControlServer::answer(const std::string &question, const std::string &lines) const

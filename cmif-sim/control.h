@@ -23,7 +23,8 @@ struct Answer {
     std::string text;
 };
 
-// Answers questions, one after the other, in a thread of its own.
+// Answers questions, one after the other, in a thread of its own. A program that connects and sends
+// nothing keeps no other one waiting.
 class ControlServer
 {
 public:
@@ -38,8 +39,9 @@ public:
     ControlServer &operator=(const ControlServer &) = delete;
 
 private:
+    class Askers;
+
     void run();
-    void serve(int file) const;
     Answer answer(const std::string &question, const std::string &lines) const;
 
     std::vector<int> listening_;

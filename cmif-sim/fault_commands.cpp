@@ -1,9 +1,10 @@
 #include "fault_commands.h"
 
+#include "daemons/at_forms.h"
+#include "daemons/qmi_requests.h"
 #include "scenario/events.h"
 
 #include <algorithm>
-#include <limits>
 #include <vector>
 
 namespace cmif_sim
@@ -30,29 +31,71 @@ bool is_number(const Word *word)
     return word && word->text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-const FaultKind &take_kind(Words &words)
+bool is_request(int code, const std::string &side)
 {
-    for (const FaultKind &kind : fault_kinds())
-        words.offer(kind.name, kind.summary);
-    const Word word = words.take("a kind of fault");
-    if (const FaultKind *kind = find_fault_kind(word.text))
-        return *kind;
-    std::string names;
-    for (const FaultKind &kind : fault_kinds())
-        names.append(names.empty() ? "" : ", ").append(kind.name);
-    words.fail("a kind of fault is one of: " + names);
+    return (side != "qmi" && daemons::find_at_form(code)) ||
+           (side != "at" && daemons::find_qmi_request(code));
 }
 
-int take_value(const FaultKind &kind, Words &words)
+int take_code(const std::string &side, Words &words)
+{
+    constexpr int max_code = 255;
+    std::vector<std::string> codes;
+    for (int code = 1; code <= max_code; ++code)
+        if (is_request(code, side))
+            codes.push_back(std::to_string(code));
+    const std::string what = "the request code";
+    const int code = words.take_number(what, 1, max_code);
+    if (!is_request(code, side))
+        words.refuse(what, one_of(codes));
+    return code;
+}
+
+// Why this kind can't follow what was read, or "".
+std::string objection(const FaultKind &kind, bool has_code, const std::string &side)
+{
+    if (kind.name == "stale" && !has_code)
+        return "stale needs a request code before it: fault at 12 stale";
+    if (kind.name != "stale" && has_code && kind.stage == FaultStage::once)
+        return std::string(kind.name) + " takes no request code before it";
+    if (kind.name.ends_with("ready") && side != "qmi")
+        return "only the QMI daemon has a readiness marker: fault qmi " + std::string(kind.name);
+    return "";
+}
+
+const FaultKind &take_kind(Words &words, bool has_code, const std::string &side)
+{
+    std::vector<std::string_view> names;
+    for (const FaultKind &kind : fault_kinds())
+        if (objection(kind, has_code, side).empty()) {
+            words.offer(kind.name, kind.summary);
+            names.push_back(kind.name);
+        }
+    const Word word = words.take("a kind of fault", one_of(names));
+    const FaultKind *const kind = find_fault_kind(word.text);
+    if (!kind)
+        words.refuse("a kind of fault", one_of(names));
+    if (const std::string why = objection(*kind, has_code, side); !why.empty())
+        throw ScriptError(word.column, why);
+    return *kind;
+}
+
+// A reply of the AT daemon is shorter than one of the QMI daemon.
+int max_value(const FaultKind &kind, const std::string &side)
+{
+    return kind.name == "short" && side != "qmi" ? CMIF_AT_PAYLOAD : kind.max;
+}
+
+int take_value(const FaultKind &kind, Words &words, int max)
 {
     const std::string what = "the value of " + std::string(kind.name);
     switch (kind.value) {
     case FaultValue::duration:
         return static_cast<int>(words.take_duration(what).count());
     case FaultValue::number:
-        return words.take_number(what, kind.min, kind.max);
+        return words.take_number(what, kind.min, max);
     case FaultValue::optional_number:
-        return is_number(words.peek()) ? words.take_number(what, kind.min, kind.max) : kind.usual;
+        return is_number(words.peek()) ? words.take_number(what, kind.min, max) : kind.usual;
     case FaultValue::queue:
         return words.take_one_of(what, {"request", "reply"}) == "reply";
     case FaultValue::none:
@@ -77,28 +120,13 @@ void take_when(Fault &fault, Words &words)
             is_number(words.peek()) ? words.take_number("the number of times", 1, max_times) : 1;
 }
 
-// Of what the kind's row does not say.
-void check(const Fault &fault, const std::string &side, std::size_t column)
-{
-    const std::string_view name = fault.kind->name;
-    if (name == "stale" && !fault.code)
-        throw ScriptError(column, "stale needs a request code before it: fault at 12 stale");
-    if (name != "stale" && fault.code && fault.kind->stage == FaultStage::once)
-        throw ScriptError(column, std::string(name) + " takes no request code before it");
-    if (name.ends_with("ready") && side != "qmi")
-        throw ScriptError(column, "only the QMI daemon has a readiness marker: fault qmi " +
-                                      std::string(name));
-}
-
 Fault take_fault(Words &words, const std::string &side)
 {
     Fault fault;
     if (is_number(words.peek()))
-        fault.code = words.take_number("the request code", 1, std::numeric_limits<int>::max());
-    const std::size_t column = words.at_end() ? 0 : words.peek()->column;
-    fault.kind = &take_kind(words);
-    check(fault, side, column);
-    fault.number = take_value(*fault.kind, words);
+        fault.code = take_code(side, words);
+    fault.kind = &take_kind(words, fault.code.has_value(), side);
+    fault.number = take_value(*fault.kind, words, max_value(*fault.kind, side));
     if (words.take_if("after"))
         fault.after = take_event(words);
     take_when(fault, words);

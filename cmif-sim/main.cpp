@@ -21,11 +21,11 @@ namespace
 
 constexpr int usage_status = 2;
 
-void print_lines(const std::string &text)
+void print_lines(const char *prefix, const std::string &text)
 {
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);)
-        std::fprintf(stderr, "cmif-sim: %s\n", daemons::printable(line).c_str());
+        std::fprintf(stderr, "%s%s\n", prefix, daemons::printable(line).c_str());
 }
 
 int run_simulation(const cli::Line &line)
@@ -69,11 +69,11 @@ try {
     if (!error.hint().empty())
         std::fprintf(stderr, "  %s\n", daemons::printable(error.hint()).c_str());
     return usage_status;
-} catch (const scenario::BadScript &error) {
-    print_lines(error.what());
+} catch (const scenario::BadScript &error) { // FILE:LINE:COLUMN first, as editors read it
+    print_lines("", error.what());
     return usage_status;
 } catch (const cmif_record::RecordingError &error) {
-    print_lines(error.what());
+    print_lines("cmif-sim: ", error.what());
     return usage_status;
 } catch (const std::exception &error) {
     std::fprintf(stderr, "cmif-sim: %s\n", error.what());

@@ -38,6 +38,11 @@ void set_ready(Side side, bool ready)
         unlink(CMIF_QMI_READY_FILE);
 }
 
+bool is_ready(Side side)
+{
+    return side == Side::at || access(CMIF_QMI_READY_FILE, F_OK) == 0;
+}
+
 void remove_queue(key_t key)
 {
     if (msgctl(msgget(key, 0), IPC_RMID, nullptr) != 0)

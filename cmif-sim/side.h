@@ -26,6 +26,7 @@ std::string record_of(long code, const std::string &payload);
 
 // Makes or removes the readiness marker; the AT daemon has none.
 void set_ready(Side side, bool ready);
+bool is_ready(Side side);
 
 // Throws std::system_error if there is no such queue.
 void remove_queue(key_t key);

@@ -132,10 +132,16 @@ void Simulation::event(std::string_view name)
 BoxStatus Simulation::status() const
 {
     constexpr DaemonStatus left_out{"left out"};
-    SimulationStatus status{std::nullopt, options_.at ? at_channel_.status() : left_out,
-                            options_.qmi ? qmi_channel_.status() : left_out, timeline_.pending()};
+    SimulationStatus status{std::nullopt,
+                            std::nullopt,
+                            options_.at ? at_channel_.status() : left_out,
+                            options_.qmi ? qmi_channel_.status() : left_out,
+                            timeline_.pending(),
+                            ports_};
     if (!options_.manual_clock)
         status.pace = options_.pace;
+    else
+        status.time = std::chrono::duration<double>(clock_->now().time_since_epoch()).count();
     return {since_, status};
 }
 

@@ -32,6 +32,8 @@ public:
 
     simulated::Modem &modem() { return modem_; }
     const scenario::Commands &commands() const { return commands_; }
+    // Of an AT modem, for the status. Before commands are served.
+    void set_ports(std::vector<std::string> ports) { ports_ = std::move(ports); }
     BoxStatus status() const;
 
 private:
@@ -40,6 +42,7 @@ private:
 
     const ServerOptions &options_;
     std::time_t since_ = std::time(nullptr);
+    std::vector<std::string> ports_;
     std::unique_ptr<scenario::Clock> clock_;
     simulated::Modem modem_;
     Channel at_channel_, qmi_channel_;

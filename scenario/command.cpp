@@ -8,15 +8,21 @@ namespace scenario
 namespace
 {
 
-std::string names_of(const Commands &commands)
+std::string usage_of(const Command &command)
 {
-    std::string names;
-    for (const Command &command : commands)
-        names.append(names.empty() ? "" : ", ").append(command.name);
-    return names;
+    std::string usage = "the command is: " + std::string(command.name);
+    return command.arguments.empty() ? usage : usage.append(" ").append(command.arguments);
 }
 
 } // namespace
+
+std::string rule_of(const Commands &commands)
+{
+    std::vector<std::string_view> names(commands.size());
+    std::transform(commands.begin(), commands.end(), names.begin(),
+                   [](const Command &command) { return command.name; });
+    return one_of(names);
+}
 
 Action parse_command(const Commands &commands, Words &words)
 {
@@ -29,9 +35,9 @@ Action parse_command(const Commands &commands, Words &words)
         std::find_if(commands.begin(), commands.end(),
                      [&](const Command &candidate) { return candidate.name == name.text; });
     if (command == commands.end())
-        words.fail("a command is one of: " + names_of(commands));
+        words.refuse("a command", rule_of(commands));
     Action action = command->parse(words);
-    words.expect_end();
+    words.expect_end(usage_of(*command));
     return action;
 }
 

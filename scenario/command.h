@@ -24,6 +24,9 @@ struct Command {
 
 using Commands = std::vector<Command>;
 
+// What a command may be: "one of: ...", for an error.
+std::string rule_of(const Commands &commands);
+
 // The action of a line; a do-nothing for one without words. Fails with a ScriptError.
 Action parse_command(const Commands &commands, Words &words);
 

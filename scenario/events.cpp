@@ -26,15 +26,15 @@ std::string take_event(Words &words)
         words.offer(one);
     for (const std::string_view one : requests)
         words.offer(one);
-    std::string name = words.take("the event").text;
+    std::string rule = one_of(names);
+    for (const std::string_view one : requests)
+        rule.append(", ").append(one).append(" N");
+    std::string name = words.take("the event", rule).text;
     if (has(names, name))
         return name;
     if (has(requests, name))
         return name + ' ' + std::to_string(words.take_number("the request's code", 1, 255));
-    std::string allowed;
-    for (const std::string_view one : names)
-        allowed.append(one).append(", ");
-    words.fail("the event is one of: " + allowed + "request N, qmi-request N");
+    words.refuse("the event", rule);
 }
 
 } // namespace scenario

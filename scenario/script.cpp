@@ -45,11 +45,11 @@ std::string_view trimmed(std::string_view line)
 Step parse_step(std::string_view line, const Commands &commands)
 {
     Step step;
-    step.text = trimmed(line);
     Words words(line);
+    step.text = trimmed(line.substr(0, words.comment()));
     take_moment(words, step);
     if (step.moment != Step::Moment::start && words.at_end())
-        words.take("a command"); // fails
+        words.take("a command", rule_of(commands)); // fails
     step.action = parse_command(commands, words);
     return step;
 }

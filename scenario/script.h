@@ -18,7 +18,7 @@ struct Step {
     enum class Moment { start, at, every, when };
 
     std::size_t line = 0;
-    std::string text; // of the line, as it is written
+    std::string text; // of the line, without its comment
     Moment moment = Moment::start;
     std::chrono::milliseconds time{}; // of `at` and `every`
     std::string event;                // of `when`

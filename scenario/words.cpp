@@ -70,17 +70,26 @@ std::optional<std::chrono::milliseconds> parse_duration(std::string_view text)
     return std::chrono::duration_cast<std::chrono::milliseconds>(*count * unit->length);
 }
 
+// Of a word that may be of any length.
+std::string quoted(const std::string &text)
+{
+    constexpr std::size_t max_shown = 60;
+    return text.size() <= max_shown ? "'" + text + "'" : "'" + text.substr(0, max_shown) + "...'";
+}
+
 } // namespace
 
-Words::Words(std::string_view line) : length_(line.size())
+Words::Words(std::string_view line) : length_(line.size()), comment_(line.size())
 {
     for (std::size_t place = 0; place < line.size();) {
         if (is_space(line[place])) {
             ++place;
             continue;
         }
-        if (line[place] == '#')
+        if (line[place] == '#') {
+            comment_ = place;
             return;
+        }
         const std::size_t column = place + 1;
         words_.push_back(
             {line[place] == '"' ? take_quoted(line, place) : take_plain(line, place), column});
@@ -106,29 +115,32 @@ bool Words::take_if(std::string_view text)
     return taken;
 }
 
-Word Words::take(std::string_view what)
+Word Words::take(std::string_view what, std::string_view rule)
 {
     if (at_end())
-        throw ScriptError(end_column(), std::string(what) + " is missing");
+        throw ScriptError(end_column(), std::string(what) + " is missing" +
+                                            (rule.empty() ? "" : "; it is " + std::string(rule)));
     return words_[next_++];
 }
 
 int Words::take_number(std::string_view what, int min, int max)
 {
-    const auto number = parse<int>(take(what).text);
+    const std::string rule =
+        "a whole number from " + std::to_string(min) + " to " + std::to_string(max);
+    const auto number = parse<int>(take(what, rule).text);
     if (!number || *number < min || *number > max)
-        fail(std::string(what) + " is a whole number from " + std::to_string(min) + " to " +
-             std::to_string(max));
+        refuse(what, rule);
     return *number;
 }
 
 std::string Words::take_digits(std::string_view what, std::size_t min, std::size_t max)
 {
-    std::string text = take(what).text;
+    const std::string rule =
+        std::to_string(min) + (min == max ? "" : " to " + std::to_string(max)) + " digits";
+    std::string text = take(what, rule).text;
     if (text.size() < min || text.size() > max ||
         text.find_first_not_of("0123456789") != std::string::npos)
-        fail(std::string(what) + " is " + std::to_string(min) +
-             (min == max ? "" : " to " + std::to_string(max)) + " digits");
+        refuse(what, rule);
     return text;
 }
 
@@ -137,20 +149,19 @@ std::string Words::take_one_of(std::string_view what,
 {
     for (const std::string_view one : allowed)
         offer(one);
-    std::string text = take(what).text;
-    if (std::find(allowed.begin(), allowed.end(), text) != allowed.end())
-        return text;
-    std::string list;
-    for (const std::string_view one : allowed)
-        list.append(list.empty() ? "" : ", ").append(one);
-    fail(std::string(what) + " is one of: " + list);
+    const std::string rule = one_of(allowed);
+    std::string text = take(what, rule).text;
+    if (std::find(allowed.begin(), allowed.end(), text) == allowed.end())
+        refuse(what, rule);
+    return text;
 }
 
 std::chrono::milliseconds Words::take_duration(std::string_view what)
 {
-    const auto duration = parse_duration(take(what).text);
+    constexpr std::string_view rule = "a number with its unit: 250ms, 1.5s, 2min; at most 1440min";
+    const auto duration = parse_duration(take(what, rule).text);
     if (!duration)
-        fail(std::string(what) + " is a number with its unit: 250ms, 1.5s, 2min; at most 1440min");
+        refuse(what, rule);
     return *duration;
 }
 
@@ -162,16 +173,22 @@ std::string Words::take_rest(std::string_view what)
     return text;
 }
 
-void Words::expect_end() const
+void Words::expect_end(std::string_view usage) const
 {
     if (!at_end())
-        throw ScriptError(peek()->column, "unexpected '" + peek()->text + "'");
+        throw ScriptError(peek()->column, "unexpected " + quoted(peek()->text) +
+                                              (usage.empty() ? "" : "; ") + std::string(usage));
 }
 
 void Words::fail(const std::string &message) const
 {
     const Word &word = words_.at(next_ - 1);
-    throw ScriptError(word.column, message + ", not '" + word.text + "'");
+    throw ScriptError(word.column, message + ", not " + quoted(word.text));
+}
+
+void Words::refuse(std::string_view what, std::string_view rule) const
+{
+    fail(std::string(what) + " is " + std::string(rule));
 }
 
 std::size_t Words::end_column() const

@@ -27,13 +27,16 @@ public:
     // begins a word begins a comment. Fails where a quote is not closed.
     explicit Words(std::string_view line);
 
+    // Where the comment begins in the line, or its length.
+    std::size_t comment() const { return comment_; }
+
     bool at_end() const { return next_ == words_.size(); }
     const Word *peek() const { return at_end() ? nullptr : &words_[next_]; }
     bool next_is(std::string_view text);
     bool take_if(std::string_view text); // takes the next word if it is this one
 
-    // The next word. `what` names it in the error when it is missing or not allowed.
-    Word take(std::string_view what);
+    // The next word. `what` names it in errors, and `rule` is what it may be: "one of: a, b".
+    Word take(std::string_view what, std::string_view rule = "");
     int take_number(std::string_view what, int min, int max);
     std::string take_digits(std::string_view what, std::size_t min, std::size_t max);
     std::string take_one_of(std::string_view what, std::initializer_list<std::string_view> allowed);
@@ -50,11 +53,12 @@ public:
     void offer(std::string_view text, std::string_view description = "");
     const std::vector<Offer> &offers() const { return offers_; }
 
-    // Fails when words are left.
-    void expect_end() const;
+    // Fails when words are left; `usage` follows the message.
+    void expect_end(std::string_view usage = "") const;
 
-    // Fails at the word that was taken last.
+    // Fail at the word that was taken last.
     [[noreturn]] void fail(const std::string &message) const;
+    [[noreturn]] void refuse(std::string_view what, std::string_view rule) const;
 
 private:
     std::size_t end_column() const;
@@ -62,8 +66,19 @@ private:
     std::vector<Word> words_;
     std::size_t next_ = 0;
     std::size_t length_; // of the line
+    std::size_t comment_;
     std::vector<Offer> offers_;
 };
+
+// "one of: a, b"
+template <class List>
+std::string one_of(const List &allowed)
+{
+    std::string rule;
+    for (const auto &one : allowed)
+        rule.append(rule.empty() ? "one of: " : ", ").append(one);
+    return rule;
+}
 
 } // namespace scenario
 

@@ -18,15 +18,16 @@ using scenario::Words;
 // A number, or a name of at most 11 characters, as networks send them.
 std::string take_sender(Words &words)
 {
-    std::string sender = words.take("the sender").text;
+    constexpr std::string_view rule =
+        "a number of at most 20 digits, or a name of at most 11 characters of ASCII";
+    std::string sender = words.take("the sender", rule).text;
     const std::string_view digits =
         std::string_view(sender).substr(sender.starts_with('+') ? 1 : 0);
     const bool name =
         !sender.empty() && sender.size() <= 11 &&
         std::all_of(sender.begin(), sender.end(), [](char c) { return c >= ' ' && c <= '~'; });
     if (!daemons::is_digits(digits, 1, 20) && !name)
-        words.fail("the sender is a number of at most 20 digits, or a name of at most 11 "
-                   "characters of ASCII");
+        words.refuse("the sender", rule);
     return sender;
 }
 

@@ -27,13 +27,17 @@ constexpr SignalField signal_fields[] = {{"rsrp", &FixedSignal::rsrp, -140, -44}
 // NAME=NUMBER
 void take_signal_field(Words &words, FixedSignal &signal)
 {
-    const std::string text = words.take("the signal").text;
+    constexpr std::string_view rule = "auto, or some of rsrp=N, rsrq=N, rssi=N, sinr=N";
+    for (const SignalField &field : signal_fields)
+        if (!(signal.*field.member))
+            words.offer(std::string(field.name) + "=");
+    const std::string text = words.take("the signal", rule).text;
     const std::string name = text.substr(0, text.find('='));
     const auto *const field =
         std::find_if(std::begin(signal_fields), std::end(signal_fields),
                      [&](const SignalField &one) { return one.name == name; });
     if (field == std::end(signal_fields) || name.size() == text.size())
-        words.fail("the signal is auto, or some of rsrp=N, rsrq=N, rssi=N, sinr=N");
+        words.refuse("the signal", rule);
     if (signal.*field->member)
         words.fail("a value is given once");
     const std::string number = text.substr(name.size() + 1);
@@ -99,15 +103,11 @@ Action parse_roam(Modem &modem, Words &words)
 {
     for (const std::string &each : Network::plmns())
         words.offer(each);
-    const std::string plmn = words.take("the network").text;
-    std::string allowed;
-    bool known = false;
-    for (const std::string &each : Network::plmns()) {
-        known = known || each == plmn;
-        allowed.append(allowed.empty() ? "" : ", ").append(each);
-    }
-    if (!known)
-        words.fail("the network is one of: " + allowed);
+    const auto plmns = Network::plmns();
+    const std::string rule = scenario::one_of(plmns);
+    const std::string plmn = words.take("the network", rule).text;
+    if (std::find(plmns.begin(), plmns.end(), plmn) == plmns.end())
+        words.refuse("the network", rule);
     return move_to(modem, plmn);
 }
 

@@ -1,6 +1,8 @@
 // The SIM card: in, out, failed, another one, and the attempts that its codes have left.
 #include "commands.h"
 
+#include <stdexcept>
+
 namespace simulated
 {
 namespace
@@ -24,7 +26,11 @@ Action parse_insert(Modem &modem, Words &words)
     words.offer("other");
     const bool other = !words.at_end() && !words.take_one_of("the card", {"other"}).empty();
     return [&modem, other] {
-        modem.happen([&](ModemState &state, Time now) { state.insert_sim(other, now); });
+        modem.happen([&](ModemState &state, Time now) {
+            if (!other && state.has_working_sim())
+                throw std::runtime_error("no card to insert: it is in already");
+            state.insert_sim(other, now);
+        });
     };
 }
 

@@ -48,6 +48,7 @@ public:
 
     // What happens to the modem from outside (modem_events.cpp).
     void remove_sim();
+    bool has_working_sim() const { return sim_inserted_ && !sim_failed_; }
     void insert_sim(bool other, Time now); // the card that was in before, or the other one
     void fail_sim() { sim_failed_ = true; }
     void crash(std::chrono::milliseconds down_time, Time now);

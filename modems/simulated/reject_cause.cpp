@@ -1,6 +1,7 @@
 #include "reject_cause.h"
 
 #include <string>
+#include <vector>
 
 namespace simulated
 {
@@ -56,17 +57,17 @@ std::span<const RejectCause> connection_causes()
 
 const RejectCause &take_cause(scenario::Words &words, std::span<const RejectCause> causes)
 {
-    for (const RejectCause &cause : causes)
-        words.offer(std::to_string(cause.number), cause.meaning);
-    const std::string text = words.take("the cause").text;
-    std::string allowed;
+    std::vector<std::string> allowed;
     for (const RejectCause &cause : causes) {
+        words.offer(std::to_string(cause.number), cause.meaning);
+        allowed.push_back(std::to_string(cause.number) + " (" + cause.meaning + ")");
+    }
+    const std::string rule = scenario::one_of(allowed);
+    const std::string text = words.take("the cause", rule).text;
+    for (const RejectCause &cause : causes)
         if (text == std::to_string(cause.number))
             return cause;
-        allowed.append(allowed.empty() ? "" : ", ")
-            .append(std::to_string(cause.number) + " (" + cause.meaning + ")");
-    }
-    words.fail("the cause is one of: " + allowed);
+    words.refuse("the cause", rule);
 }
 
 } // namespace simulated

@@ -125,11 +125,17 @@ TEST_F(Control, RunsWithoutItWhereTheDirectoryIsNotOurs)
 }
 
 // A program that connects and says nothing.
-TEST_F(Control, IsNotHeldUpForLongByASilentProgram)
+TEST_F(Control, IsNotHeldUpByASilentProgram)
 {
     start();
     const int silent = cmif_sim::connect_to_box(box());
+    const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(give("state unlocked").status, 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(4));
+    // It is left after a while.
+    char greeting[16];
+    EXPECT_GT(recv(silent, greeting, sizeof greeting, 0), 0);
+    EXPECT_EQ(recv(silent, greeting, sizeof greeting, 0), 0);
     close(silent);
 }
 
@@ -207,11 +213,31 @@ TEST_F(Control, ShowsTheStepsToCome)
 {
     cmif_sim::ServerOptions options = both();
     options.pace = 1;
-    options.scenario = "state unlocked\nat 100min sim remove\nwhen sms fault at die";
+    options.scenario = "state unlocked\nat 100min sim remove # gone\nwhen sms fault at die";
     start(options);
     EXPECT_NE(status().find("step     at 100min sim remove\nstep     when sms fault at die\n"),
               std::string::npos)
         << status();
+}
+
+TEST_F(Control, ShowsTheTimeOfAManualClock)
+{
+    cmif_sim::ServerOptions options = both();
+    options.manual_clock = true;
+    start(options);
+    EXPECT_NE(status().find("clock    manual, at 0 s\n"), std::string::npos) << status();
+    command("advance 150s");
+    EXPECT_NE(status().find("clock    manual, at 150 s\n"), std::string::npos) << status();
+}
+
+TEST_F(Control, ShowsThatTheMarkerIsMissing)
+{
+    start();
+    EXPECT_NE(status().find("QMI      serving"), std::string::npos) << status();
+    command("fault qmi not-ready");
+    EXPECT_NE(status().find("QMI      not ready"), std::string::npos) << status();
+    command("fault qmi ready");
+    EXPECT_NE(status().find("QMI      serving"), std::string::npos) << status();
 }
 
 TEST_F(Control, RunsTheModemAlone)

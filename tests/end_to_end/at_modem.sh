@@ -8,6 +8,9 @@ modem=$!
 ports_are_printed() { [ "$(wc -l <"$work/ports")" -eq 2 ]; }
 within 20 ports_are_printed
 port=$(head -n 1 "$work/ports")
+exits 0 cmif-sim status
+prints "port     $port"
+hides 'left out'
 
 # The lines that the port sends until the one that ends an answer.
 received() {

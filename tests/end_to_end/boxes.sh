@@ -81,10 +81,10 @@ within 5 no_router # its processes take a moment to end
 printf 'state connected\nat 5 sim remove\nfrob\n' >"$work/bad"
 exits 2 cmif-sim run --scenario "$work/bad" -- echo reached
 writes_nothing
-complains "cmif-sim: $work/bad:2:4: the time is a number with its unit"
-complains "cmif-sim: $work/bad:3:1: a command is one of: "
+grep -q "^$work/bad:2:4: the time is a number with its unit" "$work/err" || fail 'the place is not at the start'
+complains "$work/bad:3:1: a command is one of: "
 exits 2 cmif-sim serve --scenario "$work/missing"
-complains "cmif-sim: $work/missing: cannot be read: No such file or directory"
+complains "$work/missing: cannot be read: No such file or directory"
 printf 'fault at drop\n' >"$work/at"
 exits 2 cmif-sim run --no-at --scenario "$work/at" -- true
 

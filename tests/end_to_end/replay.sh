@@ -72,7 +72,7 @@ grep -q "\"replay\":{\"recorded\":$requests,\"taken\":1,\"refused\":1}" replay.j
 exits 2 cmif-sim replay recording -- cmif-sim ctl sim remove
 complains 'cmif-sim: command line:1:1: a replayed recording takes no commands'
 exits 0 cmif-sim run --clock manual --no-qmi -- sh -c 'cmif-sim ctl fault at 12 delay 5s; cmif-sim status --json >>replay.json'
-grep -q '"clock":"manual","pace":null,"at":{"state":"serving","process":[0-9]*,"faults":\["12 delay 5000ms next 1"\]},"qmi":{"state":"left_out","process":null,"faults":\[\]},"steps":\[\]' replay.json ||
+grep -q '"clock":"manual","pace":null,"time":0,"at":{"state":"serving","process":[0-9]*,"faults":\["12 delay 5000ms next 1"\]},"qmi":{"state":"left_out","process":null,"faults":\[\]},"steps":\[\],"ports":\[\]' replay.json ||
     fail "$(cat replay.json)"
 "$here/validate_status.py" "$here/../../docs/status.schema.json" replay.json >&2 || fail 'a status that does not fit the schema'
 

@@ -56,7 +56,7 @@ TEST(Script, HasAMomentForEachCommand)
     EXPECT_EQ(script[1].time, 1500ms);
     EXPECT_EQ(script[1].line, 4U);
     EXPECT_EQ(script[0].text, "say a");
-    EXPECT_EQ(script[1].text, "at 1.5s say b # later");
+    EXPECT_EQ(script[1].text, "at 1.5s say b");
     EXPECT_EQ(script[2].moment, Moment::every);
     EXPECT_EQ(script[2].time, 2min);
     EXPECT_EQ(script[3].moment, Moment::when);
@@ -80,11 +80,14 @@ TEST(Script, ReportsEverythingThatIsWrong)
 
 TEST(Script, MissesWhatALineLacks)
 {
-    EXPECT_EQ(errors_of("at"), "f:1:3: the time is missing");
-    EXPECT_EQ(errors_of("every"), "f:1:6: the time is missing");
-    EXPECT_EQ(errors_of("at 5s"), "f:1:6: a command is missing");
-    EXPECT_EQ(errors_of("when sms # then?"), "f:1:17: a command is missing");
-    EXPECT_EQ(errors_of("when request"), "f:1:13: the request's code is missing");
+    EXPECT_EQ(errors_of("at"), "f:1:3: the time is missing; it is a number with its unit: 250ms, "
+                               "1.5s, 2min; at most 1440min");
+    EXPECT_EQ(errors_of("every"), "f:1:6: the time is missing; it is a number with its unit: "
+                                  "250ms, 1.5s, 2min; at most 1440min");
+    EXPECT_EQ(errors_of("at 5s"), "f:1:6: a command is missing; it is one of: say");
+    EXPECT_EQ(errors_of("when sms # then?"), "f:1:17: a command is missing; it is one of: say");
+    EXPECT_EQ(errors_of("when request"),
+              "f:1:13: the request's code is missing; it is a whole number from 1 to 255");
     EXPECT_EQ(errors_of("when request 0 say x"),
               "f:1:14: the request's code is a whole number from 1 to 255, not '0'");
     EXPECT_EQ(errors_of("say \"x"), "f:1:5: the closing \" is missing");

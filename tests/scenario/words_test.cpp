@@ -66,6 +66,16 @@ TEST(Words, AreNotLeftOver)
     EXPECT_EQ(error_of("a b", [](Words &words) { words.take("x"); }), "3: unexpected 'b'");
 }
 
+TEST(Words, AreShortenedInErrors)
+{
+    const std::string shown(60, 'x');
+    const auto refuse = [](Words &words) { words.take("x"), words.refuse("x", "y"); };
+    EXPECT_EQ(error_of(shown, refuse), "1: x is y, not '" + shown + "'");
+    EXPECT_EQ(error_of(shown + "xx", refuse), "1: x is y, not '" + shown + "...'");
+    EXPECT_EQ(error_of("a " + shown + "xx", [](Words &words) { words.take("x"); }),
+              "3: unexpected '" + shown + "...'");
+}
+
 TEST(Numbers, AreWholeAndInTheirRange)
 {
     const auto read = [](Words &words) { words.take_number("the cause", 1, 95); };
@@ -156,7 +166,8 @@ TEST(Commands, AreFoundByTheirFirstWord)
     EXPECT_EQ(done, 7);
     EXPECT_EQ(error_of("# nothing", run), "no error");
     EXPECT_EQ(error_of("sett 8", run), "1: a command is one of: set, clear, not 'sett'");
-    EXPECT_EQ(error_of("set 8 9", run), "7: unexpected '9'");
+    EXPECT_EQ(error_of("set 8 9", run), "7: unexpected '9'; the command is: set N");
+    EXPECT_EQ(error_of("clear 8", run), "7: unexpected '8'; the command is: clear");
     EXPECT_EQ(done, 7);
 }
 

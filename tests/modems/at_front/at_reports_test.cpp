@@ -45,7 +45,8 @@ TEST_F(AtMishaps, DelayTheAnswerUnlessItIsCalledOff)
 
 TEST_F(AtMishaps, AreReadAsALine)
 {
-    EXPECT_EQ(error("answer"), "7: what happens to an answer is missing");
+    EXPECT_EQ(error("answer"),
+              "7: what happens to an answer is missing; it is one of: lose, delay, refuse");
     EXPECT_EQ(error("answer refuse 1000"),
               "15: the number of +CME ERROR is a whole number from 0 to 999, not '1000'");
 }

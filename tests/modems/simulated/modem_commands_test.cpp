@@ -154,8 +154,10 @@ TEST_F(StateCommands, ASilentModemAnswersLate)
     EXPECT_EQ(answer, CmeError::ok);
     EXPECT_EQ(status().registration, Registration::searching);
     caller.join();
-    EXPECT_EQ(error("modem"), "6: what happens to the modem is missing");
-    EXPECT_EQ(error("modem silent"), "13: the time of silence is missing");
+    EXPECT_EQ(error("modem"),
+              "6: what happens to the modem is missing; it is one of: reset, silent");
+    EXPECT_EQ(error("modem silent"), "13: the time of silence is missing; it is a number with its "
+                                     "unit: 250ms, 1.5s, 2min; at most 1440min");
 }
 
 TEST_F(StateCommands, AStopEndsTheSilence)

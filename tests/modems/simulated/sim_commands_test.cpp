@@ -71,6 +71,15 @@ TEST_F(SimCommands, AnInsertedSimStartsAndAsksForItsPin)
     EXPECT_EQ(status().registration, Registration::home);
 }
 
+TEST_F(SimCommands, ACardThatIsInIsNotInserted)
+{
+    run("state registered");
+    EXPECT_THROW(run("sim insert"), std::runtime_error);
+    clock.advance(1s);
+    EXPECT_EQ(status().sim, SimStatus::ready);
+    EXPECT_EQ(status().registration, Registration::home);
+}
+
 TEST_F(SimCommands, AnotherSimHasItsOwnIdentityNetworkAndAttempts)
 {
     run("state registered");
