@@ -274,7 +274,7 @@ TEST_F(DaemonFault, OfADeadDaemonFails)
     for (const char *fault : {"fault at freeze", "fault at thaw"}) {
         const cmif_sim::Answer failed = give(fault);
         EXPECT_EQ(failed.status, 1);
-        EXPECT_EQ(failed.text, "1: the at daemon has ended\n");
+        EXPECT_EQ(failed.text, "1: the AT daemon has ended\n");
     }
 }
 

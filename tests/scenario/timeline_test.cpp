@@ -104,8 +104,8 @@ TEST_F(TimelineTest, ShowsWhatIsStillToCome)
 {
     play("at 1s say a\nwhen sms say b\nevery 5s say c # again\nsay d");
     timeline->start();
-    EXPECT_EQ(timeline->pending(), (std::vector<std::string>{"at 1s say a", "when sms say b",
-                                                             "every 5s say c"}));
+    EXPECT_EQ(timeline->pending(),
+              (std::vector<std::string>{"at 1s say a", "when sms say b", "every 5s say c"}));
     clock.advance(20s);
     timeline->event("sms");
     EXPECT_EQ(timeline->pending(), std::vector<std::string>{"every 5s say c"});
