@@ -129,7 +129,7 @@ CmeError Modem::connect_when_possible()
     return CmeError::ok;
 }
 
-// An error of what has been called off in the meantime concerns nobody.
+// The error of a connection that was called off meanwhile is not reported.
 void Modem::dial()
 {
     signal_change();

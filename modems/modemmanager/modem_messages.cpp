@@ -20,7 +20,7 @@ struct Stored {
     Message message;
 };
 
-// The same after a restart of ModemManager, which numbers anew.
+// The same after a restart of ModemManager, which starts its numbers again.
 std::string identity_of(const Message &message)
 {
     return message.sender + '\n' + message.time + '\n' + message.text;
