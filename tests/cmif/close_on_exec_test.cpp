@@ -13,13 +13,27 @@ namespace
 // Path of a file -> the flags of its descriptor just before it was closed.
 std::map<std::string, int> closed;
 
-void note(int descriptor)
+std::string path_of(int descriptor)
 {
     char path[256];
     const std::string link = "/proc/self/fd/" + std::to_string(descriptor);
     const ssize_t size = readlink(link.c_str(), path, sizeof path);
-    if (size > 0)
-        closed[std::string(path, static_cast<size_t>(size))] = fcntl(descriptor, F_GETFD);
+    return size > 0 ? std::string(path, static_cast<size_t>(size)) : "";
+}
+
+void note(int descriptor)
+{
+    if (const std::string path = path_of(descriptor); !path.empty())
+        closed[path] = fcntl(descriptor, F_GETFD);
+}
+
+// An emulator of another processor puts a file of its own in the place of some.
+bool is_replaced(const std::string &path)
+{
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool replaced = path_of(descriptor) != path;
+    close(descriptor);
+    return replaced;
 }
 
 void expect_close_on_exec(const std::string &path)
@@ -62,7 +76,10 @@ TEST(CloseOnExec, IsSetForTheReadinessMarker)
 
 TEST(CloseOnExec, IsSetForTheCallersCommandLine)
 {
+    const std::string command_line = "/proc/" + std::to_string(getpid()) + "/cmdline";
+    if (is_replaced(command_line))
+        GTEST_SKIP() << "the emulator replaces the command line";
     closed.clear();
     EXPECT_EQ(record([] { return shared_CMIF_get_device_rev_id(nullptr); }).result, 5);
-    expect_close_on_exec("/proc/" + std::to_string(getpid()) + "/cmdline");
+    expect_close_on_exec(command_line);
 }
