@@ -48,7 +48,7 @@ TEST_F(DaemonFault, EachDaemonIsAProcessOfItsOwn)
     EXPECT_NE(at, qmi);
     EXPECT_NE(at, server->process().process());
     EXPECT_TRUE(exists(at) && exists(qmi));
-    EXPECT_NE(status().find("AT       serving, process " + std::to_string(at) + "\n"),
+    EXPECT_NE(status().find("AT       serving, process " + std::to_string(at) + " in the box\n"),
               std::string::npos)
         << status();
 }

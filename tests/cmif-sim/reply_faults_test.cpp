@@ -89,7 +89,8 @@ TEST_F(ReplyFault, RepliesTooShortOrTooLong)
     command("fault all short");
     EXPECT_EQ(at_reply().size(), at_text);
     EXPECT_EQ(qmi_reply().size(), std::size_t{CMIF_QMI_PAYLOAD - 4});
-    command("fault all short 312");
+    command("fault at short 116");
+    command("fault qmi short 312");
     EXPECT_EQ(at_reply().size(), 0U);
     EXPECT_EQ(qmi_reply().size(), 0U);
     command("fault all long");

@@ -70,7 +70,7 @@ for shell in bash zsh; do
     completes 'cmifctl network select 00103' 'cmifctl network select 00103'
     completes 'cmifctl config get example.com' 'cmifctl config get example.completed'
     completes 'cmif-sim run --verb' 'cmif-sim run --verbose'
-    completes 'cmif-sim ctl fault at 12 rem' 'cmif-sim ctl fault at 12 remove-queue'
+    completes 'cmif-sim ctl fault at rem' 'cmif-sim ctl fault at remove-queue'
     lists 'cmif-sim ctl fault qmi 3 ' 'do what is asked and never answer'
     lists 'cmifctl s' 'the stored short messages'
     lists 'cmifctl network select 9997' 'Harbour Test'
