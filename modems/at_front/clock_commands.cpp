@@ -64,14 +64,10 @@ Answer read_time_zone_reports(Call &call)
 
 Answer set_time_zone_reports(Call &call)
 {
-    const auto value = call.given.number(0, 0, 0, 1);
-    if (!value)
-        return error;
-    call.session.time_zone_reports = *value == 1;
-    return ok;
+    return set_flag(call, call.session.time_zone_reports);
 }
 
-// The simulated network tells no time, so that there is nothing to take from it.
+// The simulated network sends no time, so the flag has no effect.
 Answer read_time_zone_update(Call &call)
 {
     return line("+CTZU: " + std::to_string(static_cast<int>(call.session.time_zone_update)));
@@ -79,11 +75,7 @@ Answer read_time_zone_update(Call &call)
 
 Answer set_time_zone_update(Call &call)
 {
-    const auto value = call.given.number(0, 0, 0, 1);
-    if (!value)
-        return error;
-    call.session.time_zone_update = *value == 1;
-    return ok;
+    return set_flag(call, call.session.time_zone_update);
 }
 
 // clang-format off

@@ -3,6 +3,15 @@
 namespace at_front
 {
 
+Answer set_flag(Call &call, bool &flag)
+{
+    const auto value = call.given.number(0, 0, 0, 1);
+    if (!value)
+        return error;
+    flag = *value == 1;
+    return ok;
+}
+
 const Command *find_command(std::string_view name)
 {
     for (const auto table :

@@ -44,6 +44,9 @@ Commands context_commands();
 Commands call_commands();
 Commands vendor_commands(); // what ModemManager's u-blox plugin asks for
 
+// Sets the flag to the first parameter, 0 or 1.
+Answer set_flag(Call &call, bool &flag);
+
 // Ends +CMGS: the text that followed its prompt.
 Answer send_message(Call &call, std::string_view pdu);
 

@@ -13,15 +13,6 @@ Answer accept(Call &)
     return ok;
 }
 
-Answer set_flag(Call &call, bool &flag)
-{
-    const auto value = call.given.number(0, 0, 0, 1);
-    if (!value)
-        return error;
-    flag = *value == 1;
-    return ok;
-}
-
 Answer set_echo(Call &call)
 {
     return set_flag(call, call.session.echo);
