@@ -45,7 +45,7 @@ constexpr cli::Term examples[] = {
 
 constexpr cli::Term exit_status[] = {
     {"0", "ended by a signal; of --probe: printed"},
-    {"1", "another server serves, there is no D-Bus, or, of --probe, no modem"},
+    {"1", "another program serves the queues, D-Bus cannot be reached, or --probe finds no modem"},
     {"2", "usage error"},
 };
 

@@ -9,7 +9,7 @@ namespace cmifd
 
 void print_missing_bus(const std::string &why);
 
-// Prints a line if there is no ModemManager, no permission or no modem; false then.
+// False, after a line on standard error, if ModemManager, the permission or the modem is missing.
 bool print_what_is_missing(modem_manager::Modem &modem, const std::string &device);
 
 } // namespace cmifd
