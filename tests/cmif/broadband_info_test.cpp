@@ -1,5 +1,6 @@
 // The wireless broadband summary: its layout, where each field comes from, and its ten lines.
 #include "cmif/cmif.h"
+#include "tests/support/bytes.h"
 #include "tests/support/memory_store.h"
 #include "tests/support/record.h"
 
@@ -99,7 +100,7 @@ TEST(BroadbandInfo, FillsEveryFieldAndPrintsEachOnce)
     EXPECT_EQ(caller.bytes(60, 20), field("490154203237518"));
     EXPECT_EQ(caller.bytes(80, 20), field("Test Network"));
     EXPECT_EQ(caller.bytes(100, 20), field("Auto"));
-    EXPECT_EQ(caller.bytes(120, 4), std::string("\xB5\xFF\xFF\xFF")); // -75
+    EXPECT_EQ(caller.bytes(120, 4), bytes_of(-75));
     EXPECT_EQ(caller.bytes(124, 20), field("!sharedGetSIMStatus"));
     EXPECT_EQ(caller.bytes(144, 20), field("4G"));
     EXPECT_EQ(caller.bytes(164, 20), field("+15550100"));

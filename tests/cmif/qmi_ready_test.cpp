@@ -1,5 +1,6 @@
 // The readiness check: which marker files count, and that nothing is sent without one.
 #include "cmif/cmif.h"
+#include "tests/support/bytes.h"
 #include "tests/support/files.h"
 #include "tests/support/qmi_call.h"
 #include "tests/support/system_calls.h"
@@ -38,7 +39,7 @@ TEST_F(QmiReady, TwoBytesOfTheMarkerDecide)
         SCOPED_TRACE(marker.bytes);
         write_file(qmi_ready_path, marker.bytes);
         if (marker.ready) {
-            queues.reply(6, std::string("\2\0\0\0", 4));
+            queues.reply(6, bytes_of(2));
             expect_call(ask, 0,
                         {ready(marker.read), exchange(6, 5),
                          printed("shared_CMIF_get_sim_status : SIM_READY"),

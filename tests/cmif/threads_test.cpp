@@ -99,11 +99,11 @@ ScriptedDaemon::Script answer_at(const QueuePair &queues)
     };
 }
 
-// The daemon answers with its request's code, as a number.
+// The daemon answers with its request's code in each byte of a number, or of a text.
 const std::vector<Work> qmi_calls = {
     [] {
         int status = 0;
-        return shared_CMIF_get_sim_status(&status) == 0 && status == 6;
+        return shared_CMIF_get_sim_status(&status) == 0 && status == 0x06060606;
     },
     [] {
         char service[50];
@@ -123,7 +123,7 @@ const std::vector<Work> qmi_calls = {
 ScriptedDaemon::Script answer_qmi(const QueuePair &queues)
 {
     return [&queues](const Message &request) {
-        queues.reply(request.type, {static_cast<char>(request.type), 0, 0, 0});
+        queues.reply(request.type, std::string(4, static_cast<char>(request.type)));
     };
 }
 
