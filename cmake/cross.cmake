@@ -1,0 +1,27 @@
+# cross(TRIPLET PROCESSOR [QEMU]): Debian's cross compiler for TRIPLET. Programs run under qemu-QEMU.
+macro(cross triplet processor)
+  set(CMAKE_SYSTEM_NAME Linux)
+  set(CMAKE_SYSTEM_PROCESSOR ${processor})
+  set(CMAKE_C_COMPILER ${triplet}-gcc)
+  set(CMAKE_CXX_COMPILER ${triplet}-g++)
+  set(CMAKE_FIND_ROOT_PATH /usr/${triplet})
+  set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+  set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+  set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+  set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+  if(${ARGC} GREATER 2)
+    emulate(${ARGV2})
+    list(APPEND CMAKE_CROSSCOMPILING_EMULATOR -L /usr/${triplet})
+  endif()
+endmacro()
+
+# emulate(QEMU): Debian's qemu-user and qemu-user-static have different names for one program. Without
+# either the library still builds, and its tests name what is missing.
+macro(emulate qemu)
+  find_program(CMIF_QEMU NAMES qemu-${qemu} qemu-${qemu}-static)
+  if(CMIF_QEMU)
+    set(CMAKE_CROSSCOMPILING_EMULATOR ${CMIF_QEMU})
+  else()
+    set(CMAKE_CROSSCOMPILING_EMULATOR qemu-${qemu})
+  endif()
+endmacro()
