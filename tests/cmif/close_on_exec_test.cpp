@@ -27,15 +27,6 @@ void note(int descriptor)
         closed[path] = fcntl(descriptor, F_GETFD);
 }
 
-// An emulator of another processor puts a file of its own in the place of some.
-bool is_replaced(const std::string &path)
-{
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool replaced = path_of(descriptor) != path;
-    close(descriptor);
-    return replaced;
-}
-
 void expect_close_on_exec(const std::string &path)
 {
     ASSERT_EQ(closed.count(path), 1U) << path;
@@ -47,6 +38,12 @@ int close(int fd)
 {
     note(fd);
     return static_cast<int>(syscall(SYS_close, fd));
+}
+
+// The caller's: of a process's own command line an emulator makes one itself.
+pid_t getpid() noexcept
+{
+    return getppid();
 }
 
 TEST(CloseOnExec, IsSetForTheProviderList)
@@ -77,8 +74,6 @@ TEST(CloseOnExec, IsSetForTheReadinessMarker)
 TEST(CloseOnExec, IsSetForTheCallersCommandLine)
 {
     const std::string command_line = "/proc/" + std::to_string(getpid()) + "/cmdline";
-    if (is_replaced(command_line))
-        GTEST_SKIP() << "the emulator replaces the command line";
     closed.clear();
     EXPECT_EQ(record([] { return shared_CMIF_get_device_rev_id(nullptr); }).result, 5);
     expect_close_on_exec(command_line);
