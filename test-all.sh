@@ -5,30 +5,50 @@
 #     ./test-all.sh [WORD...]    all words without one, which takes hours
 #
 #     tidy       clang-tidy's rules and clang's static analyzer
+#     aarch64    the library's tests on 64-bit ARM, under qemu
+#     armhf      the same on 32-bit ARM
+#     mipsel     the same on 32-bit MIPS, little-endian
+#     mips       the same on 32-bit MIPS, big-endian
+#     riscv64    the same on 64-bit RISC-V
+#     musl       the library over musl on 64-bit x86 and on 32-bit ARM: its tests in plain C
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
-#     figures    every figure of the documents, beside its bar
 #     mutation   small changes to the library and its store, all of which a test must notice
-#     armhf      the library's tests on 32-bit ARM, under qemu
-#     mipsel     the same on 32-bit MIPS
+#     figures    every figure of the documents, beside its bar; the long soak is among them
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh
-words='tidy unplug manager figures mutation armhf mipsel'
+usage=$(sed -n '2,/^set/s/^# \{0,1\}//p' "$0")
+words=$(printf '%s\n' "$usage" | sed -n 's/^    \([a-z0-9]*\)  .*/\1/p')
 sanitized='clang libclang-rt-14-dev lld libgtest-dev googletest'
 managed='dbus iproute2 libglib2.0-dev modemmanager pkgconf'
 
 # shellcheck disable=SC2086 # one word a package
 install() { need $host_packages "$@"; }
 
-build_cmifd() {
-    configure dev
-    cmake --build --preset dev --target cmif-sim cmifctl cmifd
+build_and_test() { # build_and_test PRESET
+    step "build, $1" build "$1"
+    step "test, $1" ctest --preset "$1" -j "$(nproc)"
+}
+
+cross() { # cross PRESET TRIPLET
+    install "g++-$2" googletest qemu-user-static
+    build_and_test "$1"
+}
+
+musl() { # musl ARCHITECTURE
+    step "unpack musl, $1" scripts/musl "$1"
+    build_and_test "musl-$1"
 }
 
 check_sources() {
     build dev # the checks read its precompiled headers
     scripts/tidy build/dev
+}
+
+build_cmifd() {
+    configure dev
+    cmake --build --preset dev --target cmif-sim cmifctl cmifd
 }
 
 modem_losses() {
@@ -46,11 +66,6 @@ all_killed() {
     esac
 }
 
-cross() { # cross PRESET
-    step "build, $1" build "$1"
-    step "test, $1" ctest --preset "$1" -j "$(nproc)"
-}
-
 # shellcheck disable=SC2086 # one word a package
 run() {
     case $1 in
@@ -58,41 +73,41 @@ run() {
         install $sanitized $managed clangd jq
         step "clang-tidy" check_sources
         ;;
+    aarch64) cross "$1" aarch64-linux-gnu ;;
+    armhf) cross "$1" arm-linux-gnueabihf ;;
+    mipsel) cross "$1" mipsel-linux-gnu ;;
+    mips) cross "$1" mips-linux-gnu ;;
+    riscv64) cross "$1" riscv64-linux-gnu ;;
+    musl)
+        install g++-arm-linux-gnueabihf qemu-user-static
+        musl amd64
+        musl armhf
+        ;;
     unplug | manager)
         install $sanitized $managed
         modem_losses "$1"
-        ;;
-    figures)
-        install $sanitized $managed python3
-        step "figures" scripts/figures
         ;;
     mutation)
         install $sanitized $managed python3
         step "mutation, cmif" all_killed cmif
         step "mutation, platform" all_killed platform
         ;;
-    armhf)
-        install g++-arm-linux-gnueabihf googletest qemu-user-static
-        cross armhf
+    figures)
+        install $sanitized $managed python3
+        step "figures" scripts/figures
         ;;
-    mipsel)
-        install g++-mipsel-linux-gnu googletest qemu-user-static
-        cross mipsel
-        ;;
+    *) fail "nothing runs '$1'" ;;
     esac
 }
 
-for word; do
-    case " $words " in
-    *" $word "*) ;;
-    *)
-        echo "test-all.sh: no '$word'; the words are: $words" >&2
-        exit 2
-        ;;
-    esac
-done
 # shellcheck disable=SC2086 # one word a word
 [ $# -gt 0 ] || set -- $words
+for word; do
+    printf '%s\n' "$words" | grep -qxF -e "$word" || {
+        printf '%s\n' "$usage" >&2
+        exit 2
+    }
+done
 
 summary='' status=0
 for word; do

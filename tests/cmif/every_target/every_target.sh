@@ -1,6 +1,6 @@
 #!/bin/sh
 # every_target.sh EXPECTED COMMAND...: the command prints what EXPECTED has, but for what differs from
-# run to run. An emulator's own name is in the place of the caller's.
+# run to run, and for the caller's name, which is the command's.
 set -eu
 expected=$1
 shift
