@@ -15,6 +15,9 @@
  *
  * Every failure is reported on standard error: "cmif store: WHERE: WHAT; REMEDY", each message once
  * per process. All functions may be called from any thread, unless they say otherwise.
+ *
+ * Over a platform's store (CMIF_STORE_LIBRARY) nothing can be listed, neither directory nor age is
+ * known, and a power cycle and an announcement do nothing.
  */
 #ifndef PLATFORM_HOST_STORE_H
 #define PLATFORM_HOST_STORE_H
@@ -51,8 +54,9 @@ void host_store_list_saved(void (*each)(const char *key, const char *value, void
                            void *context);
 
 /*
- * The absolute path of the store's directory, for messages. It need not exist: this function
- * neither creates nor opens anything, and prints nothing. The text is valid until the process ends.
+ * The absolute path of the store's directory, for messages; "" over a platform's store. It need not
+ * exist: this function neither creates nor opens anything, and prints nothing. The text is valid
+ * until the process ends.
  */
 const char *host_store_directory(void);
 

@@ -3,9 +3,24 @@
  *
  * On a router they come with the firmware. On a development host the store in this folder provides
  * them (see docs/embedding.md); link another library with -DCMIF_STORE_LIBRARY=PATH.
+ * examples/file_store has a whole one over plain files.
  *
- * Any thread may call them at any time. What this comment says of "the host's store" is true of the
- * store in this folder; CMIF does not depend on it.
+ * A platform's store must offer:
+ * - Keys of up to 47 bytes (a to z, 0 to 9 and _) and no more. cmifctl sets any key that its user
+ *   names.
+ * - Values of up to 2046 bytes, any but NUL: a message of 1023 characters that are all percent
+ *   signs, which are stored twice. The profile's user name and password have up to 128. A longer
+ *   value had better be cut than refused: a refused message leaves the text of an earlier one.
+ * - One configuration for all processes, which see a change at once.
+ * - Calls from any thread at any time, with an answer of its own for each thread. If all threads
+ *   share one, only programs with a single thread are safe, such as cmifctl; cmifd is not.
+ * - An answer that lives until the same thread's next call of any of the four functions, no longer.
+ *   CMIF has used or copied it by then, never changes it, and passes none as an argument.
+ * - Nothing on standard output, and none of the functions may end the process. CMIF passes no null
+ *   pointer and no empty key.
+ *
+ * What this header says of "the host's store" is true of the store in this folder; CMIF does not
+ * depend on it.
  *
  * The host's store: a key has 1 to 255 bytes, a value up to 8191 (host_store.h names both). A key
  * or text that is NULL, and a key or value outside these sizes, is refused: nothing is done. Every

@@ -10,6 +10,11 @@ std::string StoreLook::value(const char *key) const
     return running.is_object() && running.contains(key) ? running[key].get<std::string>() : "";
 }
 
+std::string StoreLook::name() const
+{
+    return path.empty() ? "the store" : "the store in " + path;
+}
+
 bool Look::served() const
 {
     return std::any_of(channels.begin(), channels.end(), [](const ChannelLook &channel) {

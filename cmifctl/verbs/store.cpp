@@ -10,6 +10,11 @@
 namespace cmifctl
 {
 
+bool is_platforms_store()
+{
+    return *host_store_directory() == '\0';
+}
+
 std::string other_store()
 {
     const std::string own = host_store_directory();
@@ -23,6 +28,8 @@ std::string other_store()
 
 void require_store()
 {
+    if (is_platforms_store())
+        return;
     check_store(host_store_list([](const char *, const char *, void *) {}, nullptr),
                 "the settings can't be read");
 }
@@ -75,7 +82,7 @@ void report_store(Report &report, bool is_known)
     const auto age = static_cast<long long>(is_known ? host_store_age() : -1);
     const Json known_age = age < 0 ? Json() : Json(age);
     const auto add = [&report](Field field) { report.field("store", std::move(field)); };
-    add({"directory", host_store_directory()});
+    add({"directory", text_or_null(host_store_directory())});
     add({.key = "daemons_directory",
          .value = daemons.empty() ? Json() : Json(daemons),
          .hidden = daemons == host_store_directory()});
@@ -84,10 +91,13 @@ void report_store(Report &report, bool is_known)
 
 void check_store(int result, const std::string &what)
 {
-    if (result != 0)
-        throw Failure(Exit::other, what,
-                      "The store is in " + std::string(host_store_directory()) +
-                          "; CMIF_STORE selects another directory.");
+    if (result == 0)
+        return;
+    if (is_platforms_store())
+        throw Failure(Exit::other, what);
+    throw Failure(Exit::other, what,
+                  "The store is in " + std::string(host_store_directory()) +
+                      "; CMIF_STORE selects another directory.");
 }
 
 } // namespace cmifctl

@@ -9,6 +9,10 @@
 namespace cmifctl
 {
 
+// Whether the store is a platform's: it can't be listed, and where it is can't be told. The system
+// has only one.
+bool is_platforms_store();
+
 // "the daemons use the store A, and this command B"; empty when no running daemon has announced
 // another store than this process's.
 std::string other_store();
