@@ -4,6 +4,7 @@
 #
 #     ./test-all.sh [WORD...]    all words without one, which takes hours
 #
+#     reference  the reference of cmif.h, with warnings as errors
 #     tidy       clang-tidy's rules and clang's static analyzer
 #     aarch64    the library's tests on 64-bit ARM, under qemu
 #     armhf      the same on 32-bit ARM
@@ -69,6 +70,10 @@ all_killed() {
 # shellcheck disable=SC2086 # one word a package
 run() {
     case $1 in
+    reference)
+        install doxygen
+        step "reference of cmif.h" scripts/reference
+        ;;
     tidy)
         install $sanitized $managed clangd jq
         step "clang-tidy" check_sources

@@ -91,6 +91,13 @@ if [ -s "$work/document" ]; then
     compare "names of codes in $channels"
 fi
 
+# And the header names a function that sends the code.
+columns "$channels" code function name | awk -F '\t' '{
+    split($2, function_, "`"); split($3, name, "`"); if (!seen[name[2]]++) print name[2], function_[2] }' |
+    sort >"$work/document"
+sed -n 's/^ *\(CMIF_[A-Z]*_[A-Z_]*\) = [0-9]*,* *\/\* \(sh[A-Za-z_0-9]*\).*/\1 \2/p' "$header" | sort >"$work/header"
+compare "functions of the codes in the header"
+
 columns "$channels" key | grep -x '[0-9]*' | sort >"$work/document"
 sed -n 's/^#define CMIF_[A-Z]*_[A-Z]*_KEY *\([0-9]*\).*/\1/p' "$header" | sort >"$work/header"
 compare "queue keys in $channels"
