@@ -1,0 +1,26 @@
+/* An AT request with a time limit and a lock, for programs that must not hang. Plain C, over
+ * cmif.h. */
+#ifndef EXAMPLES_BOUNDED_CALL_H
+#define EXAMPLES_BOUNDED_CALL_H
+
+#include <stddef.h>
+
+struct request {
+    int code;                  /* of enum cmif_at_code */
+    int (*call)(void *values); /* calls the library, in a child process */
+    void *values;              /* what goes in and comes out: `size` bytes, at most 4000 */
+    size_t size;
+    int result; /* of the call, when it was answered */
+};
+
+enum outcome {
+    ANSWERED,  /* `result` and `values` are set */
+    WITHDRAWN, /* the daemon took no request in time; it will not carry this one out */
+    PICKED_UP, /* the daemon took it and has not answered: it may still carry it out */
+    BUSY,      /* another caller waits for a reply to this code; nothing was sent */
+    FAILED     /* no process or file could be had; nothing was sent */
+};
+
+enum outcome request_within(int seconds, struct request *request);
+
+#endif
