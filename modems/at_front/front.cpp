@@ -3,11 +3,11 @@
 namespace at_front
 {
 
-Front::Front(simulated::Modem &modem, Mishaps &mishaps, std::size_t ports, std::string model)
+Front::Front(simulated::Modem &modem, Mishaps &mishaps, Wires ports, std::string model)
     : device_(modem, mishaps, std::move(model))
 {
-    for (std::size_t i = 0; i < ports; ++i)
-        ports_.push_back(std::make_unique<Port>(device_));
+    for (std::unique_ptr<Wire> &wire : ports)
+        ports_.push_back(std::make_unique<Port>(device_, std::move(wire)));
     device_.watch([this] {
         for (const auto &port : ports_)
             port->report();

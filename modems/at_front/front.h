@@ -15,13 +15,12 @@ class Front
 {
 public:
     // All that is referred to must outlive this. Throws std::system_error.
-    Front(simulated::Modem &modem, Mishaps &mishaps, std::size_t ports,
+    Front(simulated::Modem &modem, Mishaps &mishaps, Wires ports,
           std::string model = ModemState::hardware);
     ~Front();
     Front(const Front &) = delete;
     Front &operator=(const Front &) = delete;
 
-    // Of the pseudo-terminals.
     std::vector<std::string> paths() const;
 
 private:

@@ -17,8 +17,9 @@ constexpr char carriage_return = '\r', newline = '\n', backspace = '\b', escape 
 
 } // namespace
 
-Port::Port(Device &device)
-    : device_(device), interpreter_(device, [this] { return called_off_.load(); })
+Port::Port(Device &device, std::unique_ptr<Wire> wire)
+    : device_(device), wire_(std::move(wire)),
+      interpreter_(device, [this] { return called_off_.load(); })
 {
     if (pipe2(end_, O_CLOEXEC) != 0)
         throw std::system_error(errno, std::generic_category(), "pipe");
@@ -48,25 +49,29 @@ void Port::report()
 
 void Port::read()
 {
-    pollfd files[] = {{end_[0], POLLIN, 0}, {terminal_.file(), POLLIN, 0}};
+    pollfd files[] = {{end_[0], POLLIN, 0}, {wire_->file(), POLLIN, 0}};
     while (poll(files, 2, -1) >= 0 || errno == EINTR) {
         if (files[0].revents != 0)
             return;
-        for (const char c : terminal_.read())
+        for (const char c : wire_->read())
             take(c);
+        files[1].fd = wire_->file();
     }
 }
 
-// While a command is carried out, a character calls it off and is lost.
+// While a command is carried out, a character calls it off and is lost. The line feed after a
+// command's carriage return, which many programs send, belongs to that line.
 void Port::take(char c)
 {
+    if (std::exchange(previous_, c) == carriage_return && c == newline)
+        return;
     if (working_) {
         called_off_ = true;
         device_.wake();
         return;
     }
     if (echo_)
-        terminal_.write({&c, 1});
+        wire_->write({&c, 1});
     const bool text = takes_text_;
     if (c == backspace && !typed_.empty()) {
         typed_.pop_back();
@@ -114,7 +119,7 @@ void Port::work()
             working_ = false;
         }
         lock.unlock();
-        terminal_.write(answer + (interpreter_.takes_text() ? "" : interpreter_.reports()));
+        wire_->write(answer + (interpreter_.takes_text() ? "" : interpreter_.reports()));
         lock.lock();
     }
 }

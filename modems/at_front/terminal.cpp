@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <cstdlib>
 #include <fcntl.h>
-#include <poll.h>
 #include <sys/ioctl.h>
 #include <system_error>
 #include <termios.h>
@@ -53,7 +52,7 @@ Terminal::~Terminal()
 }
 
 // A program may have claimed the port for itself alone, and ended; the claim would stay.
-std::string Terminal::read() const
+std::string Terminal::read()
 {
     char buffer[4096];
     ioctl(slave_, TIOCNXCL);
@@ -61,19 +60,17 @@ std::string Terminal::read() const
     return size > 0 ? std::string(buffer, static_cast<std::size_t>(size)) : "";
 }
 
-void Terminal::write(std::string_view text) const
+void Terminal::write(std::string_view text)
 {
-    constexpr int patience = 1000; // milliseconds
-    while (!text.empty()) {
-        const ssize_t size = ::write(master_, text.data(), text.size());
-        if (size > 0) {
-            text.remove_prefix(static_cast<std::size_t>(size));
-            continue;
-        }
-        pollfd room{master_, POLLOUT, 0};
-        if (errno != EAGAIN || poll(&room, 1, patience) <= 0)
-            return;
-    }
+    write_patiently(master_, text);
+}
+
+Wires terminals(std::size_t count)
+{
+    Wires opened;
+    while (opened.size() < count)
+        opened.push_back(std::make_unique<Terminal>());
+    return opened;
 }
 
 } // namespace at_front

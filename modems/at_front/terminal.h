@@ -2,33 +2,29 @@
 #ifndef MODEMS_AT_FRONT_TERMINAL_H
 #define MODEMS_AT_FRONT_TERMINAL_H
 
-#include <string>
-#include <string_view>
+#include "wire.h"
 
 namespace at_front
 {
 
-class Terminal
+class Terminal : public Wire
 {
 public:
     Terminal(); // throws std::system_error
-    ~Terminal();
-    Terminal(const Terminal &) = delete;
-    Terminal &operator=(const Terminal &) = delete;
+    ~Terminal() override;
 
-    const std::string &path() const { return path_; } // "/dev/pts/7"
-    int file() const { return master_; }              // to be polled
-
-    // What there is, at most one buffer. Nothing at the end.
-    std::string read() const;
-    // Gives up what no program takes within a while.
-    void write(std::string_view text) const;
+    const std::string &path() const override { return path_; } // "/dev/pts/7"
+    int file() const override { return master_; }
+    std::string read() override;
+    void write(std::string_view text) override;
 
 private:
     int master_ = -1;
     int slave_ = -1; // held open, so that the port lives on between two programs
     std::string path_;
 };
+
+Wires terminals(std::size_t count); // throws std::system_error
 
 } // namespace at_front
 

@@ -1,12 +1,17 @@
-// The modem's ports as programs see them: pseudo-terminals.
+// The modem's ports as programs see them: pseudo-terminals, or sockets.
 #include "modems/at_front/front.h"
+#include "modems/at_front/socket.h"
+#include "modems/at_front/terminal.h"
 #include "modems/simulated/commands.h"
 #include "scenario/real_clock.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <optional>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/socket.h>
+#include <sys/un.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -18,6 +23,7 @@ class Line
 {
 public:
     explicit Line(const std::string &path) : file_(open(path.c_str(), O_RDWR | O_NOCTTY)) {}
+    explicit Line(int file) : file_(file) {}
     ~Line() { close(file_); }
     Line(const Line &) = delete;
     Line &operator=(const Line &) = delete;
@@ -62,7 +68,7 @@ protected:
     scenario::RealClock clock{scenario::TimeScale(0)};
     simulated::Modem modem{clock, 1};
     at_front::Mishaps mishaps;
-    at_front::Front front{modem, mishaps, 2};
+    at_front::Front front{modem, mishaps, at_front::terminals(2)};
     Line primary{front.paths().at(0)}, secondary{front.paths().at(1)};
 };
 
@@ -137,13 +143,13 @@ TEST(AtPortsAtFullPace, CallOffWhatTakesLong)
     scenario::RealClock clock;
     simulated::Modem modem(clock, 1);
     at_front::Mishaps mishaps;
-    const at_front::Front front(modem, mishaps, 2);
+    const at_front::Front front(modem, mishaps, at_front::terminals(2));
     const Line primary(front.paths().at(0)), secondary(front.paths().at(1));
     scenario::Words words("state registered");
     scenario::parse_command(simulated::modem_commands(modem), words)();
     primary.send("ATE0\r");
     primary.receive("OK\r\n");
-    primary.send("AT+COPS=?\r");
+    primary.send("AT+COPS=?\r\n"); // the line feed belongs to the line
     while (modem.status().search != daemons::CmeError::search_running)
         std::this_thread::yield();
     secondary.send("AT\r");
@@ -153,6 +159,43 @@ TEST(AtPortsAtFullPace, CallOffWhatTakesLong)
     EXPECT_EQ(modem.status().search, daemons::CmeError::search_running);
     primary.send("AT\r");
     EXPECT_EQ(primary.receive("OK\r\n"), "\r\nOK\r\n");
+}
+
+int connected_to(const std::string &path)
+{
+    const int file = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
+    sockaddr_un address{AF_UNIX, {}};
+    path.copy(address.sun_path, sizeof address.sun_path - 1);
+    EXPECT_EQ(connect(file, reinterpret_cast<const sockaddr *>(&address), sizeof address), 0);
+    return file;
+}
+
+TEST(AtSocket, IsAPortForOneProgramAfterTheOther)
+{
+    scenario::RealClock clock{scenario::TimeScale(0)};
+    simulated::Modem modem(clock, 1);
+    at_front::Mishaps mishaps;
+    const std::string path = "/tmp/port";
+    at_front::Wires ports;
+    ports.push_back(std::make_unique<at_front::Socket>(path));
+    std::optional<at_front::Front> front(std::in_place, modem, mishaps, std::move(ports));
+    EXPECT_EQ(front->paths(), std::vector{path});
+    {
+        const Line first(connected_to(path));
+        first.send("ATE0\r");
+        EXPECT_EQ(first.receive("OK\r\n"), "ATE0\r\r\nOK\r\n");
+    }
+    const Line next(connected_to(path));
+    next.send("AT\r");
+    EXPECT_EQ(next.receive("OK\r\n"), "\r\nOK\r\n"); // the port's settings have stayed
+    front.reset();
+    EXPECT_EQ(next.receive("\n"), ""); // the modem has gone
+    EXPECT_NE(access(path.c_str(), F_OK), 0);
+}
+
+TEST(AtSocket, NeedsAPlace)
+{
+    EXPECT_THROW(at_front::Socket("/tmp/missing/port"), std::system_error);
 }
 
 } // namespace
