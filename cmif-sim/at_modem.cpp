@@ -2,6 +2,7 @@
 
 #include "daemons/server.h"
 #include "modems/at_front/front.h"
+#include "modems/at_front/terminal.h"
 #include "service.h"
 
 #include <cstdio>
@@ -27,7 +28,7 @@ int serve_at_modem(const ServerOptions &options)
     Simulation simulation(options);
     if (!simulation.start())
         return 1;
-    const at_front::Front front(simulation.modem(), *options.mishaps, ports);
+    const at_front::Front front(simulation.modem(), *options.mishaps, at_front::terminals(ports));
     simulation.set_ports(front.paths());
     serve_commands(simulation, options, signals, [&front] {
         for (const std::string &path : front.paths())

@@ -94,6 +94,7 @@ constexpr const char *at_modem_details =
 constexpr const char *usb_details =
     "This computer's ModemManager runs in the box, on a D-Bus of its own, and finds a USB modem with two AT ports and a network interface; a third AT port, /dev/ttyACM2, is left to other programs. "
     "The program starts when ModemManager shows the modem. It has its own network, in which 192.0.2.1 answers while there is a connection, and what a program of run has. "
+    "Where the system refuses namespaces, the modem has no network interface and can't be unplugged. "
     "ModemManager's log is /tmp/cmif-sim-usb/ModemManager.log in the box. The exit status is the program's.";
 constexpr const char *replay_details =
     "A request gets the next recorded reply for its code and fields, after the recorded delay, and what the daemons set before that reply is set before it. "

@@ -62,6 +62,16 @@ void DbusConnection::take_name(const char *name)
     call(request);
 }
 
+void DbusConnection::ask_for(const std::string &rule)
+{
+    DbusMessage request = call_of_bus("AddMatch");
+    DbusBody body;
+    body.add_text(rule);
+    request.signature = "s";
+    request.body = body.bytes();
+    call(request);
+}
+
 DbusMessage DbusConnection::call(DbusMessage message)
 {
     const std::uint32_t serial = send(std::move(message));

@@ -23,6 +23,7 @@ public:
     void limit(std::chrono::seconds time) const;
 
     void take_name(const char *name);
+    void ask_for(const std::string &rule); // messages to others, as D-Bus matches them
 
     // The answer, also a failure. Other messages that come meanwhile are kept for receive().
     DbusMessage call(DbusMessage message);

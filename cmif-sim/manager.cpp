@@ -63,19 +63,9 @@ int run_manager(const std::string &directory, bool verbose, int ready_fd)
         return 1;
     // No udev, no logind, no QRTR bus in a box: ports are reported, and nothing else is there.
     return become_program({path_of(manager), "--test-no-udev", "--test-no-suspend-resume",
-                           "--test-no-qrtr", verbose ? "--debug" : "--log-level=INFO"},
+                           "--test-no-qrtr", "--test-enable",
+                           verbose ? "--debug" : "--log-level=INFO"},
                           directory + "/ModemManager.log");
-}
-
-// To be asked for before ModemManager is started.
-void ask_for_objects(DbusConnection &bus)
-{
-    DbusMessage request = call_of_bus("AddMatch");
-    DbusBody rule;
-    rule.add_text("type='signal',member='InterfacesAdded',path='/org/freedesktop/ModemManager1'");
-    request.signature = "s";
-    request.body = rule.bytes();
-    bus.call(request);
 }
 
 void wait_for_object(DbusConnection &bus)
@@ -116,7 +106,7 @@ Manager::Manager(const std::string &directory, bool verbose)
 {
     setenv("DBUS_SYSTEM_BUS_ADDRESS", ("unix:path=" + bus_socket(directory)).c_str(), 1);
     DbusConnection news(bus_socket(directory));
-    ask_for_objects(news);
+    news.ask_for("type='signal',member='InterfacesAdded',path='/org/freedesktop/ModemManager1'");
     process_.emplace([&](int ready_fd) { return run_manager(directory, verbose, ready_fd); });
     try {
         wait_for_object(news);

@@ -19,18 +19,7 @@
 
 namespace cmif_sim
 {
-namespace
-{
-
 using namespace daemons;
-
-void notify_ready(int fd)
-{
-    if (fd >= 0 && write(fd, "", 1) != 1)
-        std::perror("cmif-sim: cannot report readiness");
-}
-
-} // namespace
 
 int serve(const ServerOptions &options, int ready_fd)
 try {

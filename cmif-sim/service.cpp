@@ -3,6 +3,7 @@
 #include "command_lines.h"
 #include "control.h"
 
+#include <cstdio>
 #include <unistd.h>
 
 namespace cmif_sim
@@ -30,6 +31,12 @@ void serve_commands(const Simulation &simulation, const ServerOptions &options,
     ready();
     int received = 0;
     sigwait(&signals, &received);
+}
+
+void notify_ready(int fd)
+{
+    if (fd >= 0 && write(fd, "", 1) != 1)
+        std::perror("cmif-sim: cannot report readiness");
 }
 
 } // namespace cmif_sim

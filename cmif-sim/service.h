@@ -21,6 +21,9 @@ std::vector<int> listening(const ServerOptions &options, std::optional<BoxSocket
 void serve_commands(const Simulation &simulation, const ServerOptions &options,
                     const sigset_t &signals, const std::function<void()> &ready);
 
+// Writes one byte to the file, unless that is negative.
+void notify_ready(int fd);
+
 } // namespace cmif_sim
 
 #endif

@@ -1,5 +1,6 @@
 #include "usb_modem.h"
 
+#include "modems/at_front/terminal.h"
 #include "usb_network.h"
 #include "usb_tree.h"
 
@@ -11,27 +12,12 @@ namespace cmif_sim
 namespace
 {
 
-constexpr const char *manager = "org.freedesktop.ModemManager1";
-
-// ModemManager's plugin looks up by the model what a modem can do.
-constexpr const char *model = "TOBY-L210";
-
-void ask_for_news(DbusConnection &bus)
-{
-    DbusMessage request = call_of_bus("AddMatch");
-    DbusBody rule;
-    rule.add_text("type='signal',member='NameOwnerChanged',arg0='" + std::string(manager) + "'");
-    request.signature = "s";
-    request.body = rule.bytes();
-    bus.call(request);
-}
-
 // A dictionary of texts: what happened to which port.
 DbusMessage kernel_event(const char *action, const UsbInterface &interface)
 {
     DbusMessage message;
-    message.path = "/org/freedesktop/ModemManager1";
-    message.interface = message.destination = manager;
+    message.path = manager_path;
+    message.interface = message.destination = manager_name;
     message.member = "ReportKernelEvent";
     message.wants_reply = false;
     message.signature = "a{sv}";
@@ -56,11 +42,14 @@ DbusMessage kernel_event(const char *action, const UsbInterface &interface)
 UsbModem::UsbModem(std::string directory, const std::string &bus, pid_t computer,
                    at_front::Mishaps &mishaps)
     : directory_(std::move(directory)), computer_(computer), mishaps_(mishaps), reports_(bus),
-      news_(bus)
+      watch_(bus,
+             [this] {
+                 const std::lock_guard lock(mutex_);
+                 new_manager_ = true; // which knows nothing of the ports
+                 changed_.notify_all();
+             }),
+      worker_([this] { work(); })
 {
-    ask_for_news(news_);
-    watcher_ = std::thread([this] { watch_manager(); });
-    worker_ = std::thread([this] { work(); });
 }
 
 UsbModem::~UsbModem()
@@ -72,8 +61,6 @@ UsbModem::~UsbModem()
         ending_ = true;
         changed_.notify_all();
     }
-    news_.end();
-    watcher_.join();
     worker_.join();
 }
 
@@ -115,21 +102,6 @@ void UsbModem::event(simulated::Modem &modem, std::string_view name)
     if (name == "connected" || name == "disconnected")
         carrier_ = name == "connected";
     changed_.notify_all();
-}
-
-// A ModemManager that was just started knows nothing of the ports.
-void UsbModem::watch_manager()
-try {
-    for (;;) {
-        const DbusMessage message = news_.receive();
-        if (message.member != "NameOwnerChanged" || texts_of(message).back().empty())
-            continue;
-        const std::lock_guard lock(mutex_);
-        new_manager_ = true;
-        changed_.notify_all();
-    }
-} catch (const std::exception &) {
-    return; // the bus has ended, or this has
 }
 
 void UsbModem::work()
@@ -177,7 +149,8 @@ void UsbModem::follow(simulated::Modem *wanted)
 
 void UsbModem::connect_to(simulated::Modem &modem)
 {
-    front_ = std::make_unique<at_front::Front>(modem, mishaps_, usb_terminals, model);
+    front_ = std::make_unique<at_front::Front>(modem, mishaps_, at_front::terminals(usb_terminals),
+                                               managed_model);
     add_usb_modem(directory_, front_->paths());
     add_interface(computer_, "wwan0");
     report("add");
@@ -203,6 +176,8 @@ void UsbModem::report(const char *action)
 scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem)
 {
     const auto switch_power = [usb, &modem](bool on) {
+        if (!usb)
+            throw std::runtime_error("there is no USB: the system refuses namespaces");
         modem.happen([on](simulated::ModemState &state, simulated::Time) { state.set_power(on); });
         if (on)
             usb->plug(modem);

@@ -3,6 +3,7 @@
 #define CMIF_SIM_USB_MODEM_H
 
 #include "dbus_connection.h"
+#include "manager_watch.h"
 #include "modems/at_front/front.h"
 #include "scenario/command.h"
 
@@ -38,7 +39,6 @@ public:
 private:
     void want(simulated::Modem *modem);
     void wait();
-    void watch_manager();
     void work();
     void follow(simulated::Modem *wanted);
     void connect_to(simulated::Modem &modem);
@@ -48,7 +48,7 @@ private:
     std::string directory_;
     pid_t computer_;
     at_front::Mishaps &mishaps_;
-    DbusConnection reports_, news_;
+    DbusConnection reports_;
     std::unique_ptr<at_front::Front> front_; // of the worker, while plugged in
 
     std::mutex mutex_; // of all below
@@ -57,10 +57,11 @@ private:
     std::string failure_;
     bool carrier_ = false, new_manager_ = false, ending_ = false;
 
-    std::thread watcher_, worker_;
+    ManagerWatch watch_;
+    std::thread worker_;
 };
 
-// "usb unplug" and "usb plug".
+// "usb unplug" and "usb plug". Without a modem to unplug they fail.
 scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem);
 
 } // namespace cmif_sim

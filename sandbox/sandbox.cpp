@@ -10,13 +10,22 @@
 
 namespace sandbox
 {
+namespace
+{
+
+std::string chosen_kind()
+{
+    const char *variable = std::getenv(sandbox_variable);
+    return variable ? variable : "";
+}
+
+} // namespace
 
 int run_in_sandbox(const Work &work, const std::vector<std::string> &visible_paths)
 {
     std::fflush(nullptr); // else every child would write what is pending too
     const InterruptsIgnored interrupts;
-    const char *variable = std::getenv(sandbox_variable);
-    const std::string setting = variable ? variable : "";
+    const std::string setting = chosen_kind();
     if (setting == lock_is_held)
         return run_unisolated(work, interrupts, Lock::inherited);
 
@@ -28,6 +37,11 @@ int run_in_sandbox(const Work &work, const std::vector<std::string> &visible_pat
     }
     log_line("no namespaces (" + refusal + "): sharing this system's queues, one run at a time");
     return run_unisolated(work, interrupts, Lock::take);
+}
+
+bool shares_namespaces()
+{
+    return chosen_kind() == lock_is_held;
 }
 
 } // namespace sandbox

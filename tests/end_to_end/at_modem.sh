@@ -12,20 +12,6 @@ exits 0 cmif-sim status
 prints "port     $port"
 hides 'left out'
 
-# The lines that the port sends until the one that ends an answer.
-received() {
-    line=
-    while [ "$line" != OK ] && [ "$line" != ERROR ]; do
-        read -r line <&3
-        line=$(printf '%s' "$line" | tr -d '\r')
-        echo "$line"
-    done
-}
-asks() {
-    printf '%s\r' "$1" >&3
-    received
-}
-
 exec 3<>"$port"
 exits 0 asks ATE0
 exits 0 asks 'AT+COPS?'

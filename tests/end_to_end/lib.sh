@@ -112,6 +112,27 @@ queued() {
     ipcs -q | awk -v key="$(printf '0x%08x' "$1")" '$1 == key { print $6 }'
 }
 
+# asks LINE: gives an AT port, open as descriptor 3, the line; prints what it sends until the answer ends.
+asks() {
+    printf '%s\r' "$1" >&3
+    line=
+    while [ "$line" != OK ] && [ "$line" != ERROR ]; do
+        read -r line <&3
+        line=$(printf '%s' "$line" | tr -d '\r')
+        echo "$line"
+    done
+}
+
+# In a box of `cmif-sim usb`: the port that ModemManager leaves alone.
+has_usb() { [ -z "${CMIF_SANDBOX:-}" ]; } # not without namespaces
+free_port() {
+    if has_usb; then
+        echo /dev/ttyACM2
+    else
+        cmif-sim status | sed -n 's/^port *//p' | tail -n 1
+    fi
+}
+
 # For tests that start and stop the router themselves.
 at_answers() { cmifctl sim retries; }
 qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: answers$'; }

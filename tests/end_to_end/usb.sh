@@ -14,7 +14,7 @@ if [ "${1-}" != inside ]; then
     for program in ModemManager mmcli dbus-daemon ip ping; do
         PATH=$PATH:/usr/sbin:/sbin command -v $program >/dev/null || skip "no $program"
     done
-    unshare -mn true 2>/dev/null || unshare -Umn true 2>/dev/null || skip 'no namespaces'
+    unshare -mn true 2>/dev/null || unshare -Umn true 2>/dev/null || skip 'no namespaces; cmifd.sh tests what can be without'
     [ "${1-}" = can-run ] || cmif-sim usb --pace 0.1 -- sh "$0" inside
     exit
 fi
@@ -86,13 +86,8 @@ exits 0 mmcli -i 0 --disable-pin --pin=4321
 
 # A port that ModemManager leaves alone.
 exec 3<>/dev/ttyACM2
-printf 'AT+CGMM\r' >&3
-read -r echo <&3
-read -r line <&3
-case $echo$line in
-AT+CGMM*TOBY-L210*) ;;
-*) fail "'$line' on the third port" ;;
-esac
+exits 0 asks AT+CGMM
+prints TOBY-L210
 exec 3<&-
 
 # Pulled out and plugged in: a modem that starts, its SIM open without a PIN.

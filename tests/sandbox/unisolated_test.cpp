@@ -17,6 +17,7 @@ namespace
 
 namespace fs = std::filesystem;
 using sandbox::run_in_sandbox;
+using sandbox::shares_namespaces;
 
 constexpr const char *notice = "cmif-sim: no namespaces (CMIF_SANDBOX=none): "
                                "sharing this system's queues, one run at a time\n";
@@ -265,7 +266,8 @@ TEST_F(UnisolatedSandbox, IsUsedWhereTheSystemRefusesNamespaces)
     unsetenv("CMIF_SANDBOX");
     ASSERT_TRUE(make_queue(foreign_queue));
     ASSERT_TRUE(refuse_namespaces());
-    EXPECT_EQ(run([] { return has_queue(foreign_queue) ? 9 : 1; }), 9);
+    EXPECT_FALSE(shares_namespaces());
+    EXPECT_EQ(run([] { return has_queue(foreign_queue) && shares_namespaces() ? 9 : 1; }), 9);
     EXPECT_EQ(said_, "cmif-sim: no namespaces (Operation not permitted): "
                      "sharing this system's queues, one run at a time\n");
 }
