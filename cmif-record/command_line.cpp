@@ -1,6 +1,6 @@
 #include "command_line.h"
 
-#include "cli/completion.h"
+#include "cli/about.h"
 
 namespace cmif_record
 {
@@ -18,7 +18,6 @@ constexpr Argument record_arguments[] = {
     {flag,     "with-secrets", "",                     "keep secrets and identities as they are"},
     {rest,     "command",      "DAEMON [ARGUMENT...]", "the program to record, with its children"},
 };
-constexpr Argument options[] = {cli::help_option, cli::version_option};
 
 constexpr const char *details =
     "Writes every record that DAEMON takes from the message queues of the two channels or puts there, decoded, and every value that it sets in the configuration store, "
@@ -29,9 +28,9 @@ constexpr const char *details =
 constexpr cli::Command commands[] = {
     //path         summary                                                access example                                  arguments
     {"",           "record what a connection-manager daemon exchanges",   acts,  "trouble.jsonl -- /usr/sbin/lte-daemon", record_arguments, details},
-    {"completion", "print a completion script",                           acts,  "bash",                                  cli::shell_arguments},
-    {"manual",     "print the manual page, for man -l -",                 acts,  ""},
-    {"complete",   "list what may follow on a command line, for shells",  acts,  "-- --w",                                cli::complete_arguments},
+    cli::completion_command,
+    cli::manual_command,
+    cli::complete_command,
 };
 
 constexpr cli::Term examples[] = {
@@ -63,7 +62,7 @@ constexpr cli::Program program {
     .description = "Runs a daemon and writes its message queue records and its changes to the configuration store to a file.",
     .groups      = {},
     .commands    = commands,
-    .options     = options,
+    .options     = cli::about_options,
     .examples    = examples,
     .exit_status = exit_status,
     .environment = environment,

@@ -1,6 +1,6 @@
 #include "command_line.h"
 
-#include "cli/completion.h"
+#include "cli/about.h"
 #include "cli/option_error.h"
 #include "cmif-record/start.h"
 #include "scenario/script.h"
@@ -73,7 +73,6 @@ constexpr Argument status_arguments[] = {box, json};
 constexpr Argument enter_arguments[] = {box, command};
 constexpr Argument replay_pace{option, "pace",    "FACTOR", "factor on the recorded delays, 0 to 1000: 0.1 is ten times faster, 0 no delay (default 1)"};
 constexpr Argument replay_arguments[] = {recording, replay_pace, command};
-constexpr Argument options[]         = {cli::help_option, cli::version_option};
 
 constexpr const char *run_details =
     "The program has its own message queues, processes, /tmp and /data, and sees the rest of the file system as it is. "
@@ -110,9 +109,9 @@ constexpr cli::Command commands[] = {
     {"replay",     "run a program, or a shell, beside daemons that answer as recorded", acts, "trouble.jsonl -- cmifctl status", replay_arguments, replay_details},
     {"at-modem",   "serve AT ports of a simulated modem until stopped", acts, "--state registered", modem_arguments, at_modem_details},
     {"usb",        "run a program, or a shell, beside ModemManager with a simulated USB modem", acts, "-- mmcli -m any", usb_arguments, usb_details},
-    {"completion", "print a completion script",                      acts,  "bash",               cli::shell_arguments},
-    {"manual",     "print the manual page, for man -l -",            acts,  ""},
-    {"complete",   "list what may follow on a command line, for shells", acts, "-- run --s",      cli::complete_arguments},
+    cli::completion_command,
+    cli::manual_command,
+    cli::complete_command,
 };
 
 constexpr cli::Term examples[] = {
@@ -154,7 +153,7 @@ constexpr cli::Program program {
                    "connection-manager daemons over it.",
     .groups      = {},
     .commands    = commands,
-    .options     = options,
+    .options     = cli::about_options,
     .examples    = examples,
     .exit_status = exit_status,
     .environment = environment,

@@ -1,7 +1,5 @@
 #include "at_modem.h"
-#include "cli/about.h"
-#include "cli/help.h"
-#include "cli/usage_error.h"
+#include "cli/program.h"
 #include "cmif-record/reader.h"
 #include "command_line.h"
 #include "daemons/printable.h"
@@ -11,22 +9,12 @@
 #include "usb.h"
 
 #include <cstdio>
-#include <exception>
 #include <sstream>
 
 namespace cmif_sim
 {
 namespace
 {
-
-constexpr int usage_status = 2;
-
-void print_lines(const char *prefix, const std::string &text)
-{
-    std::istringstream lines(text);
-    for (std::string line; std::getline(lines, line);)
-        std::fprintf(stderr, "%s%s\n", prefix, daemons::printable(line).c_str());
-}
 
 int run_simulation(const cli::Line &line)
 {
@@ -44,10 +32,8 @@ int run_simulation(const cli::Line &line)
     return line.path == "serve" ? serve(options, -1) : run(options, command);
 }
 
-int run_line(const cli::Line &line)
+int run_command_line(const cli::Line &line)
 {
-    if (const auto text = cli::about(line))
-        return cli::print(tables(), *text);
     if (line.path == "ctl")
         return control(chosen_box(line.arguments), line.arguments.all("line"));
     if (line.path == "status")
@@ -57,27 +43,22 @@ int run_line(const cli::Line &line)
     return run_simulation(line);
 }
 
-int program(int count, char **words)
+// What is wrong with a file may take several lines.
+int report(const char *prefix, const std::string &text)
+{
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);)
+        std::fprintf(stderr, "%s%s\n", prefix, daemons::printable(line).c_str());
+    return 2;
+}
+
+int run_line(const cli::Line &line)
 try {
-    if (count == 1) {
-        std::fputs(cli::short_help(tables()).c_str(), stderr);
-        return usage_status;
-    }
-    return run_line(cli::parse(tables(), {words + 1, words + count}));
-} catch (const cli::UsageError &error) {
-    std::fprintf(stderr, "cmif-sim: %s\n", daemons::printable(error.what()).c_str());
-    if (!error.hint().empty())
-        std::fprintf(stderr, "  %s\n", daemons::printable(error.hint()).c_str());
-    return usage_status;
-} catch (const scenario::BadScript &error) { // FILE:LINE:COLUMN first, as editors read it
-    print_lines("", error.what());
-    return usage_status;
+    return run_command_line(line);
+} catch (const scenario::BadScript &error) {
+    return report("", error.what()); // FILE:LINE:COLUMN first, as editors read it
 } catch (const cmif_record::RecordingError &error) {
-    print_lines("cmif-sim: ", error.what());
-    return usage_status;
-} catch (const std::exception &error) {
-    std::fprintf(stderr, "cmif-sim: %s\n", error.what());
-    return 1;
+    return report("cmif-sim: ", error.what());
 }
 
 } // namespace
@@ -85,5 +66,5 @@ try {
 
 int main(int count, char **words)
 {
-    return cmif_sim::program(count, words);
+    return cli::run_program(cmif_sim::tables(), count, words, cmif_sim::run_line);
 }

@@ -1,6 +1,6 @@
 #include "command_line.h"
 
-#include "cli/completion.h"
+#include "cli/about.h"
 #include "cli/option_error.h"
 
 namespace cmifd
@@ -22,7 +22,6 @@ constexpr Argument serve_arguments[] = {
     {flag,   "probe",   "",           "print what this modem can do for each request, and end"},
     {flag,   "verbose", "",           "print each record and each D-Bus call on standard error, with secrets masked"},
 };
-constexpr Argument options[] = {cli::help_option, cli::version_option};
 
 constexpr const char *details =
     "Stops on SIGTERM and SIGINT. Refuses to start while another server serves the queues. "
@@ -32,9 +31,9 @@ constexpr const char *details =
 constexpr cli::Command commands[] = {
     //path         summary                                                access example     arguments
     {"",           "serve this system's queues over a modem",             acts,  "--first",  serve_arguments, details},
-    {"completion", "print a completion script",                           acts,  "bash",     cli::shell_arguments},
-    {"manual",     "print the manual page, for man -l -",                 acts,  ""},
-    {"complete",   "list what may follow on a command line, for shells",  acts,  "-- --d",   cli::complete_arguments},
+    cli::completion_command,
+    cli::manual_command,
+    cli::complete_command,
 };
 
 constexpr cli::Term examples[] = {
@@ -66,7 +65,7 @@ constexpr cli::Program program {
     .description = "Runs the two connection-manager daemons over any modem that ModemManager drives.",
     .groups      = {},
     .commands    = commands,
-    .options     = options,
+    .options     = cli::about_options,
     .examples    = examples,
     .exit_status = exit_status,
     .environment = environment,

@@ -1,7 +1,7 @@
 #include "commands.h"
 
 #include "argument_rows.h"
-#include "cli/completion.h"
+#include "cli/about.h"
 #include "cmifctl/verbs/verbs.h"
 #include "exit_meanings.h"
 #include "generated.h"
@@ -108,9 +108,9 @@ constexpr Verb verbs[] = {
     {config_list,          {"config list",          "list the settings",                                          reads,   "debug_",                             arguments::list_settings}},
     {config_save,          {"config save",          "make the settings persistent",                               acts,    ""}},
 
-    {print_completion,     {"completion",           "print a completion script",                                  acts,    "bash",                               cli::shell_arguments}},
-    {print_manual,         {"manual",               "print the manual page, for man -l -",                        acts,    ""}},
-    {print_candidates,     {"complete",             "list what may follow on a command line, for shells",         acts,    "-- sim enter",                       cli::complete_arguments}},
+    {print_completion,     cli::completion_command},
+    {print_manual,         cli::manual_command},
+    {print_candidates,     cli::complete_command},
 };
 
 constexpr cli::Term examples[] = {
