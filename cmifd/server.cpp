@@ -3,9 +3,7 @@
 #include "daemons/at_daemon.h"
 #include "daemons/qmi_daemon.h"
 #include "daemons/server.h"
-#include "daemons/service_lock.h"
 #include "missing.h"
-#include "platform/host_store.h"
 #include "sandbox/leftovers.h"
 
 #include <csignal>
@@ -43,20 +41,9 @@ int serve_until(const sigset_t &signals, const Options &options)
 
 int serve(const Options &options)
 {
-    ServiceLock at_lock(sandbox::at_service_lock, "the AT queues are");
-    ServiceLock qmi_lock(sandbox::qmi_service_lock, "the QMI queues are");
-    if (!at_lock.take() || !qmi_lock.take())
-        return 1;
-    // Two modems in one store would overwrite each other's values.
-    const std::string store = host_store_directory();
-    ServiceLock store_lock(store + "/router.lock", "the store is");
-    if (has_store_directory(store) && !store_lock.take())
-        return 1;
-    const sigset_t signals = block_termination_signals();
-    if (host_store_power_cycle() != 0)
-        return 1;
-    host_store_announce();
-    return serve_until(signals, options);
+    Server server;
+    const auto signals = server.start(sandbox::at_service_lock, sandbox::qmi_service_lock);
+    return signals ? serve_until(*signals, options) : 1;
 }
 
 } // namespace cmifd
