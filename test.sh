@@ -40,6 +40,7 @@ trap wait EXIT
 step "test, address and undefined sanitizers" tests dev
 wait "$building"
 step "hardening, as installed" scripts/hardening build/release
+step "install and use" tests/install/run build/release
 step "test, 32-bit" tests i686
 step "build, thread sanitizer" build_threads
 step "test, thread sanitizer" tests tsan -R '^(Threads|DebugLogWriters)'

@@ -33,7 +33,7 @@ void preload(const std::string &library)
 std::string library_path()
 {
     const fs::path directory = fs::read_symlink("/proc/self/exe").parent_path();
-    for (const fs::path &place : {directory, directory / ".." / CMIF_LIBRARY_DIRECTORY}) {
+    for (const fs::path &place : {directory, directory / CMIF_RECORD_DIRECTORY}) {
         std::string path = (place / library_name).lexically_normal();
         if (!fs::exists(path))
             continue;
@@ -42,7 +42,7 @@ std::string library_path()
         return path;
     }
     throw std::runtime_error(std::string(library_name) + " is neither in " + directory.string() +
-                             " nor in ../" CMIF_LIBRARY_DIRECTORY);
+                             " nor in its " CMIF_RECORD_DIRECTORY);
 }
 
 int become_recorded(const RingPlace &place, const std::string &library,

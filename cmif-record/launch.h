@@ -10,7 +10,7 @@
 namespace cmif_record
 {
 
-// Where libcmif-record.so is: beside this program, or in the library directory of its installation.
+// Where libcmif-record.so is: beside this program, or where its installation puts it.
 // Fails with std::runtime_error.
 std::string library_path();
 

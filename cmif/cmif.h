@@ -43,6 +43,11 @@
 #ifndef CMIF_H
 #define CMIF_H
 
+/* The version of this header; the build takes its own from here. */
+#define CMIF_VERSION_MAJOR 1
+#define CMIF_VERSION_MINOR 0
+#define CMIF_VERSION_PATCH 0
+
 #if defined(__GNUC__)
 #define CMIF_PRINTF_LIKE __attribute__((format(printf, 1, 2)))
 #else
