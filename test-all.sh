@@ -12,6 +12,7 @@
 #     mips       the same on 32-bit MIPS, big-endian
 #     riscv64    the same on 64-bit RISC-V
 #     musl       the library over musl on 64-bit x86 and on 32-bit ARM: its tests in plain C
+#     packages   the Debian packages, with lintian, used in an empty root; builds in other folders
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     mutation   small changes to the library and its store, all of which a test must notice
@@ -87,6 +88,11 @@ run() {
         install g++-arm-linux-gnueabihf qemu-user-static
         musl amd64
         musl armhf
+        ;;
+    packages)
+        install debhelper dpkg-dev libglib2.0-dev lintian mmdebstrap pkgconf
+        step "build in two folders, and as part of a project" tests/packages/folders
+        step "Debian packages" tests/packages/debian
         ;;
     unplug | manager)
         install $sanitized $managed
