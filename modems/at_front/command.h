@@ -48,7 +48,7 @@ Commands vendor_commands(); // what ModemManager's u-blox plugin asks for
 Answer set_flag(Call &call, bool &flag);
 
 // Ends +CMGS: the text that followed its prompt.
-Answer send_message(Call &call, std::string_view pdu);
+Answer send_message(Call &call, const std::string &text);
 
 const Command *find_command(std::string_view name);
 

@@ -1,7 +1,9 @@
-// Short messages in PDU mode (3GPP TS 27.005).
+// Short messages (3GPP TS 27.005).
 #include "command.h"
 #include "message_places.h"
 #include "sms_pdu.h"
+
+#include <algorithm>
 
 namespace at_front
 {
@@ -14,7 +16,7 @@ using simulated::Needs;
 // Of 3GPP TS 27.005.
 constexpr int sim_not_inserted = 310, sim_pin_required = 311, sim_failure = 313,
               sim_puk_required = 316, not_supported = 303, invalid_pdu = 304,
-              invalid_memory_index = 321, no_network_service = 331;
+              invalid_text_parameter = 305, invalid_memory_index = 321, no_network_service = 331;
 
 // 0 when messages can be read.
 int refusal(Call &call, Needs needs)
@@ -41,14 +43,14 @@ std::vector<Message> messages(const Call &call)
     return call.device.look([](const ModemState &state, Time) { return state.messages.all(); });
 }
 
-Answer read_format(Call &)
+Answer read_format(Call &call)
 {
-    return line("+CMGF: 0");
+    return line("+CMGF: " + std::to_string(static_cast<int>(call.session.text_mode)));
 }
 
 Answer set_format(Call &call)
 {
-    return call.given.number(0, 0) == 0 ? ok : message_error(not_supported);
+    return set_flag(call, call.session.text_mode);
 }
 
 Answer read_service(Call &call)
@@ -112,22 +114,32 @@ Answer set_indications(Call &call)
     return ok;
 }
 
+// Which messages are meant: a place in the table of states.
+std::optional<std::size_t> chosen_state(const Call &call)
+{
+    if (!call.session.text_mode)
+        return call.given.number(0, 0, 0, message_states.size() - 1);
+    if (!call.given.has(0))
+        return 0;
+    const auto *found = std::find(message_states.begin(), message_states.end(), call.given.text(0));
+    if (found == message_states.end())
+        return std::nullopt;
+    return found - message_states.begin();
+}
+
 Answer list(Call &call)
 {
-    constexpr int all = 4;
-    const auto kind = call.given.number(0, 0, 0, all);
-    if (!kind)
+    const auto chosen = chosen_state(call);
+    if (!chosen)
         return message_error(not_supported);
     if (const int reason = refusal(call, Needs::unlocked_sim); reason != 0)
         return message_error(reason);
     Answer answer;
     for (const Message &message : messages(call))
-        if (*kind == all || *kind == status_of(message))
-            for (const PlacedPdu &part : places_of(message)) {
-                answer.lines.push_back("+CMGL: " + std::to_string(part.place) + "," +
-                                       std::to_string(status_of(message)) + ",," +
-                                       std::to_string(part.pdu.length));
-                answer.lines.push_back(part.pdu.digits);
+        if (message_states.at(*chosen) == "ALL" || *chosen == state_of(message))
+            for (const Part &part : parts_of(message, call.session)) {
+                answer.lines.push_back("+CMGL: " + std::to_string(part.place) + "," + part.header);
+                answer.lines.push_back(part.content);
             }
     call.device.change([](ModemState &state, Time) {
         state.messages.mark_all_read();
@@ -136,22 +148,30 @@ Answer list(Call &call)
     return answer;
 }
 
+Answer list_states(Call &call)
+{
+    if (!call.session.text_mode)
+        return line("+CMGL: (0-4)");
+    std::string states;
+    for (const std::string_view state : message_states)
+        states.append(states.empty() ? "\"" : ",\"").append(state) += '"';
+    return line("+CMGL: (" + states + ")");
+}
+
 Answer read_message(Call &call)
 {
     if (const int reason = refusal(call, Needs::unlocked_sim); reason != 0)
         return message_error(reason);
     const int place = call.given.number(0).value_or(0);
     for (const Message &message : messages(call))
-        for (const PlacedPdu &part : places_of(message)) {
+        for (const Part &part : parts_of(message, call.session)) {
             if (part.place != place)
                 continue;
             call.device.change([&message](ModemState &state, Time) {
                 state.messages.mark_read(message.index);
                 return CmeError::ok;
             });
-            return {{"+CMGR: " + std::to_string(status_of(message)) + ",," +
-                         std::to_string(part.pdu.length),
-                     part.pdu.digits}};
+            return {{"+CMGR: " + part.header, part.content}};
         }
     return message_error(invalid_memory_index);
 }
@@ -177,6 +197,10 @@ Answer show_centre(Call &)
 
 Answer send(Call &call)
 {
+    call.session.message_recipient = from_character_set(call.given.text(0), call.session);
+    if (call.session.text_mode)
+        return call.given.has(0) ? Answer{{}, Ending::prompt}
+                                 : message_error(invalid_text_parameter);
     const auto length = call.given.number(0);
     if (!length || *length <= 0)
         return message_error(invalid_pdu);
@@ -187,11 +211,11 @@ Answer send(Call &call)
 // clang-format off
 constexpr Command rows[] = {
     // name    test                                      read              set              execute
-    {"+CMGF", "(0)",                                    read_format,      set_format,      nullptr},
+    {"+CMGF", "(0,1)",                                  read_format,      set_format,      nullptr},
     {"+CSMS", "(0,1)",                                  read_service,     set_service,     nullptr},
     {"+CPMS", R"(("SM"),("SM"),("SM"))",                read_storage,     set_storage,     nullptr},
     {"+CNMI", "(0-2),(0,1),(0-3),(0-2),(0,1)",          read_indications, set_indications, nullptr},
-    {"+CMGL", "(0-4)",                                  nullptr,          list,            list},
+    {"+CMGL", nullptr,                                  nullptr,          list,            list, list_states},
     {"+CMGR", "",                                       nullptr,          read_message,    nullptr},
     {"+CMGD", "(1-255),(0-4)",                          nullptr,          delete_message,  nullptr},
     {"+CSCA", "",                                       show_centre,      nullptr,         nullptr},
@@ -207,9 +231,12 @@ Commands message_commands()
 }
 
 // A message to this SIM's own number arrives; others go nowhere.
-Answer send_message(Call &call, std::string_view pdu)
+Answer send_message(Call &call, const std::string &text)
 {
-    const auto sent = parse_submit(pdu, call.session.message_length);
+    const Session &session = call.session;
+    const auto sent = session.text_mode
+                          ? Submitted{session.message_recipient, from_character_set(text, session)}
+                          : parse_submit(text, session.message_length);
     if (!sent)
         return message_error(invalid_pdu);
     if (const int reason = refusal(call, Needs::network); reason != 0)

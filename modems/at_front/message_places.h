@@ -1,9 +1,14 @@
-// Where messages lie as a terminal sees them: the modem stores a long one in a single place, PDUs
-// need one for each part.
+// Where messages lie as a terminal sees them: the modem stores a long one in a single place, a
+// terminal needs one for each part. And how it sees a part: as a PDU, or as text (+CMGF).
 #ifndef MODEMS_AT_FRONT_MESSAGE_PLACES_H
 #define MODEMS_AT_FRONT_MESSAGE_PLACES_H
 
-#include "sms_pdu.h"
+#include "daemons/modem_status.h"
+#include "session.h"
+
+#include <array>
+#include <string_view>
+#include <vector>
 
 namespace at_front
 {
@@ -11,23 +16,29 @@ namespace at_front
 // The first part has the message's own place, each further one that of the part before plus this.
 inline constexpr int place_step = 256;
 
-struct PlacedPdu {
+struct Part {
     int place;
-    Pdu pdu;
+    std::string header, content; // the two lines that show it, the first without its place
 };
 
-std::vector<PlacedPdu> places_of(const daemons::Message &message);
+std::vector<Part> parts_of(const daemons::Message &message, const Session &session);
 
 inline bool is_further_part(int place)
 {
     return place >= place_step;
 }
 
-// 0 for a message that was received and not read, 1 for one that was.
-inline int status_of(const daemons::Message &message)
+// What +CMGL chooses by, in PDU mode by number: the two that are received come first.
+inline constexpr std::array<std::string_view, 5> message_states = {"REC UNREAD", "REC READ",
+                                                                   "STO UNSENT", "STO SENT", "ALL"};
+inline std::size_t state_of(const daemons::Message &message)
 {
     return message.unread ? 0 : 1;
 }
+
+// In the character set of the port, as text mode shows it; and back.
+std::string in_character_set(const std::string &utf8, const Session &session);
+std::string from_character_set(const std::string &text, const Session &session);
 
 } // namespace at_front
 

@@ -81,6 +81,8 @@ void Port::take(char c)
     if (!ends) {
         if (c != newline && c != carriage_return)
             typed_ += c;
+        else if (text && c == carriage_return)
+            typed_ += newline; // a line of a message's text
         return;
     }
     const std::lock_guard lock(mutex_);

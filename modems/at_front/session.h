@@ -25,7 +25,9 @@ struct Session {
     bool time_zone_reports = false; // +CTZR
     bool time_zone_update = true;   // +CTZU
 
-    int message_length = 0; // announced to +CMGS
+    bool text_mode = false;        // +CMGF: messages as text, not as PDUs
+    int message_length = 0;        // of a PDU, announced to +CMGS
+    std::string message_recipient; // of a text
 };
 
 } // namespace at_front

@@ -78,7 +78,7 @@ std::optional<std::string> text_of(const Octets &data, std::size_t length, std::
 std::optional<Submitted> parse_submit(std::string_view digits, int length)
 {
     constexpr std::uint8_t kind = 0x03, submit = 0x01, user_data_header = 0x40;
-    const auto octets = octets_of(digits);
+    const auto octets = octets_of(digits.substr(0, digits.find('\n')));
     if (!octets || octets->empty())
         return std::nullopt;
     Reader reader(*octets);

@@ -1,6 +1,6 @@
 // Short messages as PDUs, and the commands that list, read, delete and send them.
 #include "at_modem.h"
-#include "modems/at_front/message_places.h"
+#include "modems/at_front/sms_pdu.h"
 
 namespace
 {
@@ -147,7 +147,34 @@ TEST_F(AtMessages, ToTheOwnNumberArrive)
     EXPECT_EQ(shown(port.give_up_text()), "OK");
     answer("AT+CMGS=5");
     EXPECT_EQ(shown(port.run_text("0001000B912120550501F0000005E8329BFD06")), "+CMS ERROR: 304");
-    EXPECT_EQ(answer("AT+CMGF=1"), "+CMS ERROR: 303");
+}
+
+TEST_F(AtMessages, AsText)
+{
+    register_modem();
+    run("sms inject Bank 5 € are due");
+    const std::pair<const char *, const char *> rows[] = {
+        {"AT+CMGF=?", "+CMGF: (0,1)|OK"},
+        {"AT+CMGF=1;+CMGF?", "+CMGF: 1|OK"},
+        {"AT+CMGL=?", R"(+CMGL: ("REC UNREAD","REC READ","STO UNSENT","STO SENT","ALL")|OK)"},
+        {"AT+CMGR=1",
+         R"(+CMGR: "REC READ","Test Network",,"24/03/01,08:00:05+04"|Welcome to Test Network. Your number is +12025550100.|OK)"},
+        {"AT+CMGR=4", R"(+CMGR: "REC UNREAD","Bank",,"24/03/06,12:00:00+04"|5 ? are due|OK)"},
+        {"AT+CMGL=\"UNREAD\"", "+CMS ERROR: 303"},
+        {"AT+CMGS", "ERROR"},
+        {"AT+CMGS=", "+CMS ERROR: 305"},
+        {"AT+CMGS=\"+12025550100\"", "> "},
+    };
+    for (const auto &[line, expected] : rows)
+        EXPECT_EQ(answer(line), expected) << line;
+    EXPECT_EQ(shown(port.run_text("To myself\nin two lines")), "+CMGS: 0|OK");
+    EXPECT_EQ(answer("AT+CMGR=7"),
+              "+CMGR: \"REC UNREAD\",\"+12025550100\",,\"24/03/06,12:00:00+04\""
+              "|To myself|in two lines|OK");
+    const std::string in_ucs2 = answer("AT+CSCS=\"UCS2\";+CMGR=4");
+    EXPECT_NE(in_ucs2.find("|0035002020AC0020"), std::string::npos) << in_ucs2;
+    EXPECT_EQ(answer("AT+CMGL=\"REC UNREAD\"").substr(0, 8), "+CMGL: 3");
+    EXPECT_EQ(answer("AT+CMGL"), "OK"); // all are read now
 }
 
 } // namespace
