@@ -63,12 +63,12 @@ Action parse_signal(Modem &modem, Words &words)
 Action parse_coverage(Modem &modem, Words &words)
 {
     const std::string name =
-        words.take_one_of("the coverage", {"full", "none", "lte", "umts", "gsm"});
-    const Coverage coverage = name == "full"   ? Coverage::full
-                              : name == "none" ? Coverage::none
-                              : name == "lte"  ? Coverage::lte_only
-                              : name == "umts" ? Coverage::umts_only
-                                               : Coverage::gsm_only;
+        words.take_one_of("the coverage", {"full", "none", "eutran", "utran", "gsm"});
+    const Coverage coverage = name == "full"     ? Coverage::full
+                              : name == "none"   ? Coverage::none
+                              : name == "eutran" ? Coverage::eutran_only
+                              : name == "utran"  ? Coverage::utran_only
+                                                 : Coverage::gsm_only;
     return [&modem, coverage] {
         modem.happen([&](ModemState &state, Time) { state.network.set_coverage(coverage); });
     };
@@ -136,7 +136,7 @@ scenario::Commands network_commands(Modem &modem)
     // clang-format off
     return {
         {"signal",   "[rsrp=DBM] [rsrq=DB] [rssi=DBM] [sinr=DB] | auto", "fix these values; auto lets all drift", bind(parse_signal)},
-        {"coverage", "full|none|lte|umts|gsm", "leave only cells of this technology in reach, or none", bind(parse_coverage)},
+        {"coverage", "full|none|eutran|utran|gsm", "leave only cells of this technology in reach, or none", bind(parse_coverage)},
         {"deny",     "CAUSE",                  "have every network refuse the registration",     bind(parse_deny)},
         {"allow",    "",                       "have the networks accept it again",              bind(parse_allow)},
         {"roam",     "PLMN",                   "leave only this network in reach",               bind(parse_roam)},

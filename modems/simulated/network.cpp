@@ -55,9 +55,9 @@ bool Network::in_reach(const Cell &cell) const
     switch (coverage_) {
     case Coverage::none:
         return false;
-    case Coverage::lte_only:
+    case Coverage::eutran_only:
         return cell.technology == eutran;
-    case Coverage::umts_only:
+    case Coverage::utran_only:
         return cell.technology == utran;
     case Coverage::gsm_only:
         return cell.technology == gsm;

@@ -41,7 +41,7 @@ using scenario::Time;
 using scenario::TimeScale;
 
 // Of which technologies there are cells in reach.
-enum class Coverage { full, none, lte_only, umts_only, gsm_only };
+enum class Coverage { full, none, eutran_only, utran_only, gsm_only };
 
 class Network
 {

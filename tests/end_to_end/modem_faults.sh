@@ -76,7 +76,7 @@ within 10 network_has 'registration: registered (roaming)'
 within 10 network_has 'operator code: 00102'
 exits 0 cmif-sim ctl home
 within 10 network_has 'operator code: 00101'
-exits 0 cmif-sim ctl coverage umts
+exits 0 cmif-sim ctl coverage utran
 within 10 network_has 'technology: UTRAN'
 exits 0 cmif-sim ctl coverage full
 within 10 network_has 'technology: E-UTRAN'

@@ -201,7 +201,7 @@ TEST_F(AtCommands, AreAnsweredWhenTheNetworkIsThere)
 TEST_F(AtCommands, SearchForOperators)
 {
     register_modem();
-    run("coverage lte");
+    run("coverage eutran");
     EXPECT_EQ(answer_in_time("AT+COPS=?"),
               "+COPS: (2,\"Test Network\",\"Test\",\"00101\",7),"
               "(1,\"Second Test Network\",\"Second\",\"00102\",7),"

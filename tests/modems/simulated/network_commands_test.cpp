@@ -74,7 +74,7 @@ TEST_F(NetworkCommands, CoverageGoesAndComesBack)
 
 TEST_F(NetworkCommands, CoverageMayBeOfOneTechnology)
 {
-    run("coverage umts");
+    run("coverage utran");
     clock.advance(3s);
     EXPECT_EQ(status().technology, Technology::utran);
     EXPECT_EQ(status().operator_long, "Test Network");
@@ -82,11 +82,11 @@ TEST_F(NetworkCommands, CoverageMayBeOfOneTechnology)
     clock.advance(3s);
     EXPECT_EQ(status().technology, Technology::gsm);
     EXPECT_EQ(status().registration, Registration::roaming);
-    run("coverage lte");
+    run("coverage eutran");
     clock.advance(3s);
     EXPECT_EQ(status().technology, Technology::eutran);
     EXPECT_EQ(error("coverage poor"),
-              "10: the coverage is one of: full, none, lte, umts, gsm, not 'poor'");
+              "10: the coverage is one of: full, none, eutran, utran, gsm, not 'poor'");
 }
 
 TEST_F(NetworkCommands, ASearchWithoutCoverageFindsNothing)
