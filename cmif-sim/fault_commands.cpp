@@ -108,8 +108,8 @@ int take_value(const FaultKind &kind, Words &words, int max)
 void take_when(Fault &fault, Words &words)
 {
     constexpr int max_times = 1'000'000;
-    const bool waits = fault.kind->stage == FaultStage::reply || fault.code ||
-                       words.next_is("next") || words.next_is("always");
+    const bool waits = fault.kind->stage == FaultStage::reply || fault.kind->name == "ignore" ||
+                       fault.code || words.next_is("next") || words.next_is("always");
     fault.times = fault.kind->stage != FaultStage::once && waits ? 1 : 0;
     if (fault.kind->stage == FaultStage::once)
         return;

@@ -23,7 +23,7 @@ struct Reply {
 
 enum class FaultStage {
     reply,   // the request is carried out, its reply goes wrong
-    request, // when a request is taken; without a code or a number of requests: at once
+    request, // when a request is taken; a freeze or an end without a code or a number: at once
     once,    // at once, or after an event
 };
 

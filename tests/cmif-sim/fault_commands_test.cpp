@@ -56,6 +56,7 @@ TEST_F(FaultCommand, IsReadWhole)
         {"fault at drop after request 12 always", "drop after request 12 always"},
         {"fault at die after searching", "die after searching"},
         {"fault at die next", "die next 1"},
+        {"fault at ignore", "ignore next 1"},
         {"fault at 12 die", "12 die next 1"},
         {"fault at 24 freeze next 2", "24 freeze next 2"},
         {"fault at 12 stale 3 after sms", "12 stale 3 after sms"},
