@@ -7,6 +7,8 @@
 #include <cerrno>
 #include <ctime>
 #include <fcntl.h>
+#include <filesystem>
+#include <stdexcept>
 #include <sys/file.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
@@ -57,6 +59,9 @@ int create_file(const std::string &file, const std::string &head)
 {
     const int created =
         open(file.c_str(), O_RDWR | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, S_IRUSR | S_IWUSR);
+    if (created == -1 && errno == EISDIR)
+        throw std::runtime_error(file + " is a directory: name the file to write in it, " +
+                                 (std::filesystem::path(file) / "trouble.jsonl").string());
     if (created != -1 && write(created, head.data(), head.size()) == ssize_t(head.size()))
         return created;
     const int reason = errno;

@@ -136,6 +136,9 @@ TEST(Program, ReportsWhatItCannotDo)
     const Outcome unwritten = shell("$R /no/such/file -- true");
     EXPECT_EQ(unwritten.status, 1);
     EXPECT_EQ(unwritten.errors, "cmif-record: /no/such/file: No such file or directory\n");
+    EXPECT_EQ(shell("$R /tmp -- $D").errors,
+              "cmif-record: /tmp is a directory: name the file to write in it, "
+              "/tmp/trouble.jsonl\n");
     const Outcome full = shell("$R /dev/full -- true");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.errors, "cmif-record: /dev/full: No space left on device\n");
