@@ -20,10 +20,13 @@ int index_of(const std::string &interface)
 
 void Addresses::apply(const IpSettings &settings)
 {
-    if (settings == set_ || (settings.addresses.empty() && set_.addresses.empty()))
+    if (settings == set_)
         return;
     take_away();
     set_ = settings;
+    if (!set_.client.empty())
+        warnx("the network gives %s its address by another way: run %s on it",
+              set_.interface.c_str(), set_.client.c_str());
     try {
         set();
     } catch (const std::system_error &error) {

@@ -16,15 +16,15 @@ public:
     Addresses &operator=(const Addresses &) = delete;
 
     // Sets the addresses, a default route for each, and the MTU, and brings the interface up; what
-    // was set before goes. A line on standard error when that fails. Nothing happens when the
-    // settings are those of the last time.
+    // was set before goes. A line on standard error when that fails, or when a client is needed.
+    // Nothing happens when the settings are those of the last time.
     void apply(const IpSettings &settings);
 
 private:
     void set() const;
     void take_away();
 
-    IpSettings set_; // without addresses when nothing is set
+    IpSettings set_;
 };
 
 } // namespace modem_manager

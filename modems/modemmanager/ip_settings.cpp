@@ -19,13 +19,21 @@ void add(IpSettings &settings, int family, const Dictionary &values)
         settings.mtu = static_cast<unsigned>(*mtu);
 }
 
+const char *client_of(const Dictionary &values)
+{
+    const auto method = find(values, "method").number();
+    return method == ip_method::dhcp ? "a DHCP client" : method == ip_method::ppp ? "pppd" : "";
+}
+
 } // namespace
 
 IpSettings ip_settings_of(const View &view)
 {
     IpSettings settings;
     settings.interface = view.of_bearer("Interface").text();
-    add(settings, AF_INET, view.of_bearer("Ip4Config").dictionary());
+    const Dictionary ipv4 = view.of_bearer("Ip4Config").dictionary();
+    settings.client = client_of(ipv4);
+    add(settings, AF_INET, ipv4);
     add(settings, AF_INET6, view.of_bearer("Ip6Config").dictionary());
     return settings;
 }

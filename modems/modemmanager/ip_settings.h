@@ -19,12 +19,13 @@ struct IpSettings {
     std::string interface;
     std::vector<IpAddress> addresses;
     std::optional<unsigned> mtu;
+    std::string client{}; // that gets the IPv4 address, and that only others can run; "" for none
 
     bool operator==(const IpSettings &) const = default;
 };
 
-// Those of the connected bearer that are to be set by hand. Without an address when there is no
-// such bearer, or when DHCP or PPP gives it one.
+// Those of the connected bearer. Without an address when there is no such bearer, or when a client
+// gets it.
 IpSettings ip_settings_of(const View &view);
 
 } // namespace modem_manager

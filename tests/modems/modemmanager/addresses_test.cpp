@@ -1,5 +1,6 @@
 // Addresses of a connection on its interface, in a network namespace of the test's own.
 #include "modem_fixture.h"
+#include "tests/support/redirect.h"
 
 #include <arpa/inet.h>
 #include <cstring>
@@ -130,6 +131,41 @@ TEST_F(AddressesTest, FollowTheConnection)
     EXPECT_TRUE(stand_in::eventually([] { return has_route("192.0.2.1"); }));
     manager->remove(stand_in::modem_path);
     EXPECT_TRUE(stand_in::eventually([] { return !has_address("192.0.2.10"); }));
+}
+
+// By DHCP and PPP a program of its own gets the address: which one is said, once.
+TEST_F(AddressesTest, EachKindOfBearer)
+{
+    const struct {
+        const char *bearer, *ipv6, *errors;
+    } rows[] = {
+        {"'Interface': <'lo'>, 'Ip4Config': <{'method': <uint32 3>}>", "",
+         "the network gives lo its address by another way: run a DHCP client on it\n"},
+        {"'Interface': <'ttyUSB0'>, 'Ip4Config': <{'method': <uint32 1>}>", "",
+         "the network gives ttyUSB0 its address by another way: run pppd on it\n"},
+        {"'Interface': <'lo'>, 'Ip6Config': <{'method': <uint32 2>, 'address': <'2001:db8::10'>,"
+         " 'prefix': <uint32 64>}>",
+         "2001:db8::10", ""},
+        {"'Interface': <'lo'>, 'Ip6Config': <{'method': <uint32 3>}>", "", ""},
+    };
+    add_registered();
+    modem_manager::Options options;
+    options.apply_address = true;
+    for (const auto &row : rows) {
+        const Redirect errors(STDERR_FILENO);
+        raise_bearer("internet.example", row.bearer);
+        start(options);
+        EXPECT_TRUE(comes(daemons::ConnectionState::connected)) << row.bearer;
+        EXPECT_EQ(status().ipv4_address, "");
+        EXPECT_EQ(status().ipv6_address, row.ipv6);
+        EXPECT_TRUE(stand_in::eventually([&] { return errors.bytes().ends_with(row.errors); }))
+            << errors.bytes();
+        EXPECT_TRUE(stand_in::eventually([&] { return !*row.ipv6 || has_address(row.ipv6); }));
+        modem.reset();
+        EXPECT_EQ(errors.bytes().empty(), !*row.errors) << errors.bytes();
+        EXPECT_FALSE(has_address("2001:db8::10"));
+        drop_bearer();
+    }
 }
 
 TEST_F(AddressesTest, AreLeftToOthersUnlessAskedFor)

@@ -66,16 +66,17 @@ protected:
         return "/org/freedesktop/ModemManager1/Bearer/" + std::to_string(bearers);
     }
     // A bearer, as a connection makes it.
-    void raise_bearer(const std::string &apn)
+    static constexpr const char *static_ipv4 =
+        "'Interface': <'wwan0'>,"
+        " 'Ip4Config': <{'method': <uint32 2>, 'address': <'192.0.2.10'>,"
+        " 'prefix': <uint32 24>, 'gateway': <'192.0.2.1'>}>";
+    void raise_bearer(const std::string &apn, const std::string &addresses = static_ipv4)
     {
         ++bearers;
         const std::string path = bearer_path();
         manager->add(path, "Bearer",
-                     "{'Connected': <true>, 'Interface': <'wwan0'>,"
-                     " 'Ip4Config': <{'method': <uint32 2>, 'address': <'192.0.2.10'>,"
-                     " 'prefix': <uint32 24>, 'gateway': <'192.0.2.1'>}>,"
-                     " 'Properties': <{'apn': <'" +
-                         apn + "'>, 'ip-type': <uint32 4>}>}");
+                     "{'Connected': <true>, " + addresses + ", 'Properties': <{'apn': <'" + apn +
+                         "'>, 'ip-type': <uint32 4>}>}");
         manager->set(stand_in::modem_path, "Modem",
                      "{'State': <11>, 'Bearers': <[objectpath '" + path + "']>}");
     }
