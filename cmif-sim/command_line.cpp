@@ -1,10 +1,12 @@
 #include "command_line.h"
 
+#include "boxes.h"
 #include "cli/about.h"
 #include "cli/option_error.h"
 #include "cmif-record/start.h"
 #include "scenario/script.h"
 #include "simulation.h"
+#include "usb.h"
 
 #include <charconv>
 #include <limits>
@@ -18,14 +20,25 @@ using cli::Argument;
 using enum cli::Argument::Kind;
 using enum cli::Access;
 
-// What may follow these words of a command.
+std::vector<cli::Candidate> known_boxes()
+{
+    std::vector<cli::Candidate> known;
+    for (const pid_t box : find_boxes())
+        known.push_back({std::to_string(box), "a running router"});
+    return known;
+}
+
+// What may follow these words of a command, of a router or of a modem: which of them runs is not
+// looked at.
 std::vector<cli::Candidate> known_commands(const std::vector<std::string> &before)
 {
     std::string line;
     for (const std::string &word : before)
         line += word + " ";
+    ServerOptions everything;
+    everything.further_commands = usb_options({}).further_commands;
     std::vector<cli::Candidate> known;
-    for (const scenario::Words::Offer &offer : what_may_follow(line))
+    for (const scenario::Words::Offer &offer : what_may_follow(line, everything))
         known.push_back({offer.text, offer.description});
     return known;
 }
@@ -55,7 +68,7 @@ constexpr Argument no_both {flag,   "no-daemons", "",    "run the modem and the 
 constexpr Argument script  {option, "scenario", "FILE",  "commands, with the moments when they are carried out"};
 constexpr Argument clock_  {option, "clock",    "CLOCK", "what time the simulation runs by", clocks};
 constexpr Argument state   {option, "state",    "STATE", "bring the modem there before the start", states};
-constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)"};
+constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)", {}, false, '\0', false, known_boxes};
 constexpr Argument json    {flag,   "json",    "",       "as a JSON document, for programs"};
 constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true, nullptr, known_commands};
 constexpr Argument record  {option, "record",  "FILE",   "write what the daemons exchange and set, one line of JSON each"};
@@ -89,7 +102,7 @@ constexpr const char *enter_details =
     "The program has the message queues, processes, /tmp, /data and store of that router, and ends with it.";
 constexpr const char *at_modem_details =
     "Prints the names of its two ports, pseudo-terminals, one on each line, and serves them until stopped by SIGTERM or SIGINT. "
-    "They speak the AT commands of 3GPP TS 27.007 and 27.005, messages as PDUs.";
+    "They speak the AT commands of 3GPP TS 27.007 and 27.005, messages as PDUs or text.";
 constexpr const char *usb_details =
     "This computer's ModemManager runs in the box, on a D-Bus of its own, and finds a USB modem with two AT ports and a network interface; a third AT port, /dev/ttyACM2, is left to other programs. "
     "The program starts when ModemManager shows the modem. It has its own network, in which 192.0.2.1 answers while there is a connection, and what a program of run has. "

@@ -154,12 +154,12 @@ void check_scenario(const ServerOptions &options)
                  scenario_commands(modem, at, qmi, options));
 }
 
-std::vector<Words::Offer> what_may_follow(const std::string &line)
+std::vector<Words::Offer> what_may_follow(const std::string &line, const ServerOptions &options)
 {
     ManualClock clock;
     simulated::Modem modem(clock, 1);
     Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
-    Commands commands = scenario_commands(modem, at, qmi, {});
+    Commands commands = scenario_commands(modem, at, qmi, options);
     commands.push_back(advance_command(clock));
     Words words(line);
     try {

@@ -58,7 +58,8 @@ private:
 void check_scenario(const ServerOptions &options);
 
 // For completion: the words that may follow such a beginning of a command.
-std::vector<scenario::Words::Offer> what_may_follow(const std::string &line);
+std::vector<scenario::Words::Offer> what_may_follow(const std::string &line,
+                                                    const ServerOptions &options);
 
 } // namespace cmif_sim
 

@@ -26,6 +26,14 @@ writes_nothing
 exits 0 cmif-sim status
 prints 'fault    at 12 ret 13 next 1'
 
+# What may follow is known: routers, and the commands of modems too.
+exits 0 cmif-sim complete -- ctl --box ''
+prints "$(printf '%s\ta running router' $first)"
+exits 0 cmif-sim complete -- ctl usb ''
+prints "$(printf 'unplug\t')"
+exits 0 cmif-sim complete -- ctl answer l
+prints "$(printf 'lose\t')"
+
 # Inside: its queues, its store, its only router.
 exits 7 cmif-sim enter -- sh -c 'cmif-sim status; exit 7'
 prints 'fault    at 12 ret 13 next 1'
