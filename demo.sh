@@ -1,6 +1,6 @@
 #!/bin/sh
 # Installs what the demo needs, builds, and shows the library at work: store, simulated modem, both
-# daemons and the command-line tool, in namespaces of their own.
+# daemons and the command-line tool, in namespaces of their own where the kernel allows that.
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh

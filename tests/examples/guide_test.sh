@@ -1,11 +1,12 @@
 #!/bin/sh
 # guide_test.sh SOURCE_DIR BUILD_DIR CC [OPTION...]
 #
-# The guide's C is that of the examples, which compile strictly, and its commands print what it shows.
+# The C of the guide and of README.md is that of the examples, which compile strictly, and the commands
+# print what is shown.
 set -eu
 source=$1 build=$2 cc=$3
 shift 3
-guide=$source/docs/guide.md
+documents="$source/README.md $source/docs/guide.md"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
@@ -16,12 +17,13 @@ fail()
     failed=1
 }
 
+# shellcheck disable=SC2086 # two names
 # blocks LANGUAGE: the lines of these blocks; a line of three dots after each.
 blocks()
 {
     awk -v start="\`\`\`$1" '$0 == start { inside = 1; next }
         /^```$/ && inside { inside = 0; print "..." }
-        inside' "$guide"
+        inside' $documents
 }
 
 blocks c >"$work/c"
@@ -44,7 +46,7 @@ ln -s "$build" "$work/tree/build/release"
 printf '#!/bin/sh\nexec %s "$@" -Wall -Wextra -pedantic -Werror %s\n' "$cc" "$*" >"$work/bin/cc"
 chmod +x "$work/bin/cc"
 
-# One session; the signal's strength changes with time.
+# One session for both; the signal's strength changes with time.
 blocks console | grep -vx '\.\.\.' >"$work/wanted"
 {
     echo 'set -u'
@@ -56,5 +58,5 @@ blocks console | grep -vx '\.\.\.' >"$work/wanted"
 signal='s/-[0-9][0-9]* dBm/-N dBm/;s/\("rssi_dbm": \)-[0-9]*/\1-N/'
 sed -i "$signal" "$work/wanted" "$work/printed"
 grep -qx '\$ .*build/page' "$work/wanted" || fail "no commands"
-diff "$work/wanted" "$work/printed" >&2 || fail "< in the guide, > printed"
+diff "$work/wanted" "$work/printed" >&2 || fail "< in the document, > printed"
 exit "$failed"
