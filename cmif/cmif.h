@@ -419,7 +419,7 @@ int shared_CMIF_get_SyncProfile3(void);
  * A call that records its caller first writes the caller's process name and ID to the trace and to
  * the debug log.
  *
- * Result: 0, or 1 not ready, 2 no queue, 3 not sent, 4 not received.
+ * Result: 0; 1 not ready, 2 no queue, 3 not sent, 4 not received.
  * Blocks: while the request queue is full, then until the daemon answers, without a limit.
  * Threads: any; two callers of one request code may receive each other's reply.
  * Prints: its own steps and outcome, always; those of the exchange, traced; after a failed receive
@@ -443,14 +443,15 @@ const char *get_time(void);
 int shared_CMIF_get_connection_status(int *state);
 
 /* Starts the data connection. Records its caller.
- * Result: 0 started or already connected; 5 no APN is set ("lte_qmi_apn"); else as above.
+ * Result: 0 started or already connected; 5 no APN is set ("lte_qmi_apn"); 1 not ready, 2 no queue,
+ *     3 not sent, 4 not received.
  * Blocks: while a profile is being modified, first in one-second sleeps, each with a line, at most
  *     the sum of "lte_qmi_wait_time_before_restart" and "lte_qmi_wait_time_after_restart" in
  *     seconds (a negative sum has no limit); then as above. */
 int shared_CMIF_start_network_interface(void);
 
 /* Stops the data connection. Records its caller.
- * Result: 0 stopped or already disconnected; else as above.
+ * Result: 0 stopped or already disconnected; 1 not ready, 2 no queue, 3 not sent, 4 not received.
  * Blocks: while a profile is being modified, first in one-second sleeps, each with a line, at most
  *     10; then as above. */
 int shared_CMIF_stop_network_interface(void);
@@ -501,7 +502,7 @@ int shared_CMIF_modify_profile_settings(qmi_profile profile, int from_auto_apn);
  * A call that records its caller first writes the caller's process name and ID to the trace and to
  * the debug log.
  *
- * Result: 0, or 1 not ready, 2 no queue, 3 not sent, 4 not received.
+ * Result: 0; 1 not ready, 2 no queue, 3 not sent, 4 not received.
  * Blocks: while the request queue is full, then until the daemon answers, without a limit.
  * Threads: any; two callers of one request code may receive each other's reply.
  * Prints: its own steps and outcome, always; those of the exchange, traced; after a failed receive

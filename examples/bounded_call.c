@@ -103,7 +103,7 @@ enum outcome request_within(int seconds, struct request *request)
     int lock;
 
     snprintf(path, sizeof path, "/tmp/cmif-request-%d.lock", request->code);
-    lock = open(path, O_RDWR | O_CREAT | O_CLOEXEC, 0600);
+    lock = open(path, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (lock == -1)
         return FAILED;
     if (!take_lock(lock, seconds))
