@@ -4,9 +4,9 @@
  * A flat C interface to read the state of the modem, the SIM and the mobile network, and to request
  * changes from two connection-manager daemons. Valid as C99 and as C++.
  *
- * The functions stand in groups, each with a manual page. The head of a group has the results of
- * its functions, and what blocks, which threads may call and what is printed; the comment of a
- * function repeats such a line only where it differs. `name` is a parameter.
+ * The functions are in groups, each with a manual page. The head of a group has the results of its
+ * functions, and what blocks, which threads may call and what is printed; the comment of a function
+ * has such a line only where it differs. A `name` in back quotes is a parameter.
  *
  * Conventions:
  *
@@ -18,8 +18,8 @@
  *     size is enough. An output is written only when the result is 0, unless the function says
  *     otherwise.
  *  3. NULL. "5 for NULL" means that the function checks its pointers before it asks a daemon or
- *     reads a value. In all other functions a NULL text is sent as an empty one, and a NULL array
- *     receives nothing.
+ *     writes an output. In all other functions a NULL text is sent as an empty one, and a NULL
+ *     array receives nothing.
  *  4. Blocking. Getters don't block. An AT request blocks while the request queue is full, and then
  *     until the daemon answers with the same request code. There is no time-out: a failed receive
  *     is repeated at once, forever. A QMI call blocks in the same way, but a failed receive ends
@@ -202,12 +202,11 @@ typedef struct WirelessBroadbandInfo {
     char NewPhoneNumber[20];        /* or more in the caller's own type: copied without a bound */
 } WirelessBroadbandInfo;
 
-/* Fills `info`. Clear the record first: a selection mode or a technology other
- * than those above leaves its field unchanged, and the trace line prints what is there. A value of
- * more than 19 characters runs on into the next fields; it is cut at the end of the record as
- * declared here. Only the phone number is copied whole: where the store may hold one of more than
- * 19 characters, make this record the first member of a larger type, with the room directly after
- * it.
+/* Fills `info`. Clear the record first: a selection mode or a technology other than those above
+ * leaves its field unchanged, and the trace line prints what is there. A value of more than 19
+ * characters runs on into the next fields; it is cut at the end of the record as declared here.
+ * Only the phone number is copied whole: where the store may hold one of more than 19 characters,
+ * make this record the first member of a larger type, with the room directly after it.
  * Result: 0, or 5 for NULL.
  * Blocks: no.
  * Threads: any.
@@ -324,12 +323,12 @@ typedef struct cmif_provider_info {
 } cmif_provider_info;
 
 /* Reads "/tmp/lte_provider_list", which the daemon writes during a search; asks no daemon. `list`
- * needs one record for each parenthesised group of the file, at most 511. The
- * number of records is not returned, and a field that a group lacks is left unchanged: clear the
- * array first, and look for the first record that is still clear. Each group fills a record, ranges
- * such as "(0-4)" too, which set `stat` alone. When a group is shorter than an earlier one, its
- * last field runs on into the earlier one's text, up to the next separator; "()" reads the previous
- * group again. Files are cut at 1023 bytes, groups at 127, numbers at 7 and names at 19.
+ * needs one record for each parenthesised group of the file, at most 511. The number of records is
+ * not returned, and a field that a group lacks is left unchanged: clear the array first, and look
+ * for the first record that is still clear. Each group fills a record, ranges such as "(0-4)" too,
+ * which set "stat" alone. When a group is shorter than an earlier one, its last field runs on into
+ * the earlier one's text, up to the next separator; "()" reads the previous group again. Files are
+ * cut at 1023 bytes, groups at 127, numbers at 7 and names at 19.
  * Result: 0 when the file can be opened, whatever it holds, else 6.
  * Blocks: no.
  * Threads: any.

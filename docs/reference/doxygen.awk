@@ -27,6 +27,7 @@ function function_(name, declaration,    i) {
     print "/** " escaped(text["about"])
     for (i = 1; i <= parameters; ++i) print "@param " parameter[i] " " escaped(about[i])
     print "@return " escaped(text["Result"])
+    print "@sa @ref " page " for the group, @ref index for the conventions"
     for (i = 2; i <= labels; ++i) print "@par " label[i] "\n" escaped(capital(text[label[i]]))
     print "*/"
     sub(/ CMIF_PRINTF_LIKE/, "", declaration)
