@@ -4,10 +4,6 @@
  * A flat C interface to read the state of the modem, the SIM and the mobile network, and to request
  * changes from two connection-manager daemons. Valid as C99 and as C++.
  *
- * The functions are in groups, each with a manual page. The head of a group has the results of its
- * functions, and what blocks, which threads may call and what is printed; the comment of a function
- * has such a line only where it differs. A `name` in back quotes is a parameter.
- *
  * Conventions:
  *
  *  1. Results. Every call but get_time returns an int: 0 for success, or one of `enum cmif_result`.
@@ -39,6 +35,12 @@
  *  7. Store. A getter returns what a daemon stored last. A key that was never stored reads as "".
  *  8. Daemons. The library passes texts and numbers on; their interpretation is up to the daemon.
  *     Where a meaning is given, it is that of the daemons supplied with the library.
+ */
+
+/*
+ * The functions are in groups, each with a manual page. The head of a group has the results of its
+ * functions, and what blocks, which threads may call and what is printed; the comment of a function
+ * has such a line only where it differs. A `name` in back quotes is a parameter.
  */
 #ifndef CMIF_H
 #define CMIF_H
