@@ -36,7 +36,7 @@ static int take_lock(int lock, int seconds)
 /* Takes a record of this code off a queue, without waiting. */
 static int take_record(int key, int code)
 {
-    struct cmif_msg record;
+    struct cmif_msg record; /* a longer one is cut */
     const int queue = msgget(key, 0);
     return queue != -1 &&
            msgrcv(queue, &record, CMIF_AT_PAYLOAD, code, IPC_NOWAIT | MSG_NOERROR) != -1;
@@ -70,7 +70,7 @@ static enum outcome wait_for_child(pid_t child, int answer, int seconds, struct 
             return ANSWERED;
         }
     }
-    if (!take_record(CMIF_AT_REQUEST_KEY, request->code))
+    if (!take_record(request->queue, request->code))
         return PICKED_UP; /* the child waits on, with the lock, and takes the late reply away */
     kill(child, SIGKILL); /* there will be no reply */
     waitpid(child, NULL, 0);
@@ -98,18 +98,20 @@ static enum outcome call_in_child(int seconds, struct request *request)
 
 enum outcome request_within(int seconds, struct request *request)
 {
+    const int replies =
+        request->queue == CMIF_AT_REQUEST_KEY ? CMIF_AT_REPLY_KEY : CMIF_QMI_REPLY_KEY;
     enum outcome outcome;
     char path[64];
     int lock;
 
-    snprintf(path, sizeof path, "/tmp/cmif-request-%d.lock", request->code);
+    snprintf(path, sizeof path, "/tmp/cmif-request-%d-%d.lock", request->queue, request->code);
     lock = open(path, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (lock == -1)
         return FAILED;
     if (!take_lock(lock, seconds))
         outcome = BUSY;
     else {
-        while (take_record(CMIF_AT_REPLY_KEY, request->code)) {} /* of callers that have gone */
+        while (take_record(replies, request->code)) {} /* of callers that have gone */
         outcome = call_in_child(seconds, request);
     }
     close(lock);

@@ -1,12 +1,16 @@
-/* An AT request with a time limit and a lock, for programs that must not hang. Plain C, over
- * cmif.h. */
+/* A request with a time limit, for programs that must not hang; callers of one request, run by the
+ * same user, take turns. Plain C, over cmif.h.
+ *
+ * PICKED_UP leaves a child that waits for the late reply and takes it away, so that no other request
+ * gets it. A program that goes on for long collects the child's end, or ignores SIGCHLD. */
 #ifndef EXAMPLES_BOUNDED_CALL_H
 #define EXAMPLES_BOUNDED_CALL_H
 
 #include <stddef.h>
 
 struct request {
-    int code;                  /* of enum cmif_at_code */
+    int queue;                 /* CMIF_AT_REQUEST_KEY or CMIF_QMI_REQUEST_KEY */
+    int code;                  /* of enum cmif_at_code or cmif_qmi_code */
     int (*call)(void *values); /* calls the library, in a child process */
     void *values;              /* what goes in and comes out: `size` bytes, at most 4000 */
     size_t size;

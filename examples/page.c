@@ -1,5 +1,5 @@
-/* A status page as JSON: what the daemons have published, and the PIN attempts that are left, which
- * only the AT daemon knows. Never takes much longer than its time limit:
+/* A status page as JSON: what the daemons have published, and what only one of them knows, the
+ * state of the SIM and the PIN attempts left. No request takes much longer than its time limit:
  *
  *     cc -std=c99 page.c bounded_call.c -lcmif */
 #include "bounded_call.h"
@@ -34,6 +34,43 @@ static void print_number(const char *text)
         printf("%ld", number);
 }
 
+/* Makes the request, and prints why there is no value. */
+static int fails(struct request *request)
+{
+    static const char *const errors[] = {
+        [WITHDRAWN] = "the daemon did not take the request, which was withdrawn",
+        [PICKED_UP] = "the daemon took the request and has not answered",
+        [BUSY] = "another request is not answered yet",
+        [FAILED] = "no process for the request"};
+    const enum outcome outcome = request_within(LIMIT_SECONDS, request);
+
+    if (outcome != ANSWERED)
+        printf("{\"error\": \"%s\"}", errors[outcome]);
+    else if (request->result != CMIF_OK)
+        printf("{\"error\": \"failed\", \"code\": %d}", request->result);
+    return outcome != ANSWERED || request->result != CMIF_OK;
+}
+
+static int get_sim_status(void *value)
+{
+    return shared_CMIF_get_sim_status(value);
+}
+
+static void print_sim(void)
+{
+    static const char *const states[] = {"absent",     "not ready",      "ready", "PIN needed",
+                                         "PUK needed", "network locked", "bad"};
+    int status;
+    struct request request = {.queue = CMIF_QMI_REQUEST_KEY,
+                              .code = CMIF_QMI_GET_SIM_STATUS,
+                              .call = get_sim_status,
+                              .values = &status,
+                              .size = sizeof status};
+
+    if (!fails(&request))
+        printf("\"%s\"", status >= 0 && status <= 6 ? states[status] : "unknown");
+}
+
 static int get_counters(void *values)
 {
     return shared_CMIF_get_mobilePINPUKC(values);
@@ -41,20 +78,15 @@ static int get_counters(void *values)
 
 static void print_attempts(void)
 {
-    static const char *const errors[] = {
-        "", "the daemon did not take the request, which was withdrawn",
-        "the daemon took the request and has not answered", "another request is not answered yet",
-        "no process for the request"};
     int counters[4];
-    struct request request = {CMIF_AT_GET_PIN_COUNTERS, get_counters, counters, sizeof counters, 0};
-    const enum outcome outcome = request_within(LIMIT_SECONDS, &request);
+    struct request request = {.queue = CMIF_AT_REQUEST_KEY,
+                              .code = CMIF_AT_GET_PIN_COUNTERS,
+                              .call = get_counters,
+                              .values = counters,
+                              .size = sizeof counters};
 
-    if (outcome == ANSWERED && request.result == CMIF_OK)
+    if (!fails(&request))
         printf("{\"pin\": %d, \"puk\": %d}", counters[0], counters[1]);
-    else if (outcome == ANSWERED)
-        printf("{\"error\": \"refused\", \"code\": %d}", request.result);
-    else
-        printf("{\"error\": \"%s\"}", errors[outcome]);
 }
 
 int main(void)
@@ -72,7 +104,9 @@ int main(void)
     print_text(operator_name);
     printf(",\n \"rssi_dbm\": ");
     print_number(rssi);
-    printf(",\n \"registration\": \"%s\",\n \"attempts\": ", registrations[status]);
+    printf(",\n \"registration\": \"%s\",\n \"sim\": ", registrations[status]);
+    print_sim();
+    printf(",\n \"attempts\": ");
     print_attempts();
     printf("}\n");
     return 0;
