@@ -1,8 +1,8 @@
 /* A request with a time limit, for programs that must not hang; callers of one request, run by the
  * same user, take turns. Plain C, over cmif.h.
  *
- * PICKED_UP leaves a child that waits for the late reply and takes it away, so that no other request
- * gets it. A program that goes on for long collects the child's end, or ignores SIGCHLD. */
+ * PICKED_UP leaves a child that waits for the late reply and takes it away, so that no other
+ * request gets it. A program that goes on for long collects the child's end, or ignores SIGCHLD. */
 #ifndef EXAMPLES_BOUNDED_CALL_H
 #define EXAMPLES_BOUNDED_CALL_H
 
