@@ -240,25 +240,28 @@ int shared_CMIF_get_mobilePINPUKC(int counters[4]);
 int shared_CMIF_get_mobileSimPINMode(char *out);
 
 /* Switches the SIM's PIN on and off. The daemon takes `first` as the mode ("1" ask for the PIN, "0"
- * don't) and `second` as the PIN.
+ * don't) and `second` as the PIN, each of at most 29 characters.
  * Result: 5 when either is NULL, else as above. */
 int shared_CMIF_set_mobileSimPINMode(const char *first, const char *second);
 
 /* Sets the network personalization lock. The daemon takes `first` as the facility ("PN"), at most
- * 21 characters, `second` as its mode, `third` as the network and `fourth` as the control key. */
+ * 21 characters, `second` as its mode, `third` as the network and `fourth` as the control key, each
+ * of at most 29. */
 int shared_CMIF_set_NetworkPersonalizationLock(const char *first, const char *second,
                                                const char *third, const char *fourth);
 
-/* Removes the network personalization lock with its control key, `key`. */
+/* Removes the network personalization lock with its control key, `key`: at most 29 characters. */
 int shared_CMIF_set_NetworkPersonalizationUNLock(const char *key);
 
-/* Enters the PIN, `pin`. */
+/* Enters the PIN, `pin`: at most 29 characters. */
 int shared_CMIF_set_EntermobilePIN(const char *pin);
 
-/* Changes the PIN. The daemon takes `first` as the old one and `second` as the new one. */
+/* Changes the PIN. The daemon takes `first` as the old one and `second` as the new one, each of at
+ * most 29 characters. */
 int shared_CMIF_set_ChangemobileSimPIN(const char *first, const char *second);
 
-/* Unblocks the PIN. The daemon takes `first` as the PUK and `second` as the new PIN. */
+/* Unblocks the PIN. The daemon takes `first` as the PUK and `second` as the new PIN, each of at
+ * most 29 characters. */
 int shared_CMIF_set_EntermobilePINPUK(const char *first, const char *second);
 
 /* ------------------------------------------------------------------------------------------------
@@ -338,7 +341,7 @@ typedef struct cmif_provider_info {
 int shared_CMIF_GetNetworkProviderList(cmif_provider_info *list);
 
 /* Registers with one operator. The daemon takes `provider` as its numeric code and `provider2` as
- * the access technology.
+ * the access technology, each of at most 29 characters.
  * Result: 5 when either is NULL, else as above. */
 int shared_CMIF_SetNetworkProvider(const char *provider, const char *provider2);
 

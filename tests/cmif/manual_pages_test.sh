@@ -34,7 +34,7 @@ refused()
         "$work/cmif.h" 2>"$work/message" || fail "$1: accepted"
     grep -qF "$1" "$work/message" || fail "$1: $(cat "$work/message")"
 }
-refused 'set_EntermobilePIN: its comment does not name `pin`' 's/Enters the PIN, `pin`/Enters the PIN/'
+refused 'set_EntermobilePIN: its comment does not name `pin`' 's/Enters the PIN, `pin`:/Enters the PIN:/'
 refused "mutex_init: no 'Result:'" 's|^ \* Result: 0, or -1 when the semaphore.*| */|'
 refused "mobileIMEI: no 'Blocks:'" '/cmif_getters(3)/,/mobileIMEI/s/^ \* Blocks:.*/ */'
 refused 'set_timezone: no description' '/^\/\* Sets the modem.s time zone/d'
