@@ -13,6 +13,8 @@
 #     riscv64    the same on 64-bit RISC-V
 #     musl       the library over musl on 64-bit x86 and on 32-bit ARM: its tests in plain C
 #     packages   the Debian packages, with lintian, used in an empty root; builds in other folders
+#     store      library and cmifctl over a platform's store: nothing of the development store is in them
+#     abi        the library's binary interface against its reference, and changes that this must find
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     mutation   small changes to the library and its store, all of which a test must notice
@@ -93,6 +95,17 @@ run() {
         install debhelper dpkg-dev libglib2.0-dev lintian mmdebstrap pkgconf
         step "build in two folders, and as part of a project" tests/packages/folders
         step "Debian packages" tests/packages/debian
+        ;;
+    store)
+        install $managed jq python3-jsonschema
+        step "build, release" build release -DBUILD_TESTING=OFF
+        step "build over a platform's store" tests/platform/platform_store_build.sh build/store
+        step "run over it" env PATH="$PWD/build/store/bin:$PWD/build/release/bin:$PATH" \
+            build/release/bin/isolate sh tests/end_to_end/platform_store.sh
+        ;;
+    abi)
+        scripts/abi
+        step "changes of the binary interface" tests/cmif/abi_changes.sh build/abi-changes
         ;;
     unplug | manager)
         install $sanitized $managed

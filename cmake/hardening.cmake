@@ -1,5 +1,6 @@
 # What runs on a development machine is built so that an overrun ends the program and does not take
-# it over. The library of a router chooses for itself: cmif/CMakeLists.txt.
+# it over. For the library of a router, that is an option.
+option(CMIF_HARDEN_LIBRARY "Harden the library too, which makes it larger" OFF)
 include(CheckPIESupported)
 check_pie_supported(LANGUAGES CXX)
 
