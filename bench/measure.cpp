@@ -2,115 +2,95 @@
 
 #include <algorithm>
 #include <chrono>
-#include <csignal>
-#include <limits>
-#include <sched.h>
-#include <sys/ptrace.h>
-#include <sys/wait.h>
+#include <cstdio>
+#include <cstdlib>
 #include <unistd.h>
+#include <utility>
 
 namespace bench
 {
 namespace
 {
 
-constexpr int rounds = 100;
+std::FILE *figures = nullptr;
 
-const char *mark(bool good)
+// The quickest of a few counts: an interruption must not make blocks short.
+int calls_of_a_block(const Block &block, double nanoseconds)
 {
-    return good ? "" : "  MISSED";
-}
-
-double nanoseconds(int calls, const Work &work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    for (int call = 0; call < calls; ++call)
-        work();
-    const std::chrono::duration<double, std::nano> spent = std::chrono::steady_clock::now() - start;
-    return spent.count() / calls;
-}
-
-// Lets the child run to its next system call or signal; false once it has ended.
-bool next_stop(int child, int &status)
-{
-    ptrace(PTRACE_SYSCALL, child, nullptr, nullptr);
-    return waitpid(child, &status, 0) == child && !WIFEXITED(status);
-}
-
-// The child stops itself before and after a call of `work`; counts its stops in between.
-int stops(const Work &work)
-{
-    const int child = fork();
-    if (child == 0) {
-        const pid_t self = getpid();
-        ptrace(PTRACE_TRACEME, 0, nullptr, nullptr);
-        work(); // the first call reads its switches
-        kill(self, SIGSTOP);
-        work();
-        kill(self, SIGSTOP);
-        _exit(0);
-    }
-    int status = 0, count = 0;
-    waitpid(child, &status, 0);
-    while (next_stop(child, status) && WSTOPSIG(status) != SIGSTOP)
-        ++count;
-    kill(child, SIGKILL);
-    waitpid(child, &status, 0);
-    return count;
+    int calls = 1;
+    while (std::min({block(calls), block(calls), block(calls)}) < nanoseconds)
+        calls *= 2;
+    return calls;
 }
 
 } // namespace
 
-std::FILE *figures = stdout;
+Pace pace{2001, 2e5};
 
-void stay_on_one_core()
+Block block_of(std::function<void()> work)
 {
-    cpu_set_t core;
-    CPU_ZERO(&core);
-    CPU_SET(0, &core);
-    if (sched_setaffinity(0, sizeof core, &core) != 0)
-        std::perror("sched_setaffinity");
+    return [work = std::move(work)](int calls) {
+        const auto start = std::chrono::steady_clock::now();
+        for (int call = 0; call < calls; ++call)
+            work();
+        const std::chrono::duration<double, std::nano> spent =
+            std::chrono::steady_clock::now() - start;
+        return spent.count();
+    };
 }
 
-bool compare(const char *what, int calls, double bar, const Work &by_hand, const Work &by_library)
+std::vector<Samples> in_turns(const std::vector<Block> &blocks, const Pace &at)
 {
-    double hand = std::numeric_limits<double>::max();
-    double library = hand;
-    for (int round = 0; round < rounds; ++round) {
-        hand = std::min(hand, nanoseconds(calls, by_hand));
-        library = std::min(library, nanoseconds(calls, by_library));
+    std::vector<Samples> all(blocks.size());
+    std::vector<int> calls;
+    for (const Block &block : blocks)
+        calls.push_back(calls_of_a_block(block, at.block));
+    for (int round = 0; round < at.rounds; ++round) {
+        for (std::size_t turn = 0; turn < blocks.size(); ++turn) {
+            const std::size_t i = round % 2 == 0 ? turn : blocks.size() - 1 - turn;
+            all[i].push_back(blocks[i](calls[i]) / calls[i]);
+        }
     }
-    const double ratio = library / hand;
-    const bool good = ratio <= bar;
-    std::fprintf(figures, "%-34s %9.1f ns %9.1f ns   %5.3f  (at most %.2f)%s\n", what, hand,
-                 library, ratio, bar, mark(good));
-    return good;
+    return all;
 }
 
-int system_calls(const Work &work)
+Spread spread(Samples samples)
 {
-    return (stops(work) - stops([] {})) / 2; // at the entry and the exit of each
+    std::sort(samples.begin(), samples.end());
+    const auto at = [&](std::size_t quarter) {
+        return samples[(samples.size() - 1) * quarter / 4];
+    };
+    return {at(1), at(2), at(3)};
 }
 
-bool expect_count(const char *what, int count, int bar)
+Spread exactly(double value)
 {
-    const bool good = count == bar;
-    std::fprintf(figures, "%-34s %d  (exactly %d)%s\n", what, count, bar, mark(good));
-    return good;
+    return {value, value, value};
 }
 
-Daemon::Daemon(const Work &serve) : child_(fork())
+Samples ratios(const Samples &of, const Samples &to)
 {
-    if (child_ != 0)
-        return;
-    serve();
-    _exit(1);
+    Samples all;
+    for (std::size_t i = 0; i < of.size(); ++i)
+        all.push_back(of[i] / to[i]);
+    return all;
 }
 
-Daemon::~Daemon()
+void print_figures_to_stdout()
 {
-    kill(child_, SIGKILL);
-    waitpid(child_, nullptr, 0);
+    figures = fdopen(dup(STDOUT_FILENO), "w");
+    if (figures == nullptr || std::freopen("/dev/null", "w", stdout) == nullptr) {
+        std::perror("cmif-bench: standard output");
+        std::exit(1);
+    }
+}
+
+void figure(const Place &place, const char *unit, const Spread &value, const char *bar)
+{
+    std::fprintf(figures, "%s\t%s\t%s\t%s\t%s\t%.4f\t%.4f\t%.4f\t%s\n", place.table.c_str(),
+                 place.row.c_str(), place.column.c_str(), place.x.c_str(), unit, value.median,
+                 value.low, value.high, bar);
+    std::fflush(figures);
 }
 
 } // namespace bench

@@ -1,47 +1,45 @@
-// Measures the library against the same work written by hand, in turns and on one core.
+// Measures in blocks that take turns, so that what disturbs the machine disturbs all of them alike.
 #ifndef BENCH_MEASURE_H
 #define BENCH_MEASURE_H
 
-#include <cstdio>
 #include <functional>
+#include <string>
+#include <vector>
 
 namespace bench
 {
 
-using Work = std::function<void()>;
-
-extern std::FILE *figures; // not standard output, which the library prints to
-
-// Keeps this process, and those it forks from now on, on one core.
-void stay_on_one_core();
-
-// Nanoseconds per call: both take turns for many rounds of `calls` calls, and the best round of
-// each counts, since a busy machine can only add time. Prints both, their ratio and its bar; true
-// when the ratio is at most that.
-bool compare(const char *what, int calls, double bar, const Work &by_hand, const Work &by_library);
-
-// The system calls that `work` makes from its second call on, counted by tracing a child.
-int system_calls(const Work &work);
-
-// Prints a count and the number it must be; true when they are equal.
-bool expect_count(const char *what, int count, int bar);
-
-// Runs `serve` in a child while this object lives.
-class Daemon
-{
-public:
-    explicit Daemon(const Work &serve);
-    ~Daemon();
-    Daemon(const Daemon &) = delete;
-    Daemon &operator=(const Daemon &) = delete;
-
-private:
-    int child_;
+struct Pace {
+    int rounds;
+    double block; // nanoseconds that a block takes at least
+    Pace scaled(int factor) const { return {rounds / factor + 1, block * factor}; }
 };
+// Blocks are much shorter than a time slice, so that few are interrupted.
+extern Pace pace;
 
-bool getters();
-bool at_request();
-bool qmi_exchange();
+// Makes `calls` calls; the nanoseconds that they took.
+using Block = std::function<double(int calls)>;
+Block block_of(std::function<void()> work);
+
+using Samples = std::vector<double>;
+
+// Nanoseconds per call of each, one sample a round. Every other round takes them in reverse order.
+std::vector<Samples> in_turns(const std::vector<Block> &blocks, const Pace &at = pace);
+
+struct Spread { // the median and the quartiles
+    double low, median, high;
+};
+Spread spread(Samples samples);
+Spread exactly(double value);
+Samples ratios(const Samples &of, const Samples &to);
+
+// Prints a line for bench/report: which table, row, column and point; the value; and the bar that
+// its median is held to, such as "<=1.03". Standard output is the library's, so it goes elsewhere.
+struct Place {
+    std::string table, row, column, x = {};
+};
+void print_figures_to_stdout();
+void figure(const Place &place, const char *unit, const Spread &value, const char *bar = "");
 
 } // namespace bench
 

@@ -1,13 +1,11 @@
+#include "qmi_by_hand.h"
+
 #include "cmif/cmif.h"
-#include "measure.h"
-#include "platform/tarn_nvram_config.h"
+#include "daemon.h"
 
 #include <cstdio>
-#include <cstring>
 #include <ctime>
 #include <fcntl.h>
-#include <string>
-#include <sys/ipc.h>
 #include <sys/msg.h>
 #include <sys/time.h>
 #include <unistd.h>
@@ -16,17 +14,6 @@ namespace bench
 {
 namespace
 {
-
-constexpr int flags = IPC_CREAT | 0666;
-
-void serve()
-{
-    const int requests = msgget(CMIF_QMI_REQUEST_KEY, flags);
-    const int replies = msgget(CMIF_QMI_REPLY_KEY, flags);
-    qmi_msg record{};
-    while (msgrcv(requests, &record, CMIF_QMI_PAYLOAD, 0, 0) != -1)
-        msgsnd(replies, &record, CMIF_QMI_PAYLOAD, 0);
-}
 
 void log_line(const char *line)
 {
@@ -48,8 +35,9 @@ std::size_t read_file(const char *path, char *out, std::size_t size)
     return count < 0 ? 0 : static_cast<std::size_t>(count);
 }
 
-// What shared_CMIF_get_device_rev_id does, with as many log lines of about the same length.
-void by_hand(bool log)
+} // namespace
+
+void qmi_exchange_by_hand(bool log)
 {
     char name[33] = {}, path[32], state[4] = {};
     std::snprintf(path, sizeof path, "/proc/%d/cmdline", getpid());
@@ -62,8 +50,8 @@ void by_hand(bool log)
     record->mtype = CMIF_QMI_GET_DEVICE_REVISION;
     if (log)
         log_line("[cmif_send_to_msgqueue] start...\n");
-    const int requests = msgget(CMIF_QMI_REQUEST_KEY, flags);
-    const int replies = msgget(CMIF_QMI_REPLY_KEY, flags);
+    const int requests = msgget(CMIF_QMI_REQUEST_KEY, queue_flags);
+    const int replies = msgget(CMIF_QMI_REPLY_KEY, queue_flags);
     if (log)
         log_line("[cmif_send_to_msgqueue] key msqID = (0)\n");
     if (log)
@@ -75,27 +63,6 @@ void by_hand(bool log)
     if (log)
         log_line("(1) msgrcv succeeed!\n");
     std::printf("%s msgrcv succeeed!\n", "shared_CMIF_get_device_rev_id");
-}
-
-bool exchange(const char *what, bool log)
-{
-    tarnNvramConfig_set("debug_lte_enable", log ? "1" : "0");
-    shared_debug_lte_mutex_init();
-    static char revision[100];
-    return compare(
-        what, 300, 1.10, [log] { by_hand(log); }, [] { shared_CMIF_get_device_rev_id(revision); });
-}
-
-} // namespace
-
-bool qmi_exchange()
-{
-    std::FILE *marker = std::fopen(CMIF_QMI_READY_FILE, "w");
-    std::fputs("on\n", marker);
-    std::fclose(marker);
-    const Daemon daemon(serve);
-    const bool good = exchange("QMI exchange, log off", false);
-    return exchange("QMI exchange, log on", true) && good;
 }
 
 } // namespace bench

@@ -1,0 +1,49 @@
+#!/bin/sh
+# Measures the library's speed, size and memory, alone and beside what a program could use instead:
+# prints the tables, each bar beside its figure, and draws them. A missed bar is marked, and the
+# exit status is then 1. docs/speed.md says what is measured and how.
+#
+# Leave the machine alone meanwhile. build/bench has the figures (*.tsv), the tables and the plots;
+# bench/publish puts these into the documents.
+set -eu
+cd "$(dirname "$0")"
+. scripts/setup.sh
+
+# shellcheck disable=SC2086 # one word a package
+need $host_packages binutils dbus g++-arm-linux-gnueabihf libdbus-1-dev libglib2.0-dev libmbim-glib-dev libmm-glib-dev \
+    libqmi-glib-dev libqrtr-glib-dev libsystemd-dev pkgconf python3
+
+out=build/bench
+bin=build/release/bin
+status=0
+rm -rf "$out"
+mkdir -p "$out"
+
+build_bench() {
+    configure release -DBUILD_TESTING=OFF
+    cmake --build --preset release --target bench isolate
+    sync "$bin"/* build/release/lib/*.so* # a page that is still to be written counts as dirty memory
+}
+
+load() { cut -d ' ' -f 1 /proc/loadavg; }
+machine() {
+    sed -n 's/^model name.*: //p' /proc/cpuinfo | head -n 1
+    printf '%s %s, %s cores, %s\n' "$(uname -s)" "$(uname -r)" "$(nproc)" "$(c++ --version | head -n 1)"
+}
+
+step "build" build_bench
+echo '== sizes'
+bench/footprint >"$out/size.tsv" || status=1
+echo '== speed and memory, on one core'
+core=$(taskset -cp $$ | sed 's/.*[^0-9]//')
+before=$(load)
+taskset -c "$core" "$bin/isolate" dbus-run-session -- "$bin/cmif-bench" >"$out/speed.tsv" || status=1
+
+{
+    machine
+    printf 'load %s before, %s after\n\n' "$before" "$(load)"
+    bench/report "$out/speed.tsv" "$out/size.tsv" || echo missed >"$out/missed"
+} >"$out/tables.txt"
+cat "$out/tables.txt"
+bench/plot "$out" "$out/speed.tsv" "$out/size.tsv"
+[ ! -e "$out/missed" ] && [ "$status" -eq 0 ]
