@@ -216,7 +216,7 @@ typedef struct WirelessBroadbandInfo {
 int shared_CMIF_GetWirelessBroadbandInfo(WirelessBroadbandInfo *info);
 
 /* ------------------------------------------------------------------------------------------------
- * cmif_sim(3): AT requests, SIM security
+ * cmif_simcard(3): AT requests, SIM security
  *
  * Of every AT request: a lookup creates a queue that doesn't exist. Texts are sent unchanged. Each
  * should fit its field: 29 characters, 21 for a value. A longer one runs on into the following
