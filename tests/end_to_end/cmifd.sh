@@ -86,6 +86,10 @@ if has_usb; then
     within 30 key_is lte_qmi_connection_status 1
     exits 2 ping -c 1 -W 1 192.0.2.1 # there is no way there any more
 
+    # A crash: the modem starts again, and its SIM asks for its PIN.
+    exits 0 cmif-sim ctl modem reset
+    within 60 sim_is 'SIM PIN'
+
     # Unplugged: no modem after the grace. Plugged in: it is there again, and asks for its PIN.
     exits 0 cmif-sim ctl usb unplug
     within 60 sim_is ''
