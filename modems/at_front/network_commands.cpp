@@ -78,13 +78,15 @@ Answer search(Call &call)
     std::string list = "+COPS: ";
     for (const Operator &each : operators(call))
         list += text_of(each) + ",";
-    return line(list + ",(0,1,3,4),(0,1,2)");
+    return line(list + ",(0,1,2,3,4),(0,1,2)");
 }
 
 Answer read_operator(Call &call)
 {
     const daemons::ModemStatus status = call.device.modem().status();
     const int format = call.session.operator_format;
+    if (call.device.look([](const ModemState &state, Time) { return state.network.stays_away(); }))
+        return line("+COPS: 2");
     const std::string mode = status.manual_selection.value_or(false) ? "1" : "0";
     if (!status.technology)
         return line("+COPS: " + mode);
@@ -143,7 +145,10 @@ Answer set_operator(Call &call)
     if (!mode)
         return incorrect;
     if (*mode == 2)
-        return ended(CmeError::not_supported);
+        return ended(call.device.change([](ModemState &state, Time) {
+            state.network.stay_away();
+            return CmeError::ok;
+        }));
     if (call.given.has(1)) {
         const auto format = call.given.number(1, 0, 0, 2);
         if (!format)

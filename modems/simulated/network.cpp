@@ -100,11 +100,18 @@ CmeError Network::select(std::string_view plmn, std::optional<Technology> techno
             continue;
         if (permitted(cell) && !denied_) {
             manual_ = Selection{std::string(plmn), technology};
+            away_ = false;
             return CmeError::ok;
         }
         refusal = CmeError::network_not_allowed;
     }
     return refusal;
+}
+
+void Network::select_automatically()
+{
+    manual_.reset();
+    away_ = false;
 }
 
 bool Network::selectable(const Cell &cell) const
@@ -131,7 +138,7 @@ const Cell *Network::pick_cell() const
 void Network::update(bool service, Time now)
 {
     service_ = service;
-    const Cell *target = service && !denied_ ? pick_cell() : nullptr;
+    const Cell *target = service && !denied_ && !away_ ? pick_cell() : nullptr;
     if (target != target_) {
         target_ = target;
         serving_ = nullptr;
@@ -145,7 +152,7 @@ void Network::reset_settings()
 {
     search_mode_ = SearchMode::any;
     roaming_ = Roaming::automatic;
-    manual_.reset();
+    select_automatically();
     leave();
     last_ = nullptr;
 }
@@ -159,7 +166,7 @@ void Network::leave()
 void Network::register_now(Time now)
 {
     coverage_ = Coverage::full;
-    denied_ = false;
+    denied_ = away_ = false;
     update(true, now);
     if (!target_) {
         place_.clear();
@@ -197,7 +204,7 @@ std::optional<Time> Network::next_deadline() const
 
 Registration Network::registration() const
 {
-    if (!service_)
+    if (!service_ || away_)
         return Registration::none;
     if (serving_)
         return serving_->plmn() == home_ ? Registration::home : Registration::roaming;

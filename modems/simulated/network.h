@@ -61,7 +61,8 @@ public:
 
     // Registers with one operator, on any technology if none is given. A refusal changes nothing.
     CmeError select(std::string_view plmn, std::optional<Technology> technology);
-    void select_automatically() { manual_.reset(); }
+    void select_automatically();
+    void stay_away() { away_ = true; } // from every network, until the next selection
     void set_search_mode(SearchMode mode) { search_mode_ = mode; }
     void set_roaming(Roaming roaming) { roaming_ = roaming; }
 
@@ -74,6 +75,7 @@ public:
     const Cell *last() const { return last_; } // the serving cell, or the last one
     Registration registration() const;
     bool automatic() const { return !manual_; }
+    bool stays_away() const { return away_; }
     bool denied() const { return denied_; }
     SearchMode search_mode() const { return search_mode_; }
     Roaming roaming() const { return roaming_; }
@@ -97,7 +99,7 @@ private:
     std::string_view home_;
     Coverage coverage_ = Coverage::full;
     std::string place_;
-    bool denied_ = false;
+    bool denied_ = false, away_ = false;
     SearchMode search_mode_ = SearchMode::any;
     Roaming roaming_ = Roaming::automatic;
     std::optional<Selection> manual_;

@@ -179,7 +179,6 @@ TEST_F(AtCommands, InANetwork)
         {"AT+CGATT?", "+CGATT: 1|OK"},
         {"AT+CGATT=0;+CEREG?", "+CEREG: 2,0|OK"},
         {"AT+CGATT=1", "OK"},
-        {"AT+COPS=2", "ERROR"},
         {"AT+COPS=1,2,\"99999\"", "ERROR"},
     };
     EXPECT_ANSWERS(rows);
@@ -193,6 +192,14 @@ TEST_F(AtCommands, AreAnsweredWhenTheNetworkIsThere)
     EXPECT_EQ(answer("AT+COPS?"), "+COPS: 1,2,\"00102\",7|OK");
     EXPECT_EQ(answer_in_time("AT+COPS=0"), "OK");
     EXPECT_EQ(answer("AT+COPS?"), "+COPS: 0,2,\"00101\",7|OK");
+    EXPECT_EQ(answer("AT+COPS=2;+COPS?;+CREG?"), "+COPS: 2|+CREG: 0,0|OK");
+    EXPECT_EQ(status().registration, daemons::Registration::none);
+    EXPECT_EQ(answer_in_time("AT+COPS=1,2,\"00102\""), "OK");
+    EXPECT_EQ(answer("AT+COPS=2"), "OK");
+    EXPECT_EQ(answer_in_time("AT+COPS=0"), "OK");
+    EXPECT_EQ(answer("AT+COPS=2"), "OK");
+    run("state registered");
+    EXPECT_EQ(answer("AT+CREG?"), "+CREG: 0,1|OK");
     run("coverage none");
     answer("AT+CMEE=1");
     EXPECT_EQ(answer("AT+COPS=0"), "+CME ERROR: 30");
@@ -205,7 +212,7 @@ TEST_F(AtCommands, SearchForOperators)
     EXPECT_EQ(answer_in_time("AT+COPS=?"),
               "+COPS: (2,\"Test Network\",\"Test\",\"00101\",7),"
               "(1,\"Second Test Network\",\"Second\",\"00102\",7),"
-              "(3,\"Closed Test Network\",\"Closed\",\"00103\",7),,(0,1,3,4),(0,1,2)|OK");
+              "(3,\"Closed Test Network\",\"Closed\",\"00103\",7),,(0,1,2,3,4),(0,1,2)|OK");
 }
 
 TEST_F(AtCommands, ThatTakeLongAreCalledOff)
