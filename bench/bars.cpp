@@ -1,5 +1,6 @@
 #include "cmif/cmif.h"
 #include "daemon.h"
+#include "getters.h"
 #include "measure.h"
 #include "parts.h"
 #include "platform/tarn_nvram_config.h"
@@ -7,7 +8,6 @@
 #include "system_calls.h"
 
 #include <cstdio>
-#include <cstring>
 #include <string>
 
 namespace bench
@@ -17,9 +17,10 @@ namespace
 
 using Work = void (*)();
 
-void compare(const char *row, const char *bar, Work by_hand, Work by_library)
+// Each call of the work does it `times` times.
+void compare(const char *row, const char *bar, Work by_hand, Work by_library, int times = 1)
 {
-    const auto measured = in_turns({block_of(by_hand), block_of(by_library)});
+    const auto measured = in_turns({block_of(by_hand, times), block_of(by_library, times)});
     figure({"bars", row, "by hand"}, "ns", spread(measured[0]));
     figure({"bars", row, "library"}, "ns", spread(measured[1]));
     figure({"bars", row, "ratio"}, "", spread(ratios(measured[1], measured[0])), bar);
@@ -32,14 +33,6 @@ void count_calls(const char *row, const char *bar, Work work)
 
 char out[256];
 
-void get()
-{
-    shared_CMIF_get_mobileIMEI(out);
-}
-void get_by_hand()
-{
-    std::strcpy(out, tarnNvramConfig_get("lte_mobile_imei"));
-}
 void request()
 {
     shared_CMIF_set_timezone();
@@ -86,9 +79,9 @@ void against_by_hand()
 {
     for (int key = 0; key < 100; ++key) // about as many as a router's
         tarnNvramConfig_set(("lte_query_network_value_" + std::to_string(key)).c_str(), "1");
-    tarnNvramConfig_set("lte_mobile_imei", "004401018111111");
-    compare("plain getter", "<=1.10", get_by_hand, get);
-    count_calls("plain getter", "=0", get);
+    set_getter_keys();
+    compare("plain getter", "<=1.10", get_all_by_hand, get_all, getter_count);
+    count_calls("plain getter", "=0", get_all);
     {
         const Daemon daemon(serve_at_requests);
         compare("AT request", "<=1.03", request_by_hand, request);

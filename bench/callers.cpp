@@ -140,7 +140,7 @@ void callers()
     for (const int count : counts)
         for (const Caller caller : {by_hand, by_library})
             blocks.push_back([=](int calls) { return together(count, caller, calls); });
-    const auto measured = in_turns(blocks, pace.scaled(50));
+    const auto measured = in_turns(blocks, {pace.rounds / 40 + 1, pace.block * 5});
     for (std::size_t i = 0; i < std::size(counts); ++i) {
         figure({"callers", "AT request", "by hand", std::to_string(counts[i])}, "ns",
                spread(measured[2 * i]));

@@ -1,5 +1,6 @@
 #include "cmif/cmif.h"
 #include "daemon.h"
+#include "getters.h"
 #include "measure.h"
 #include "parts.h"
 #include "stores.h"
@@ -13,9 +14,9 @@ namespace bench
 namespace
 {
 
-Block reading_from(Store store, void (*work)())
+Block reading_from(Store store, void (*work)(), int times)
 {
-    return [store, block = block_of(work)](int calls) {
+    return [store, block = block_of(work, times)](int calls) {
         use(store);
         return block(calls);
     };
@@ -65,16 +66,24 @@ void foreign_replies()
     }
 }
 
-// On both stores, in turns. With a bar, the ratio of the two is held to it.
-void on_both_stores(const char *table, const char *row, int size, void (*work)(), const char *bar)
+struct Subject {
+    const char *table, *row;
+    void (*work)();
+    int times = 1;        // each call of the work does it so often
+    const char *bar = ""; // of the ratio of the host's store to the one in memory
+};
+
+void on_both_stores(const Subject &subject, int size)
 {
-    const std::string x = std::to_string(size);
-    const auto measured =
-        in_turns({reading_from(Store::memory, work), reading_from(Store::host, work)},
-                 {pace.rounds / 4 + 1, pace.block});
-    figure({table, row, name_of(Store::memory), x}, "ns", spread(measured[0]));
-    figure({table, row, name_of(Store::host), x}, "ns", spread(measured[1]));
-    figure({table, row, "ratio", x}, "", spread(ratios(measured[1], measured[0])), bar);
+    const auto place = [&](const char *column) {
+        return Place{subject.table, subject.row, column, std::to_string(size)};
+    };
+    const auto measured = in_turns({reading_from(Store::memory, subject.work, subject.times),
+                                    reading_from(Store::host, subject.work, subject.times)},
+                                   {pace.rounds / 4 + 1, pace.block});
+    figure(place(name_of(Store::memory)), "ns", spread(measured[0]));
+    figure(place(name_of(Store::host)), "ns", spread(measured[1]));
+    figure(place("ratio"), "", spread(ratios(measured[1], measured[0])), subject.bar);
     use(Store::memory);
 }
 
@@ -105,25 +114,19 @@ void messages()
         while (stored < count)
             store_message(++stored);
         set_in_both("lte_mobile_sms_counts", std::to_string(count));
-        on_both_stores("messages", "list of messages", count, list_messages, "");
+        on_both_stores({"messages", "list of messages", list_messages}, count);
     }
-}
-
-void get()
-{
-    char out[256];
-    shared_CMIF_get_mobileIMEI(out);
 }
 
 void keys()
 {
     empty_both();
-    set_in_both("lte_mobile_imei", "004401018111111");
-    int stored = 1;
+    set_getter_keys();
+    int stored = getter_count;
     for (const int count : {10, 20, 50, 100, 200, 500, 1000, 2000, 5000, 10000}) {
         for (; stored < count; ++stored)
             set_in_both("lte_other_value_" + std::to_string(stored), "1");
-        on_both_stores("keys", "plain getter", count, get, "<=4.00");
+        on_both_stores({"keys", "plain getter", get_all, getter_count, "<=4.00"}, count);
     }
 }
 

@@ -19,7 +19,8 @@ extern Pace pace;
 
 // Makes `calls` calls; the nanoseconds that they took.
 using Block = std::function<double(int calls)>;
-Block block_of(std::function<void()> work);
+// Each call of `work` counts as `times` calls.
+Block block_of(std::function<void()> work, int times = 1);
 
 using Samples = std::vector<double>;
 
