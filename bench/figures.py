@@ -19,6 +19,9 @@ class Figure:
             self.words = f'({words} {number})'
             self.missed = not holds(self.median, float(number))
 
+    def text(self):
+        return text(self.median, self.unit)
+
 
 def read(paths):
     figures = []
