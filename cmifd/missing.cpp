@@ -33,8 +33,7 @@ bool print_what_is_missing(modem_manager::Modem &modem, const std::string &devic
     case Presence::no_modem:
         std::fprintf(stderr,
                      "cmifd: ModemManager has no modem%s%s\n"
-                     "  It is waited for. 'mmcli -L' lists the modems; a new one takes some "
-                     "seconds.\n",
+                     "  'mmcli -L' lists the modems; a new one takes some seconds.\n",
                      device.empty() ? "" : " at ", daemons::printable(device).c_str());
         return false;
     case Presence::found:

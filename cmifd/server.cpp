@@ -23,7 +23,8 @@ int serve_until(const sigset_t &signals, const Options &options)
         print_missing_bus(failure);
         return 1;
     }
-    print_what_is_missing(modem, options.modem.device);
+    if (!print_what_is_missing(modem, options.modem.device))
+        std::fputs("  The daemons serve without a modem until there is one.\n", stderr);
     Publisher publisher(modem);
     StopFlag stop;
     QueueLink at_link(CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY);

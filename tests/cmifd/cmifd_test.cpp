@@ -143,6 +143,11 @@ TEST_F(CmifdTest, TellsWhatIsMissing)
     EXPECT_NE(read(errors_path).find("ModemManager has no modem\n"), std::string::npos);
     EXPECT_EQ(Program(bus.address(), {"--device", "/sys/x", "--probe"}).wait(), 1);
     EXPECT_NE(read(errors_path).find("no modem at /sys/x"), std::string::npos);
+    EXPECT_EQ(read(errors_path).find("serve"), std::string::npos); // a probe has ended
+    Program server(bus.address(), {"--first"});
+    ASSERT_TRUE(is_ready());
+    EXPECT_EQ(server.end(), 0);
+    EXPECT_NE(read(errors_path).find("serve without a modem"), std::string::npos);
     manager.reset();
     EXPECT_EQ(Program(bus.address(), {"--first", "--probe"}).wait(), 1);
     EXPECT_NE(read(errors_path).find("no ModemManager on the bus"), std::string::npos);
