@@ -41,7 +41,7 @@ with_changes() {
     failed=1
 }
 
-cp -R CMakeLists.txt CMakePresets.json cmake cmif platform sandbox "$folder/"
+tar -c --exclude=./build --exclude=./.git . | tar -x -C "$folder"
 cmake --fresh -S "$folder" --preset release -B "$folder/build" -DCMIF_HOST=OFF -DBUILD_TESTING=OFF \
     -DCMAKE_CXX_FLAGS=-g >"$folder/configured.txt"
 # shellcheck disable=SC2016 # sed's last line
