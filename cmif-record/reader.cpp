@@ -140,7 +140,7 @@ std::optional<Event> record_event(const Json &line, bool is_request)
     Event event{is_request ? Event::Type::request : Event::Type::reply};
     event.time = microseconds(line);
     event.channel = choice(line, "channel", {"at", "qmi"}) == "at" ? Channel::at : Channel::qmi;
-    event.code = whole_number(line, "code", -0x7FFFFFFF, 0x7FFFFFFF);
+    event.code = static_cast<long>(whole_number(line, "code", -0x7FFFFFFF, 0x7FFFFFFF));
     const bool received = choice(line, "action", {"received", "sent"}) == "received";
     if (received != is_request)
         return std::nullopt;

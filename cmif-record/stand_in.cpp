@@ -75,7 +75,10 @@ class Choices
 public:
     explicit Choices(std::uint64_t seed) : state_(seed) {}
 
-    char from(std::string_view characters) { return characters[next() % characters.size()]; }
+    char from(std::string_view characters)
+    {
+        return characters[static_cast<std::size_t>(next() % characters.size())];
+    }
     char continuation() { return static_cast<char>(0x80 | (next() & 0x3F)); }
 
 private:
