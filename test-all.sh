@@ -13,7 +13,7 @@
 #     riscv64    the same on 64-bit RISC-V
 #     musl       the library over musl on 64-bit x86 and on 32-bit ARM: its tests in plain C
 #     packages   the Debian packages, with lintian, used in an empty root; builds in other folders
-#     store      library and cmifctl over a platform's store: nothing of the development store is in them
+#     store      library and programs over a platform's store, without the development store; recipes
 #     abi        the library's binary interface against its reference, and changes that this must find
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
@@ -48,6 +48,11 @@ musl() { # musl ARCHITECTURE
 check_sources() {
     build dev # the checks read its precompiled headers
     scripts/tidy build/dev
+}
+
+build_simulator() {
+    configure release -DBUILD_TESTING=OFF
+    cmake --build --preset release --target cmif-sim isolate
 }
 
 build_cmifd() {
@@ -97,11 +102,12 @@ run() {
         step "Debian packages" tests/packages/debian
         ;;
     store)
-        install $managed jq python3-jsonschema
-        step "build, release" build release -DBUILD_TESTING=OFF
+        install $managed jq make python3-jsonschema python3-kconfiglib
+        step "build the simulator" build_simulator
         step "build over a platform's store" tests/platform/platform_store_build.sh build/store
         step "run over it" env PATH="$PWD/build/store/bin:$PWD/build/release/bin:$PATH" \
             build/release/bin/isolate sh tests/end_to_end/platform_store.sh
+        step "recipes" tests/packaging/recipes.sh build/store
         ;;
     abi)
         scripts/abi

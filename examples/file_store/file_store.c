@@ -149,5 +149,7 @@ int tarnNvramConfig_match(const char *key, const char *text)
 
 int tarnNvramConfig_save(void)
 {
-    return replace_locked(FILE_STORE_SAVED, NULL, NULL);
+    const int result = replace_locked(FILE_STORE_SAVED, NULL, NULL);
+    sync(); /* the file's new name, too */
+    return result;
 }

@@ -43,4 +43,20 @@ for file in "$folder"/lib/libcmif.so "$folder"/bin/*; do
 done
 [ ! -e "$folder/bin/cmif-sim" ] || fail "cmif-sim was built"
 if find "$folder" -name 'libtarn_nvram_config*' | grep .; then fail "the development store was built"; fi
+
+# A program finds the installed library, and nothing that is not installed.
+cmake --install "$folder" --prefix "$folder/installed" >"$folder/installed.txt"
+mkdir -p "$folder/consumer"
+cat >"$folder/consumer/CMakeLists.txt" <<END
+cmake_minimum_required(VERSION 3.25)
+project(consumer C)
+find_package(cmif 1.0 REQUIRED)
+add_executable(status $source/examples/status.c)
+target_link_libraries(status cmif::cmif)
+END
+if ! { cmake --fresh -S "$folder/consumer" -B "$folder/consumer" "-DCMAKE_PREFIX_PATH=$folder/installed" \
+    "-DCMAKE_EXE_LINKER_FLAGS=-Wl,-rpath-link,${store%/*}" && cmake --build "$folder/consumer"; } \
+    >"$folder/consumer.txt" 2>&1; then
+    fail "no program can be built with the installed library: $(cat "$folder/consumer.txt")"
+fi
 exit $failed

@@ -1,0 +1,2 @@
+options:
+	@printf '%s\n' $(CMAKE_OPTIONS)
