@@ -2,7 +2,8 @@
  * A configuration store over plain files: the four functions of tarn_nvram_config.h, for a router
  * that has none. The library and cmifctl are built over it with CMIF_STORE_LIBRARY.
  *
- *     cc -shared -fPIC -I platform -Wl,-soname,libfile_store.so.1 -o libfile_store.so file_store.c
+ *     cc -shared -fPIC -Iplatform -Wl,-soname,libfile_store.so.1 -o libfile_store.so \
+ *         examples/file_store/file_store.c
  *
  * A file holds "key=value" texts, each with its NUL, so that a value may be any text; `tr '\0'
  * '\n'` shows it. It is only ever replaced as a whole, by a rename: a reader sees the old file or
