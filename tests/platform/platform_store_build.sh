@@ -3,6 +3,7 @@
 # store with another SONAME, from examples/file_store. Nothing of the development store is in them.
 set -eu
 source=$(cd "$(dirname "$0")/../.." && pwd)
+rm -rf "$1"
 mkdir -p "$1"
 folder=$(cd "$1" && pwd)
 store=$folder/platform/libvendor_config.so soname=libvendor_config.so.7
