@@ -33,7 +33,7 @@ function(install_pkg_config library description component)
     file(RELATIVE_PATH up ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${prefix})
     set(prefix "\${pcfiledir}/${up}")
   endif()
-  string(REGEX REPLACE "/$" "" prefix ${prefix})
+  string(REGEX REPLACE "/$" "" prefix "${prefix}")
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${library}.pc @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${library}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ${component})
