@@ -32,8 +32,15 @@ for _ in 1 2 3 4 5; do exits 0 timeout 30 cmifd --first --probe; done
 grep -q '^model  *TOBY-L210$' "$work/out" || fail 'another model'
 
 port=$(free_port)
-TZ=UTC-2:45 cmifd --first --apply-address --at-port "$port" --verbose 2>"$work/log" &
-daemon=$!
+start_cmifd() {
+    TZ=UTC-2:45 cmifd --first --apply-address --at-port "$port" --verbose 2>>"$work/log" &
+    daemon=$!
+}
+end_cmifd() {
+    kill "$daemon"
+    wait "$daemon" || fail "cmifd ended with $?"
+}
+start_cmifd
 within 30 sim_is 'SIM PIN'
 exits 1 grep -q SendPin "$work/log" # a PIN is never sent by itself
 
@@ -82,6 +89,13 @@ if has_usb; then
     exits 0 cmifctl data start
     key_is lte_ipv4_address 192.0.2.10 || fail 'another address'
     exits 0 ping -c 1 -W 20 192.0.2.1
+
+    # cmifd starts again: the connection stays, its address goes and comes.
+    end_cmifd
+    exits 2 ping -c 1 -W 1 192.0.2.1
+    start_cmifd
+    within 30 key_is lte_qmi_connection_status 3
+    within 30 ping -c 1 -W 1 192.0.2.1
     exits 0 cmif-sim ctl connection drop 27
     within 30 key_is lte_qmi_connection_status 1
     exits 2 ping -c 1 -W 1 192.0.2.1 # there is no way there any more
@@ -115,5 +129,4 @@ within 60 key_is lte_network_reg_status_state 1
 [ "$(grep -c 'Sim.SendPin (\*)' "$work/log")" -eq 5 ] || fail 'a PIN was sent by itself'
 exits 1 grep -qE '9999|1234[^5]' "$work/log"
 
-kill "$daemon"
-wait "$daemon" || fail "cmifd ended with $?"
+end_cmifd

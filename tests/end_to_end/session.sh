@@ -48,6 +48,11 @@ does cmifctl network select 00102
 until_is 00102 network.operator_code network show
 does cmifctl network auto
 until_is 00101 network.operator_code network show
+does cmifctl radio mode eutran
+until_is home network.registration network show
+until_is eutran radio.search_mode radio mode
+does cmifctl radio mode auto
+until_is home network.registration network show
 printf '1234\n4321\n' | does cmifctl sim change-pin -
 does cmifctl sim retries
 does cmifctl radio functionality radio_off
