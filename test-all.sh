@@ -15,6 +15,7 @@
 #     packages   the Debian packages, with lintian, used in an empty root; builds in other folders
 #     store      library and programs over a platform's store, without the development store; recipes
 #     abi        the library's binary interface against its reference, and changes that this must find
+#     threads    cmifd under the thread sanitizer, over a service in ModemManager's place
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     mutation   small changes to the library and its store, all of which a test must notice
@@ -58,6 +59,19 @@ build_simulator() {
 build_cmifd() {
     configure dev
     cmake --build --preset dev --target cmif-sim cmifctl cmifd
+}
+
+# GLib is built without the sanitizer: its own locks are not seen, nor is what it does with memory looked at.
+build_threads() {
+    configure dev
+    cmake --build --preset dev --target isolate
+    configure tsan -DCMIF_HOST=ON "-DCMIF_LAUNCHER=$PWD/build/dev/bin/isolate"
+    cmake --build --preset tsan --target cmifd modem_threads_test at_ports_test cmifd_test \
+        addresses_test at_port_test mm_connection_test mm_events_test mm_sim_test mm_verbs_test
+}
+test_threads() {
+    TSAN_OPTIONS=ignore_noninstrumented_modules=1 ctest --preset tsan -j "$(nproc)" --no-tests=error \
+        -R '^(ModemThreads|AtPort|AtSocket|CmifdTest|AddressesTest|Mm(Connection|Events|Sim|Verbs)Test)'
 }
 
 modem_losses() {
@@ -112,6 +126,11 @@ run() {
     abi)
         scripts/abi
         step "changes of the binary interface" tests/cmif/abi_changes.sh build/abi-changes
+        ;;
+    threads)
+        install $sanitized $managed
+        step "build, thread sanitizer" build_threads
+        step "test, thread sanitizer" test_threads
         ;;
     unplug | manager)
         install $sanitized $managed

@@ -37,7 +37,11 @@ public:
     FakePort &operator=(const FakePort &) = delete;
 
     const std::string &path() const { return path_; }
-    void on(const std::string &command, const std::string &answer) { answers_[command] = answer; }
+    void on(const std::string &command, const std::string &answer)
+    {
+        const std::lock_guard lock(mutex_);
+        answers_[command] = answer;
+    }
     std::vector<std::string> commands() const
     {
         const std::lock_guard lock(mutex_);
@@ -50,6 +54,13 @@ public:
     }
 
 private:
+    std::string answer_to(const std::string &command)
+    {
+        const std::lock_guard lock(mutex_);
+        commands_.push_back(command);
+        const auto answer = answers_.find(command);
+        return answer == answers_.end() ? "\r\nOK\r\n" : answer->second;
+    }
     void run()
     {
         std::string command;
@@ -62,12 +73,7 @@ private:
                 command += byte;
                 continue;
             }
-            {
-                const std::lock_guard lock(mutex_);
-                commands_.push_back(command);
-            }
-            const auto answer = answers_.find(command);
-            const std::string text = answer == answers_.end() ? "\r\nOK\r\n" : answer->second;
+            const std::string text = answer_to(command);
             EXPECT_EQ(write(master_, text.data(), text.size()), static_cast<ssize_t>(text.size()));
             command.clear();
         }
@@ -75,8 +81,8 @@ private:
 
     int master_, kept_ = -1;
     std::string path_;
+    mutable std::mutex mutex_; // of the two below
     std::map<std::string, std::string> answers_;
-    mutable std::mutex mutex_;
     std::vector<std::string> commands_;
     std::atomic<bool> ended_ = false;
     std::thread thread_;
