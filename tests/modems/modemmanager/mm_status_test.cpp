@@ -1,5 +1,4 @@
 // From ModemManager's properties to what the daemons publish.
-#include "modems/modemmanager/band.h"
 #include "modems/modemmanager/message_time.h"
 #include "modems/modemmanager/status.h"
 #include "stand_in.h"
@@ -212,25 +211,6 @@ TEST(MmStatus, TheProfileToRegisterWith)
     EXPECT_EQ(status.pdp_type, daemons::PdpType::ipv4v6);
     EXPECT_EQ(status.connection, daemons::ConnectionState::disconnected);
     EXPECT_EQ(status.uptime, 0);
-}
-
-TEST(MmBands, ByTheirChannels)
-{
-    EXPECT_EQ(lte_cell(1300).band, "LTE BAND 3");
-    EXPECT_EQ(lte_cell(1300).channel, "1300");
-    EXPECT_EQ(lte_cell(6300).band, "LTE BAND 20");
-    EXPECT_EQ(lte_cell(6300).duplex, "FDD");
-    EXPECT_EQ(lte_cell(38000).band, "LTE BAND 38");
-    EXPECT_EQ(lte_cell(38000).duplex, "TDD");
-    EXPECT_EQ(lte_cell(66436).band, "LTE BAND 66");
-    EXPECT_EQ(lte_cell(60000).band, "");
-    EXPECT_EQ(lte_cell(60000).duplex, "");
-    EXPECT_EQ(lte_cell(std::nullopt).channel, "");
-    EXPECT_EQ(umts_cell(10700).band, "WCDMA 2100");
-    EXPECT_EQ(umts_cell(2963).band, "WCDMA 900");
-    EXPECT_EQ(gsm_cell(62).band, "GSM 900");
-    EXPECT_EQ(gsm_cell(700).band, ""); // 1800 or 1900
-    EXPECT_EQ(gsm_cell(700).channel, "700");
 }
 
 TEST(MmMessageTimes, AsAtCommandsShowThem)

@@ -179,6 +179,9 @@ TEST_F(MmVerbsTest, ProfilesOfTheModem)
               CmeError::incorrect_parameters);
     EXPECT_EQ(modem->set_profile(3, {PdpType::ppp, "some.example"}), CmeError::not_supported);
     EXPECT_EQ(modem->set_profile(3, {PdpType::ipv4v6, "some.example"}), CmeError::ok);
+    EXPECT_TRUE(made("ProfileManager.Set ({'profile-id': <3>, 'apn': <'some.example'>, 'ip-type': "
+                     "<uint32 4>},)"))
+        << testing::PrintToString(manager->calls());
     EXPECT_EQ(status().pdp_apn, "some.example");
     EXPECT_EQ(status().pdp_type, PdpType::ipv4v6);
     EXPECT_EQ(modem->synchronize_profile(), CmeError::ok);
