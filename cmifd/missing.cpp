@@ -20,10 +20,11 @@ bool print_what_is_missing(modem_manager::Modem &modem, const std::string &devic
     using modem_manager::Presence;
     switch (modem.presence()) {
     case Presence::no_permission:
-        std::fputs("cmifd: ModemManager refuses this user\n"
-                   "  Run as root, or install the D-Bus policy and the polkit rule for the user of "
-                   "cmifd.\n",
-                   stderr);
+        std::fputs(
+            "cmifd: ModemManager refuses this user\n"
+            "  Run as root, or put cmifd.conf into /etc/dbus-1/system.d and cmifd.rules into "
+            "/etc/polkit-1/rules.d.\n",
+            stderr);
         return false;
     case Presence::no_manager:
         std::fputs("cmifd: no ModemManager on the bus\n"

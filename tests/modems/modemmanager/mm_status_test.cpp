@@ -1,4 +1,5 @@
 // From ModemManager's properties to what the daemons publish.
+#include "modems/modemmanager/abilities.h"
 #include "modems/modemmanager/message_time.h"
 #include "modems/modemmanager/status.h"
 #include "stand_in.h"
@@ -211,6 +212,19 @@ TEST(MmStatus, TheProfileToRegisterWith)
     EXPECT_EQ(status.pdp_type, daemons::PdpType::ipv4v6);
     EXPECT_EQ(status.connection, daemons::ConnectionState::disconnected);
     EXPECT_EQ(status.uptime, 0);
+}
+
+TEST(MmAbilities, AreToldForEachRequest)
+{
+    std::string at, qmi;
+    for (const Ability &each : abilities_of(View({}, ""), false)) {
+        EXPECT_NE(std::string(each.request), "");
+        const bool is_at = each.channel == std::string("AT");
+        EXPECT_TRUE(is_at || each.channel == std::string("QMI")) << each.channel;
+        (is_at ? at : qmi) += std::to_string(each.code) + " ";
+    }
+    EXPECT_EQ(at, "1 2 3 4 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27 ");
+    EXPECT_EQ(qmi, "1 3 4 5 6 8 9 ");
 }
 
 TEST(MmMessageTimes, AsAtCommandsShowThem)

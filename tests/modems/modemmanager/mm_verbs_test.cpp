@@ -204,6 +204,20 @@ TEST_F(MmVerbsTest, WhatTheModemHasNot)
     EXPECT_EQ(modem->unlock_network("11\"33"), CmeError::incorrect_parameters);
 }
 
+TEST_F(MmVerbsTest, ResetAndDeviceManagement)
+{
+    start_registered();
+    manager->add(stand_in::modem_path, "Oma", "{}");
+    EXPECT_TRUE(stand_in::eventually(
+        [&] { return modem->start_device_management() == CmeError::ok; })); // once it is known
+    EXPECT_TRUE(made("Oma.Setup (1,)"));
+    EXPECT_TRUE(made("Oma.StartClientInitiatedSession (10,)"));
+    EXPECT_EQ(modem->set_roaming(daemons::Roaming::off), CmeError::ok);
+    EXPECT_EQ(modem->factory_reset(), CmeError::ok);
+    EXPECT_TRUE(made("Modem.FactoryReset ('000000',)"));
+    EXPECT_EQ(status().roaming, daemons::Roaming::automatic); // what was set has gone
+}
+
 TEST_F(MmVerbsTest, AskingForReportsAndTheCell)
 {
     add_registered();
