@@ -19,6 +19,7 @@
 #include <filesystem>
 #include <sched.h>
 #include <sys/mount.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace cmif_sim
@@ -89,13 +90,14 @@ void enter_computer()
     enter_usb_tree(directory());
 }
 
+// Of this user alone. It goes at the end where the system's /tmp would keep it.
 class Directory
 {
 public:
     Directory()
     {
         std::filesystem::remove_all(directory());
-        std::filesystem::create_directory(directory());
+        sandbox::check_errno(mkdir(directory().c_str(), S_IRWXU) == 0, directory());
     }
     ~Directory()
     {
