@@ -8,6 +8,7 @@
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh
+no_arguments "$@"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages binutils dbus g++-arm-linux-gnueabihf libdbus-1-dev libglib2.0-dev libmbim-glib-dev libmm-glib-dev \

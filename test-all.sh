@@ -19,7 +19,8 @@
 #     unplug     200 times the modem beneath cmifd is unplugged and plugged in again
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     mutation   small changes to the library and its store, all of which a test must notice
-#     figures    every figure of the documents, beside its bar; the long soak is among them
+#     soak       the endurance figures: restarts of the router, hostile records, kills of store users
+#     figures    the other figures of the documents, beside their bars
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh
@@ -141,9 +142,13 @@ run() {
         step "mutation, cmif" all_killed cmif
         step "mutation, platform" all_killed platform
         ;;
+    soak)
+        install $sanitized python3
+        step "soak" scripts/figures restarts hostile kills
+        ;;
     figures)
         install $sanitized $managed python3
-        step "figures" scripts/figures
+        step "figures" scripts/figures pairs withdrawals endings lines status recording repeats cmifd
         ;;
     *) fail "nothing runs '$1'" ;;
     esac
@@ -152,10 +157,13 @@ run() {
 # shellcheck disable=SC2086 # one word a word
 [ $# -gt 0 ] || set -- $words
 for word; do
-    printf '%s\n' "$words" | grep -qxF -e "$word" || {
-        printf '%s\n' "$usage" >&2
-        exit 2
-    }
+    case $word in
+    -h | --help)
+        printf '%s\n' "$usage"
+        exit
+        ;;
+    esac
+    printf '%s\n' "$words" | grep -qxF -e "$word" || fail "no word '$word'; --help lists them"
 done
 
 summary='' status=0

@@ -3,6 +3,7 @@
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh
+no_arguments "$@"
 
 # shellcheck disable=SC2086 # one word a package
 need $host_packages libgtest-dev googletest g++-i686-linux-gnu \

@@ -6,6 +6,8 @@ fail() {
     exit 1
 }
 
+no_arguments() { [ $# -eq 0 ] || fail "'$1': takes no arguments"; }
+
 # need PACKAGE...: installs the Debian packages that are missing. apt runs only if some are.
 need() {
     command -v dpkg-query >/dev/null || fail "not a Debian system; install these by hand: $*"
