@@ -11,6 +11,7 @@ start=$!
 within 10 data_is connecting
 exits 0 cmifctl data profile set --apn second.example
 wait "$start"
+within 10 data_is connected # again, if the first profile had been connected before the change
 exits 0 cmifctl --json data status
 holds 'data.state.name="connected"' 'data.context.apn="second.example"'
 
