@@ -44,9 +44,11 @@ function(install_package)
   include(CMakePackageConfigHelpers)
   write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmif-config-version.cmake
     COMPATIBILITY SameMajorVersion)
-  install(EXPORT cmif FILE cmif-config.cmake NAMESPACE cmif::
+  file(WRITE ${PROJECT_BINARY_DIR}/cmif-config.cmake
+    "include(\"\${CMAKE_CURRENT_LIST_DIR}/cmif-targets.cmake\")\n")
+  install(EXPORT cmif FILE cmif-targets.cmake NAMESPACE cmif::
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/cmif COMPONENT development)
-  install(FILES ${PROJECT_BINARY_DIR}/cmif-config-version.cmake
+  install(FILES ${PROJECT_BINARY_DIR}/cmif-config.cmake ${PROJECT_BINARY_DIR}/cmif-config-version.cmake
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/cmif COMPONENT development)
   install(FILES ${PROJECT_SOURCE_DIR}/LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
   install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples DESTINATION ${CMAKE_INSTALL_DOCDIR}

@@ -47,6 +47,7 @@ if find "$folder" -name 'libtarn_nvram_config*' | grep .; then fail "the develop
 
 # A program finds the installed library, and nothing that is not installed.
 cmake --install "$folder" --prefix "$folder/installed" >"$folder/installed.txt"
+if grep -r tarn_store "$folder/installed"; then fail "^ names a target that is not installed"; fi
 mkdir -p "$folder/consumer"
 cat >"$folder/consumer/CMakeLists.txt" <<END
 cmake_minimum_required(VERSION 3.25)
