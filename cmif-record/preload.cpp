@@ -25,10 +25,11 @@ __attribute__((constructor)) void start()
     errno = error;
 }
 
-// So that the recording of a daemon that exits is complete when it has ended.
+// So that the recording of a daemon that exits is complete when it has ended, and has what its
+// children have done.
 __attribute__((destructor)) void end()
 {
-    if (recording && recording->is_used())
+    if (recording)
         recording->flush();
 }
 

@@ -68,7 +68,6 @@ void Recording::add_process()
 
 void Recording::add(Queue queue, Action action, const Record &record)
 {
-    is_used_ = true;
     if (queue.channel == Channel::at && queue.direction == Direction::reply &&
         action == Action::sent && record.code == CMIF_AT_SEARCH)
         add_provider_list();
@@ -86,7 +85,6 @@ void Recording::add_provider_list()
 
 void Recording::add_setting(std::string_view key, std::string_view value)
 {
-    is_used_ = true;
     append({Entry::Kind::setting}, key, value);
 }
 

@@ -25,8 +25,6 @@ public:
 
     // Waits until all that any process did so far is in the file.
     void flush() const;
-    // Whether this process has done more than to appear.
-    bool is_used() const { return is_used_; }
     // Of a simulation: the time of all that follows, since the start.
     void set_time(long long nanoseconds) { ring_->set_time(nanoseconds); }
 
@@ -35,7 +33,6 @@ private:
     void add_provider_list();
 
     Ring *ring_;
-    std::atomic<bool> is_used_ = false;
 };
 
 } // namespace cmif_record
