@@ -169,7 +169,11 @@ done
 summary='' status=0
 for word; do
     begin=$(date +%s) result=passed
-    (run "$word") || result=failed status=1
+    set +e # inside a condition the shell would not stop at the first command that fails
+    (set -e; run "$word")
+    ended=$?
+    set -e
+    [ "$ended" -eq 0 ] || result=failed status=1
     summary="$summary$(printf '%-10s %s %6d s' "$word" "$result" $(($(date +%s) - begin)))
 "
 done
