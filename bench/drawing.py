@@ -5,12 +5,12 @@ STYLE = """
   text { font: 13px system-ui, sans-serif; fill: #1f2328; } .small { font-size: 12px; fill: #59636e; }
   .title { font-weight: 600; font-size: 14px; } .end { text-anchor: end; } .middle { text-anchor: middle; }
   .back { fill: #ffffff; } .grid { stroke: #d8dee4; } .axis { stroke: #818b98; }
-  .ours { fill: #1f6feb; stroke: #1f6feb; } .other { fill: #8c959f; stroke: #8c959f; } .third { fill: #bc4c00; stroke: #bc4c00; }
+  .ours { fill: #1f6feb; stroke: #1f6feb; } .other { fill: #8c959f; stroke: #8c959f; }
   .whisker { stroke: #1f2328; stroke-width: 1.5; } path.line { fill: none; stroke-width: 2; } path.band { stroke: none; opacity: 0.25; }
   @media (prefers-color-scheme: dark) {
     text { fill: #e6edf3; } .small { fill: #9198a1; } .back { fill: #0d1117; } .grid { stroke: #2d333b; }
     .axis { stroke: #656c76; } .whisker { stroke: #e6edf3; }
-    .ours { fill: #4493f8; stroke: #4493f8; } .other { fill: #6e7681; stroke: #6e7681; } .third { fill: #f0883e; stroke: #f0883e; }
+    .ours { fill: #4493f8; stroke: #4493f8; } .other { fill: #6e7681; stroke: #6e7681; }
   }"""
 
 
