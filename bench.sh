@@ -1,6 +1,6 @@
 #!/bin/sh
-# Measures the library's speed, size and memory, alone and beside what a program could use instead:
-# prints the tables, each bar beside its figure, and draws them. A missed bar is marked, and the
+# Measures the library's speed, size and memory, and compares it with what a program could use instead:
+# prints the tables, each figure with its bar, and draws them. A missed bar is marked, and the
 # exit status is then 1. docs/speed.md says what is measured and how.
 #
 # One core is busy for about a minute. build/bench has the figures (*.tsv), the tables and the plots;

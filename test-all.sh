@@ -20,7 +20,7 @@
 #     manager    200 times ModemManager beneath cmifd is killed and started again
 #     mutation   small changes to the library and its store, all of which a test must notice
 #     soak       the endurance figures: restarts of the router, hostile records, kills of store users
-#     figures    the other figures of the documents, beside their bars
+#     figures    the other figures of the documents, each with its bar
 set -eu
 cd "$(dirname "$0")"
 . scripts/setup.sh

@@ -9,8 +9,8 @@
  * - Keys of up to 47 bytes (a to z, 0 to 9 and _) and no more. cmifctl sets any key that its user
  *   names.
  * - Values of up to 2046 bytes, any but NUL: a message of 1023 characters that are all percent
- *   signs, which are stored twice. The profile's user name and password have up to 128. A longer
- *   value had better be cut than refused: a refused message leaves the text of an earlier one.
+ *   signs, which are stored twice. The profile's user name and password have up to 128. Cut a
+ *   longer value rather than refuse it: a refused message leaves the text of an earlier one.
  * - One configuration for all processes, which see a change at once.
  * - Calls from any thread at any time, with an answer of its own for each thread. If all threads
  *   share one, only programs with a single thread are safe, such as cmifctl; cmifd is not.

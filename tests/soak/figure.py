@@ -1,4 +1,4 @@
-"""What the programs that watch cmifctl share: figures beside their bars, and the queues."""
+"""What the programs that watch cmifctl share: figures with their bars, and the queues."""
 
 import ctypes
 import os
