@@ -18,19 +18,33 @@
  */
 #define GIVE_UP_SECONDS 600
 
+/* Milliseconds of a clock that is never set; the time of day may come from the network. */
+static long long now(void)
+{
+    struct timespec time;
+
+    clock_gettime(CLOCK_MONOTONIC, &time);
+    return time.tv_sec * 1000LL + time.tv_nsec / 1000000;
+}
+
+static int time_left(long long end)
+{
+    const long long left = end - now();
+    return left > 0 ? (int)left : 0;
+}
+
 /* One caller at a time for each code: replies carry the code and nothing else. The lock belongs to
  * this process and its child, and is free when both have closed it, however they end. */
-static int take_lock(int lock, int seconds)
+static int take_lock(int lock, long long end)
 {
     const struct timespec pause = {0, 50 * 1000 * 1000};
-    const time_t end = time(NULL) + seconds;
 
-    while (flock(lock, LOCK_EX | LOCK_NB) != 0) {
-        if (time(NULL) >= end)
-            return 0;
+    while (time_left(end) > 0) {
+        if (flock(lock, LOCK_EX | LOCK_NB) == 0)
+            return 1;
         nanosleep(&pause, NULL);
     }
-    return 1;
+    return 0;
 }
 
 /* Takes a record of this code off a queue, without waiting. */
@@ -46,6 +60,7 @@ static void run_child(struct request *request, int answer)
 {
     const int null = open("/dev/null", O_RDWR);
 
+    setsid(); /* goes on when the caller's process group is ended: it takes the late reply away */
     dup2(null, STDOUT_FILENO); /* some calls print, and the output is the page's */
     dup2(null, STDERR_FILENO);
     signal(SIGALRM, SIG_DFL);
@@ -57,11 +72,11 @@ static void run_child(struct request *request, int answer)
     _exit(1);
 }
 
-static enum outcome wait_for_child(pid_t child, int answer, int seconds, struct request *request)
+static enum outcome wait_for_child(pid_t child, int answer, long long end, struct request *request)
 {
     struct pollfd ready = {answer, POLLIN, 0};
 
-    while (poll(&ready, 1, seconds * 1000) == -1 && errno == EINTR) {} /* begins again */
+    while (poll(&ready, 1, time_left(end)) == -1 && errno == EINTR) {} /* goes on after a signal */
     if (ready.revents & POLLIN) {
         const int size = sizeof request->result;
         if (read(answer, &request->result, sizeof request->result) == size &&
@@ -77,7 +92,7 @@ static enum outcome wait_for_child(pid_t child, int answer, int seconds, struct 
     return WITHDRAWN;
 }
 
-static enum outcome call_in_child(int seconds, struct request *request)
+static enum outcome call_in_child(long long end, struct request *request)
 {
     enum outcome outcome = FAILED;
     int ends[2];
@@ -91,7 +106,7 @@ static enum outcome call_in_child(int seconds, struct request *request)
         run_child(request, ends[1]);
     close(ends[1]);
     if (child != -1)
-        outcome = wait_for_child(child, ends[0], seconds, request);
+        outcome = wait_for_child(child, ends[0], end, request);
     close(ends[0]);
     return outcome;
 }
@@ -100,6 +115,7 @@ enum outcome request_within(int seconds, struct request *request)
 {
     const int replies =
         request->queue == CMIF_AT_REQUEST_KEY ? CMIF_AT_REPLY_KEY : CMIF_QMI_REPLY_KEY;
+    const long long end = now() + seconds * 1000LL; /* for lock and call together */
     enum outcome outcome;
     char path[64];
     int lock;
@@ -107,12 +123,12 @@ enum outcome request_within(int seconds, struct request *request)
     snprintf(path, sizeof path, "/tmp/cmif-request-%d-%d.lock", request->queue, request->code);
     lock = open(path, O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600);
     if (lock == -1)
-        return FAILED;
-    if (!take_lock(lock, seconds))
+        return errno == EACCES ? OTHER_USER : FAILED;
+    if (!take_lock(lock, end))
         outcome = BUSY;
     else {
         while (take_record(replies, request->code)) {} /* of callers that have gone */
-        outcome = call_in_child(seconds, request);
+        outcome = call_in_child(end, request);
     }
     close(lock);
     return outcome;

@@ -1,5 +1,6 @@
-/* A request with a time limit, for programs that must not hang; callers of one request, run by the
- * same user, take turns. Plain C, over cmif.h.
+/* A request with a time limit, for programs that must not hang; callers of one request take turns.
+ * All of them must run as the same user, to whom the lock files in /tmp belong. Plain C, over
+ * cmif.h.
  *
  * PICKED_UP leaves a child that waits for the late reply and takes it away, so that no other
  * request gets it. A program that goes on for long collects the child's end, or ignores SIGCHLD. */
@@ -18,13 +19,15 @@ struct request {
 };
 
 enum outcome {
-    ANSWERED,  /* `result` and `values` are set */
-    WITHDRAWN, /* the daemon took no request in time; it will not carry this one out */
-    PICKED_UP, /* the daemon took it and has not answered: it may still carry it out */
-    BUSY,      /* another caller waits for a reply to this code; nothing was sent */
-    FAILED     /* no process or file could be had; nothing was sent */
+    ANSWERED,   /* `result` and `values` are set */
+    WITHDRAWN,  /* the daemon took no request in time; it will not carry this one out */
+    PICKED_UP,  /* the daemon took it and has not answered: it may still carry it out */
+    BUSY,       /* another caller waits for a reply to this code; nothing was sent */
+    OTHER_USER, /* the lock file belongs to another user; nothing was sent */
+    FAILED      /* no process or file could be had; nothing was sent */
 };
 
+/* `seconds` are for both: waiting for other callers, and the request. */
 enum outcome request_within(int seconds, struct request *request);
 
 #endif

@@ -41,6 +41,7 @@ static int fails(struct request *request)
         [WITHDRAWN] = "the daemon did not take the request, which was withdrawn",
         [PICKED_UP] = "the daemon took the request and has not answered",
         [BUSY] = "another request is not answered yet",
+        [OTHER_USER] = "the lock for this request belongs to another user",
         [FAILED] = "no process for the request"};
     const enum outcome outcome = request_within(LIMIT_SECONDS, request);
 
