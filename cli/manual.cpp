@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
+#include <ctime>
 
 namespace cli
 {
@@ -90,12 +92,24 @@ std::string upper_case(std::string text)
     return text;
 }
 
+// Today, or the day of SOURCE_DATE_EPOCH, so that a package can be built again with equal bytes.
+std::string date()
+{
+    const char *epoch = std::getenv("SOURCE_DATE_EPOCH");
+    const std::time_t time = epoch ? std::atoll(epoch) : std::time(nullptr);
+    std::tm day{};
+    gmtime_r(&time, &day);
+    char text[32] = "";
+    std::strftime(text, sizeof text, "%Y-%m-%d", &day);
+    return text;
+}
+
 std::string opening(const Program &program)
 {
     const std::string name = program.name;
-    return ".TH " + upper_case(name) + R"( 1 "" "CMIF )" + program.version + "\" \"CMIF\"\n" +
-           ".SH NAME\n" + escaped(name) + " \\- " + escaped(program.summary) + "\n" +
-           ".SH SYNOPSIS\n.B " + escaped(name) + "\n" +
+    return ".TH " + upper_case(name) + " 1 \"" + date() + "\" \"CMIF " + program.version +
+           "\" \"CMIF\"\n" + ".SH NAME\n" + escaped(name) + " \\- " + escaped(program.summary) +
+           "\n" + ".SH SYNOPSIS\n.B " + escaped(name) + "\n" +
            escaped(synopsis_of(program, "").substr(name.size() + 1)) + "\n" + ".SH DESCRIPTION\n" +
            sentences(program.description);
 }

@@ -110,6 +110,14 @@ TEST(Manual, HasEverySection)
     }
 }
 
+TEST(Manual, HasTheDateOfTheSourcesWhereThatIsSet)
+{
+    setenv("SOURCE_DATE_EPOCH", "86400", 1);
+    EXPECT_TRUE(cli::manual_page(sample).starts_with(".TH GARDEN 1 \"1970-01-02\" "));
+    unsetenv("SOURCE_DATE_EPOCH");
+    EXPECT_FALSE(cli::manual_page(sample).starts_with(".TH GARDEN 1 \"1970-01-02\" "));
+}
+
 TEST(Manual, EscapesWhatTroffWouldTakeForItsOwn)
 {
     const std::string page = cli::manual_page(sample);

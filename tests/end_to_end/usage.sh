@@ -88,12 +88,13 @@ prints_example() { grep -qFx -e "  $1" "$work/out" || fail "no example '$1'"; }
 exits 0 cmifctl network select --help
 prints_example 'cmifctl network select 00101 --technology 4g'
 
-# The manual pages are in order as mandoc sees it. They have no date, but a version.
-for program in cmifctl cmif-sim cmif-record; do
+# The manual pages are in order as mandoc sees it.
+programs='cmifctl cmif-sim cmif-record'
+! command -v cmifd >/dev/null || programs="$programs cmifd" # built only where GLib is
+for program in $programs; do
     exits 0 "$program" manual
     for section in NAME SYNOPSIS OPTIONS COMMANDS EXAMPLES 'EXIT STATUS' ENVIRONMENT FILES 'SEE ALSO'; do
         prints ".SH $section"
     done
-    ! command -v mandoc >/dev/null || mandoc -T lint -W warning <"$work/out" >"$work/lint" 2>&1 || :
-    [ ! -e "$work/lint" ] || ! grep -v 'missing date' "$work/lint" >&2 || fail "$program: see above"
+    ! command -v mandoc >/dev/null || mandoc -T lint -W warning <"$work/out" >&2 || fail "$program: see above"
 done
