@@ -24,7 +24,7 @@ function group(page, title,    i) {
 }
 
 function function_(name, declaration,    i) {
-    print "/** " escaped(text["about"])
+    print "/** " (row_heading == "" ? "" : row_heading ": ") escaped(text["about"])
     for (i = 1; i <= parameters; ++i) print "@param " parameter[i] " " escaped(about[i])
     print "@return " escaped(text["Result"])
     print "@sa @ref " page " for the group, @ref index for the conventions"

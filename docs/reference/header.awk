@@ -3,7 +3,8 @@
 #
 #     overview(text)                    the first comment
 #     group(page, title)                the head of a group; its texts are in group_text[WHAT]
-#     function_(name, declaration)      a function; its texts are in text[WHAT]; parameter[1..parameters]
+#     function_(name, declaration)      a function; its texts are in text[WHAT]; parameter[1..parameters];
+#                                       `row_heading` if it is one of the rows under a heading, else ""
 #     other(declaration, comment)       a record, an enum or a macro, as it stands in the header
 #     finish()
 #
@@ -80,7 +81,8 @@ function take_function(declaration, trailing,    name, i) {
     name = declaration
     sub(/\(.*/, "", name)
     sub(/.*[ *]/, "", name)
-    divide(trailing == "" ? comment : heading ": " trailing ".", text) # a row under its heading
+    row_heading = trailing == "" ? "" : heading
+    divide(trailing == "" ? comment : trailing ".", text)
     take_parameters(declaration)
     for (i = 1; i <= parameters; ++i) {
         about[i] = sentences_on(parameter[i], text["about"])

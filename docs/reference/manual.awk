@@ -32,6 +32,11 @@ function end_page() {
     if (file != "") close(file)
 }
 
+function begin_list(heading) {
+    if (heading != "") put(".Ss " heading)
+    put(".Bl -tag -width Ds")
+}
+
 # A group's page is written when all of it is known.
 function end_group(    i) {
     if (current == "") return
@@ -44,10 +49,10 @@ function end_group(    i) {
     put(".Sh DESCRIPTION")
     if (abouts != "") put(escaped(abouts))
     if (records != "") put(".Bd -literal\n" substr(records, records ~ /^\n/ ? 2 : 1) ".Ed")
-    if (functions) {
-        put(".Bl -tag -width Ds")
-        for (i = 1; i <= functions; ++i) put(".It Fn " names[i] "\n" descriptions[i])
-        put(".El")
+    for (i = 1; i <= functions; ++i) {
+        if (i == 1 || headings[i] != headings[i - 1]) begin_list(headings[i])
+        put(".It Fn " names[i] "\n" descriptions[i])
+        if (i == functions || headings[i] != headings[i + 1]) put(".El")
     }
     for (i = 1; i <= labels; ++i)
         if (group_texts[i] != "") put(".Sh " sections[label[i]] "\n" escaped(capital(group_texts[i])))
@@ -94,7 +99,8 @@ function name_of(declaration) {
 function function_(name, declaration,    i) {
     names[++functions] = name
     synopses[functions] = synopsis(declaration)
-    descriptions[functions] = escaped(text["about"])
+    headings[functions] = row_heading
+    descriptions[functions] = escaped(capital(text["about"]))
     for (i = 1; i <= labels; ++i)
         if (own[label[i]] != "")
             descriptions[functions] = descriptions[functions] "\n.Pp\n" label[i] ":\n" escaped(text[label[i]])

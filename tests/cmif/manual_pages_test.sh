@@ -21,6 +21,9 @@ sed -n 's/^[a-z].*[ *]\([A-Za-z_0-9]*\)(.*/\1/p' "$header" | sort >"$work/declar
 cat "$pages"/*.3 | sed -n 's/^\.Nm \([A-Za-z_0-9]*\).*/\1/p' | grep -vx 'libcmif\|cmif_daemons' | sort >"$work/named"
 [ "$(wc -l <"$work/declared")" -gt 80 ] || fail "few functions in the header"
 diff "$work/declared" "$work/named" >&2 || fail "< in the header, > in the pages"
+for heading in 'The modem' 'The SIM' 'The radio'; do
+    [ "$(grep -cx "\.Ss $heading" "$pages/cmif_getters.3")" = 1 ] || fail "cmif_getters(3): no heading '$heading'"
+done
 if command -v mandoc >/dev/null; then
     mandoc -T lint -W warning "$pages"/*.3 >&2 || fail "mandoc: see above"
 fi
