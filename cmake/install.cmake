@@ -34,6 +34,10 @@ function(install_pkg_config library description component)
     set(prefix "\${pcfiledir}/${up}")
   endif()
   string(REGEX REPLACE "/$" "" prefix "${prefix}")
+  set(includedir "\${prefix}")
+  set(libdir "\${prefix}")
+  cmake_path(APPEND includedir ${CMAKE_INSTALL_INCLUDEDIR}) # an absolute one replaces it
+  cmake_path(APPEND libdir ${CMAKE_INSTALL_LIBDIR})
   configure_file(${PROJECT_SOURCE_DIR}/cmake/library.pc.in ${library}.pc @ONLY)
   install(FILES ${CMAKE_CURRENT_BINARY_DIR}/${library}.pc
           DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT ${component})
