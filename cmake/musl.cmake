@@ -10,14 +10,14 @@ macro(musl triplet architecture processor)
   if(NOT specs)
     message(FATAL_ERROR "First run scripts/musl ${architecture}")
   endif()
-  set(CMAKE_C_FLAGS_INIT "-specs ${specs}")
+  set(CMAKE_C_FLAGS_INIT "'-specs=${specs}'")
 
   execute_process(COMMAND ${triplet}-g++ -E -x c++ -v /dev/null OUTPUT_QUIET ERROR_VARIABLE searched)
   string(REGEX MATCHALL " /[^\n]*/c[+][+]/[^\n]*" headers "${searched}")
   list(JOIN headers " -isystem" headers)
-  set(CMAKE_CXX_FLAGS_INIT "-specs ${specs} -nostdinc++ -isystem${headers} '-D__GLIBC_PREREQ(a,b)=0'")
+  set(CMAKE_CXX_FLAGS_INIT "'-specs=${specs}' -nostdinc++ -isystem${headers} '-D__GLIBC_PREREQ(a,b)=0'")
 
   set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY) # a program would be linked with the C++ library
   file(GLOB loader ${root}/lib/ld-musl-*.so.1)
-  set(CMAKE_EXE_LINKER_FLAGS_INIT "-Wl,--dynamic-linker=${loader}")
+  set(CMAKE_EXE_LINKER_FLAGS_INIT "'-Wl,--dynamic-linker=${loader}'")
 endmacro()
