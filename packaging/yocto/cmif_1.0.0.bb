@@ -26,7 +26,7 @@ inherit cmake pkgconfig
 PACKAGECONFIG ??= "programs"
 PACKAGECONFIG[programs] = "-DCMIF_HOST=ON,-DCMIF_HOST=OFF,nlohmann-json"
 # With programs.
-PACKAGECONFIG[cmifd] = "-DCMIF_MODEMMANAGER=ON,-DCMIF_MODEMMANAGER=OFF,glib-2.0,modemmanager"
+PACKAGECONFIG[cmifd] = "-DCMIF_MODEMMANAGER=ON,-DCMIF_MODEMMANAGER=OFF,glib-2.0"
 PACKAGECONFIG[hardened] = "-DCMIF_HARDEN_LIBRARY=ON,-DCMIF_HARDEN_LIBRARY=OFF"
 
 EXTRA_OECMAKE = " \
@@ -39,6 +39,7 @@ EXTRA_OECMAKE = " \
 "
 
 PACKAGE_BEFORE_PN = "cmifctl cmif-record cmifd"
+RDEPENDS:cmifd = "${@bb.utils.contains('PACKAGECONFIG', 'cmifd', 'modemmanager', '', d)}"
 FILES:cmifctl = "${bindir}/cmifctl ${datadir}/cmif/cmifctl.schema.json"
 FILES:cmif-record = "${bindir}/cmif-record ${libdir}/cmif ${datadir}/cmif/*.schema.json"
 FILES:cmifd = " \

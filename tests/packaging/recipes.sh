@@ -1,7 +1,8 @@
 #!/bin/sh
 # recipes.sh BUILD-FOLDER: what can be tried of the recipes without the build systems that they are
-# for. Stand-ins for these read the recipes; CMake takes the options that they name; and what they
-# pack is there when that build, over a platform's store, is installed.
+# for. CMake takes the options that they name, and what OpenWrt's and Yocto's pack is there when that
+# build, over a platform's store, is installed. Stand-ins for the build systems read OpenWrt's and
+# Buildroot's, this script reads the lines that it knows of Yocto's.
 set -eu
 build=$(cd "$1" && pwd)
 cd "$(dirname "$0")/../.."
@@ -33,6 +34,7 @@ has() {
     done
 }
 
+version=$(sed -n 's/^#define CMIF_VERSION_[A-Z]* \([0-9]*\)$/\1/p' cmif/cmif.h | paste -sd .)
 rm -rf "$work"
 mkdir -p "$work/staging/usr/lib"
 cp "$build/platform/libvendor_config.so" "$work/staging/usr/lib/libtarn_nvram_config.so"
@@ -58,13 +60,20 @@ PYTHONDONTWRITEBYTECODE=1 "$stand_ins/kconfig.py" packaging/buildroot/Config.in 
 
 # shellcheck disable=SC2016 # bitbake's variables
 options=$(sed -n 's/^PACKAGECONFIG\[.*\] = "\([^",]*\).*/\1/p; s/^    \(-D.*[^ ]\) *\\$/\1/p' \
-    packaging/yocto/cmif_1.0.0.bb | sed "s,\${STAGING_LIBDIR}/\${CMIF_STORE},$work/staging/usr/lib/libtarn_nvram_config.so,")
+    packaging/yocto/cmif_"$version".bb | sed "s,\${STAGING_LIBDIR}/\${CMIF_STORE},$work/staging/usr/lib/libtarn_nvram_config.so,")
 # shellcheck disable=SC2086
 takes_options yocto $options
-grep -q "md5=$(md5sum <LICENSE | cut -d ' ' -f 1)" packaging/yocto/cmif_1.0.0.bb ||
+# shellcheck disable=SC2016
+patterns=$(sed -n '/^FILES:/,/"$/p' packaging/yocto/cmif_"$version".bb | grep -o '\${[a-z_]*}/[^ "]*' |
+    sed 's,${bindir},usr/bin,; s,${datadir},usr/share,; s,${libdir},usr/lib,; s,${nonarch_libdir},usr/lib,')
+[ "$(printf '%s\n' "$patterns" | wc -l)" -ge 9 ] || fail "yocto: too few patterns: $patterns"
+for pattern in $patterns; do
+    # shellcheck disable=SC2086 # one argument a file
+    (cd "$work" && set -- installed/$pattern && [ -e "$1" ]) || fail "yocto: no $pattern is installed"
+done
+grep -q "md5=$(md5sum <LICENSE | cut -d ' ' -f 1)" packaging/yocto/cmif_"$version".bb ||
     fail "yocto: LICENSE has another sum"
 
-version=$(sed -n 's/^#define CMIF_VERSION_[A-Z]* \([0-9]*\)$/\1/p' cmif/cmif.h | paste -sd .)
 for recipe in openwrt/Makefile buildroot/cmif/cmif.mk yocto/cmif_"$version".bb; do
     grep -q "$version" "packaging/$recipe" || fail "$recipe is not for $version"
 done
