@@ -9,6 +9,7 @@ dependencies:
 	@test "$$(CMIF_DEPENDENCIES)" = " json-for-modern-cpp host-pkgconf libglib2"
 	@test "$$(strip $$(CMIF_LINUX_CONFIG_FIXUPS))" = "enable CONFIG_SYSVIPC"
 	@test -e "$$(CMIF_SITE)/$$(CMIF_LICENSE_FILES)"
+	@test $$(CMIF_OVERRIDE_SRCDIR_RSYNC_EXCLUSIONS) = --exclude=/build
 endef
 .PHONY: all options dependencies
 include $(BR2_EXTERNAL_CMIF_PATH)/external.mk
