@@ -14,4 +14,4 @@ build_programs() {
     cmake --build --preset release --target cmif-sim cmifctl
 }
 step "build" build_programs
-exec build/release/bin/cmif-sim run --pace 0.2 -- scripts/demo-session
+exec build/release/bin/cmif-sim run --pace 0.1 -- scripts/demo-session
