@@ -1,5 +1,5 @@
-// The simulated modem where there is no USB to plug it into: ModemManager makes a modem of two
-// sockets, through the interface that its own tests use.
+// The simulated modem where USB can't be emulated: ModemManager makes a modem of two sockets,
+// through the interface that its own tests use.
 #ifndef CMIF_SIM_TEST_MODEM_H
 #define CMIF_SIM_TEST_MODEM_H
 

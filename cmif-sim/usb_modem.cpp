@@ -177,7 +177,7 @@ scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem)
 {
     const auto switch_power = [usb, &modem](bool on) {
         if (!usb)
-            throw std::runtime_error("there is no USB: the system refuses namespaces");
+            throw std::runtime_error("USB is not available: the system refuses namespaces");
         modem.happen([on](simulated::ModemState &state, simulated::Time) { state.set_power(on); });
         if (on)
             usb->plug(modem);

@@ -1,7 +1,7 @@
 #!/bin/sh
 # The daemons over a modem that the real ModemManager drives, here an emulated one: from the PIN to
-# a ping through the connection, and what a modem goes through. Where namespaces are refused the modem
-# has no network interface, and there is no USB.
+# a ping through the connection, then what happens to a modem in use. Where namespaces are refused the
+# modem has no network interface and no USB port.
 # Without arguments the test starts the box, in which it runs itself again.
 # shellcheck source=tests/end_to_end/lib.sh
 . "$(dirname "$0")/lib.sh"
@@ -112,7 +112,7 @@ if has_usb; then
     within 60 sim_is 'SIM PIN'
 else
     exits 1 cmif-sim ctl usb unplug
-    complains 'there is no USB: the system refuses namespaces'
+    complains 'USB is not available: the system refuses namespaces'
     exits 0 cmif-sim ctl sim remove
     within 60 sim_is 'NOT INSERTED'
     exits 0 cmif-sim ctl sim insert
