@@ -1,3 +1,8 @@
 #include "json.h"
 
-template class nlohmann::basic_json<nlohmann::ordered_map>;
+namespace nlohmann
+{
+
+CLIENT_JSON_MEMBERS(, basic_json<ordered_map>)
+
+} // namespace nlohmann
