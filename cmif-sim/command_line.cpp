@@ -1,12 +1,12 @@
 #include "command_line.h"
 
-#include "boxes.h"
 #include "cli/about.h"
 #include "cli/option_error.h"
 #include "cmif-record/start.h"
+#include "cmif-sim/control/box_sockets.h"
+#include "cmif-sim/router/simulation.h"
+#include "cmif-sim/usb/computer.h"
 #include "scenario/script.h"
-#include "simulation.h"
-#include "usb.h"
 
 #include <charconv>
 #include <limits>

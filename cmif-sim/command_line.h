@@ -3,7 +3,7 @@
 #define CMIF_SIM_COMMAND_LINE_H
 
 #include "cli/line.h"
-#include "run.h"
+#include "cmif-sim/box/run.h"
 
 #include <optional>
 #include <sys/types.h>

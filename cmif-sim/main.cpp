@@ -1,12 +1,12 @@
-#include "at_modem.h"
 #include "cli/program.h"
 #include "cmif-record/reader.h"
+#include "cmif-sim/box/running_box.h"
+#include "cmif-sim/router/simulation.h"
+#include "cmif-sim/usb/at_modem.h"
+#include "cmif-sim/usb/computer.h"
 #include "command_line.h"
 #include "daemons/printable.h"
-#include "remote.h"
 #include "scenario/script.h"
-#include "simulation.h"
-#include "usb.h"
 
 #include <cstdio>
 #include <sstream>

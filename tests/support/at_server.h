@@ -4,7 +4,7 @@
 
 #include "answers.h"
 #include "child.h"
-#include "cmif-sim/server.h"
+#include "cmif-sim/router/router.h"
 #include "cmif/cmif.h"
 #include "store_directory.h"
 

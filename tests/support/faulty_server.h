@@ -2,7 +2,7 @@
 #ifndef TESTS_SUPPORT_FAULTY_SERVER_H
 #define TESTS_SUPPORT_FAULTY_SERVER_H
 
-#include "cmif-sim/control.h"
+#include "cmif-sim/control/protocol.h"
 #include "qmi_server.h"
 
 class FaultyServer : public QmiServer

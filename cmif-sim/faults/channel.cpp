@@ -1,0 +1,61 @@
+#include "channel.h"
+
+#include "cmif/cmif.h"
+#include "daemons/publish/public_file.h"
+
+#include <cerrno>
+#include <cstring>
+#include <sys/msg.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace cmif_sim
+{
+
+const SideNames &names_of(Side side)
+{
+    // clang-format off
+    static constexpr SideNames at{"at", "AT", "cmif-at-daemon", CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY, CMIF_AT_PAYLOAD};
+    static constexpr SideNames qmi{"qmi", "QMI", "cmif-qmi-daemon", CMIF_QMI_REQUEST_KEY, CMIF_QMI_REPLY_KEY, CMIF_QMI_PAYLOAD};
+    // clang-format on
+    return side == Side::at ? at : qmi;
+}
+
+std::string record_of(long code, const std::string &payload)
+{
+    std::string bytes(sizeof code, '\0');
+    std::memcpy(bytes.data(), &code, sizeof code);
+    return bytes + payload;
+}
+
+void set_ready(Side side, bool ready)
+{
+    if (side == Side::at)
+        return;
+    if (ready)
+        daemons::write_public_file(CMIF_QMI_READY_FILE, "on\n");
+    else
+        unlink(CMIF_QMI_READY_FILE);
+}
+
+bool is_ready(Side side)
+{
+    return side == Side::at || access(CMIF_QMI_READY_FILE, F_OK) == 0;
+}
+
+void remove_queue(key_t key)
+{
+    if (msgctl(msgget(key, 0), IPC_RMID, nullptr) != 0)
+        throw std::system_error(errno, std::generic_category(),
+                                "can't remove message queue " + std::to_string(key));
+}
+
+void put_replies(Side side, long code, int count)
+{
+    const SideNames &names = names_of(side);
+    const std::string record = record_of(code, std::string(names.payload, '\0'));
+    const int queue = msgget(names.replies, IPC_CREAT | 0666);
+    while (count-- > 0 && msgsnd(queue, record.data(), names.payload, IPC_NOWAIT) == 0) {}
+}
+
+} // namespace cmif_sim
