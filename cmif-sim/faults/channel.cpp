@@ -12,13 +12,13 @@
 namespace cmif_sim
 {
 
-const SideNames &names_of(Side side)
+const ChannelNames &names_of(Channel channel)
 {
     // clang-format off
-    static constexpr SideNames at{"at", "AT", "cmif-at-daemon", CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY, CMIF_AT_PAYLOAD};
-    static constexpr SideNames qmi{"qmi", "QMI", "cmif-qmi-daemon", CMIF_QMI_REQUEST_KEY, CMIF_QMI_REPLY_KEY, CMIF_QMI_PAYLOAD};
+    static constexpr ChannelNames at{"at", "AT", "cmif-at-daemon", CMIF_AT_REQUEST_KEY, CMIF_AT_REPLY_KEY, CMIF_AT_PAYLOAD};
+    static constexpr ChannelNames qmi{"qmi", "QMI", "cmif-qmi-daemon", CMIF_QMI_REQUEST_KEY, CMIF_QMI_REPLY_KEY, CMIF_QMI_PAYLOAD};
     // clang-format on
-    return side == Side::at ? at : qmi;
+    return channel == Channel::at ? at : qmi;
 }
 
 std::string record_of(long code, const std::string &payload)
@@ -28,9 +28,9 @@ std::string record_of(long code, const std::string &payload)
     return bytes + payload;
 }
 
-void set_ready(Side side, bool ready)
+void set_ready(Channel channel, bool ready)
 {
-    if (side == Side::at)
+    if (channel == Channel::at)
         return;
     if (ready)
         daemons::write_public_file(CMIF_QMI_READY_FILE, "on\n");
@@ -38,9 +38,9 @@ void set_ready(Side side, bool ready)
         unlink(CMIF_QMI_READY_FILE);
 }
 
-bool is_ready(Side side)
+bool is_ready(Channel channel)
 {
-    return side == Side::at || access(CMIF_QMI_READY_FILE, F_OK) == 0;
+    return channel == Channel::at || access(CMIF_QMI_READY_FILE, F_OK) == 0;
 }
 
 void remove_queue(key_t key)
@@ -50,9 +50,9 @@ void remove_queue(key_t key)
                                 "can't remove message queue " + std::to_string(key));
 }
 
-void put_replies(Side side, long code, int count)
+void put_replies(Channel channel, long code, int count)
 {
-    const SideNames &names = names_of(side);
+    const ChannelNames &names = names_of(channel);
     const std::string record = record_of(code, std::string(names.payload, '\0'));
     const int queue = msgget(names.replies, IPC_CREAT | 0666);
     while (count-- > 0 && msgsnd(queue, record.data(), names.payload, IPC_NOWAIT) == 0) {}

@@ -13,17 +13,17 @@ namespace
 {
 
 using namespace scenario;
-using Channels = std::vector<Channel *>;
+using FaultyLinks = std::vector<FaultyLink *>;
 
-Channels channels_of(std::string_view side, const FaultTargets &targets)
+FaultyLinks links_of(std::string_view daemon, const FaultTargets &targets)
 {
-    Channels channels;
-    if (side != "qmi")
-        channels.push_back(targets.at);
-    if (side != "at")
-        channels.push_back(targets.qmi);
-    std::erase(channels, nullptr);
-    return channels;
+    FaultyLinks links;
+    if (daemon != "qmi")
+        links.push_back(targets.at);
+    if (daemon != "at")
+        links.push_back(targets.qmi);
+    std::erase(links, nullptr);
+    return links;
 }
 
 bool is_number(const Word *word)
@@ -31,43 +31,43 @@ bool is_number(const Word *word)
     return word && word->text.find_first_not_of("0123456789") == std::string::npos;
 }
 
-bool is_request(int code, const std::string &side)
+bool is_request(int code, const std::string &daemon)
 {
-    return (side != "qmi" && daemons::find_at_form(code)) ||
-           (side != "at" && daemons::find_qmi_request(code));
+    return (daemon != "qmi" && daemons::find_at_form(code)) ||
+           (daemon != "at" && daemons::find_qmi_request(code));
 }
 
-int take_code(const std::string &side, Words &words)
+int take_code(const std::string &daemon, Words &words)
 {
     constexpr int max_code = 255;
     std::vector<std::string> codes;
     for (int code = 1; code <= max_code; ++code)
-        if (is_request(code, side))
+        if (is_request(code, daemon))
             codes.push_back(std::to_string(code));
     const std::string what = "the request code";
     const int code = words.take_number(what, 1, max_code);
-    if (!is_request(code, side))
+    if (!is_request(code, daemon))
         words.refuse(what, one_of(codes));
     return code;
 }
 
 // Why this kind can't follow what was read, or "".
-std::string objection(const FaultKind &kind, bool has_code, const std::string &side)
+std::string objection(const FaultKind &kind, bool has_code, const std::string &daemon)
 {
     if (kind.name == "stale" && !has_code)
         return "stale needs a request code before it: fault at 12 stale";
     if (kind.name != "stale" && has_code && kind.stage == FaultStage::once)
         return std::string(kind.name) + " takes no request code before it";
-    if (kind.name.ends_with("ready") && side != "qmi")
+    if (kind.name.ends_with("ready") && daemon != "qmi")
         return "only the QMI daemon has a readiness marker: fault qmi " + std::string(kind.name);
     return "";
 }
 
-const FaultKind &take_kind(Words &words, bool has_code, const std::string &side)
+const FaultKind &take_kind(Words &words, bool has_code, const std::string &daemon)
 {
     std::vector<std::string_view> names;
     for (const FaultKind &kind : fault_kinds())
-        if (objection(kind, has_code, side).empty()) {
+        if (objection(kind, has_code, daemon).empty()) {
             words.offer(kind.name, kind.summary);
             names.push_back(kind.name);
         }
@@ -75,15 +75,15 @@ const FaultKind &take_kind(Words &words, bool has_code, const std::string &side)
     const FaultKind *const kind = find_fault_kind(word.text);
     if (!kind)
         words.refuse("a kind of fault", one_of(names));
-    if (const std::string why = objection(*kind, has_code, side); !why.empty())
+    if (const std::string why = objection(*kind, has_code, daemon); !why.empty())
         throw ScriptError(word.column, why);
     return *kind;
 }
 
 // A reply of the AT daemon is shorter than one of the QMI daemon.
-int max_value(const FaultKind &kind, const std::string &side)
+int max_value(const FaultKind &kind, const std::string &daemon)
 {
-    return kind.name == "short" && side != "qmi" ? CMIF_AT_PAYLOAD : kind.max;
+    return kind.name == "short" && daemon != "qmi" ? CMIF_AT_PAYLOAD : kind.max;
 }
 
 int take_value(const FaultKind &kind, Words &words, int max)
@@ -120,13 +120,13 @@ void take_when(Fault &fault, Words &words)
             is_number(words.peek()) ? words.take_number("the number of times", 1, max_times) : 1;
 }
 
-Fault take_fault(Words &words, const std::string &side)
+Fault take_fault(Words &words, const std::string &daemon)
 {
     Fault fault;
     if (is_number(words.peek()))
-        fault.code = take_code(side, words);
-    fault.kind = &take_kind(words, fault.code.has_value(), side);
-    fault.number = take_value(*fault.kind, words, max_value(*fault.kind, side));
+        fault.code = take_code(daemon, words);
+    fault.kind = &take_kind(words, fault.code.has_value(), daemon);
+    fault.number = take_value(*fault.kind, words, max_value(*fault.kind, daemon));
     if (words.take_if("after"))
         fault.after = take_event(words);
     take_when(fault, words);
@@ -135,19 +135,19 @@ Fault take_fault(Words &words, const std::string &side)
 
 Action parse(Words &words, const FaultTargets &targets)
 {
-    const std::string side = words.take_one_of("the daemon", {"at", "qmi", "all", "clear"});
-    const Channels channels = channels_of(side == "clear" ? "all" : side, targets);
-    if (side == "clear")
-        return [channels] {
-            for (Channel *channel : channels)
-                channel->clear_faults();
+    const std::string daemon = words.take_one_of("the daemon", {"at", "qmi", "all", "clear"});
+    const FaultyLinks links = links_of(daemon == "clear" ? "all" : daemon, targets);
+    if (daemon == "clear")
+        return [links] {
+            for (FaultyLink *link : links)
+                link->clear_faults();
         };
-    if (channels.empty())
+    if (links.empty())
         words.fail("the daemon must be one that this router runs");
-    const Fault fault = take_fault(words, side);
-    return [channels, fault] {
-        for (Channel *channel : channels)
-            channel->add(fault);
+    const Fault fault = take_fault(words, daemon);
+    return [links, fault] {
+        for (FaultyLink *link : links)
+            link->add(fault);
     };
 }
 

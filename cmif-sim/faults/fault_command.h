@@ -8,10 +8,10 @@
 namespace cmif_sim
 {
 
-// A side that is left out is null.
+// A daemon that is left out has none.
 struct FaultTargets {
-    Channel *at = nullptr;
-    Channel *qmi = nullptr;
+    FaultyLink *at = nullptr;
+    FaultyLink *qmi = nullptr;
 };
 
 // fault at|qmi|all [CODE] KIND [VALUE] [after EVENT] [next [N] | always]

@@ -23,13 +23,14 @@ constexpr std::size_t at_text = CMIF_AT_PAYLOAD - sizeof(std::int32_t);
 // The ret_code lies after the text of an AT record, and at the start of a QMI one.
 void set_ret_code(Reply &reply, int number)
 {
-    const std::size_t place = reply.side == Side::at ? at_text : 0;
+    const std::size_t place = reply.channel == Channel::at ? at_text : 0;
     std::memcpy(reply.payload.data() + place, &number, sizeof number);
 }
 
 void fill_text(Reply &reply, int)
 {
-    std::memset(reply.payload.data(), 'x', reply.side == Side::at ? at_text : reply.payload.size());
+    std::memset(reply.payload.data(), 'x',
+                reply.channel == Channel::at ? at_text : reply.payload.size());
 }
 
 // Bytes with each bit set and clear, the same every time.

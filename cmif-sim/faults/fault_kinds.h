@@ -14,7 +14,7 @@ namespace cmif_sim
 
 // A reply on its way out.
 struct Reply {
-    Side side;
+    Channel channel;
     long type;
     std::string payload;
     std::chrono::milliseconds delay{0};

@@ -1,4 +1,4 @@
-// The faults that are armed on a channel, until a request, a reply or an event sets them off.
+// The faults that are armed on a link, until a request, a reply or an event sets them off.
 #ifndef CMIF_SIM_FAULTS_FAULT_LIST_H
 #define CMIF_SIM_FAULTS_FAULT_LIST_H
 

@@ -24,20 +24,21 @@ long code_of(const void *record)
 
 } // namespace
 
-Channel::Channel(Side side, scenario::Clock &clock, OnRequest on_request, bool verbose)
-    : side_(side), names_(names_of(side)), clock_(clock), on_request_(std::move(on_request)),
-      verbose_(verbose), queues_(names_.requests, names_.replies), thawed_(clock),
+FaultyLink::FaultyLink(Channel channel, scenario::Clock &clock, OnRequest on_request, bool verbose)
+    : channel_(channel), names_(names_of(channel)), clock_(clock),
+      on_request_(std::move(on_request)), verbose_(verbose),
+      queues_(names_.requests, names_.replies), thawed_(clock),
       delays_(std::make_shared<scenario::Pause>(clock))
 {
 }
 
-bool Channel::prepare()
+bool FaultyLink::prepare()
 {
     return queues_.prepare();
 }
 
 // The daemon's thread starts its process, so that it lasts as long as that thread.
-std::shared_ptr<DaemonProcess> Channel::process()
+std::shared_ptr<DaemonProcess> FaultyLink::process()
 {
     const std::lock_guard lock(mutex_);
     thread_ = std::this_thread::get_id();
@@ -48,7 +49,7 @@ std::shared_ptr<DaemonProcess> Channel::process()
     return process_;
 }
 
-std::optional<std::size_t> Channel::receive(void *record, std::size_t room)
+std::optional<std::size_t> FaultyLink::receive(void *record, std::size_t room)
 {
     held_work_.reset(); // a request that was held has been served
     const std::shared_ptr<DaemonProcess> process = this->process();
@@ -64,7 +65,7 @@ std::optional<std::size_t> Channel::receive(void *record, std::size_t room)
 
 // A request that a freeze has caught is served after it. From the thaw on that is work, for which a
 // manual clock waits.
-std::optional<std::size_t> Channel::take_held(void *record)
+std::optional<std::size_t> FaultyLink::take_held(void *record)
 {
     std::unique_lock lock(mutex_);
     while (held_ && state_ == State::frozen && !stopped_)
@@ -79,7 +80,7 @@ std::optional<std::size_t> Channel::take_held(void *record)
     return bytes.size() - sizeof(long);
 }
 
-bool Channel::is_served(const void *record, std::size_t payload)
+bool FaultyLink::is_served(const void *record, std::size_t payload)
 {
     const long code = code_of(record);
     on_request_(code);
@@ -99,7 +100,7 @@ bool Channel::is_served(const void *record, std::size_t payload)
     return state_ != State::ended;
 }
 
-void Channel::log(const Fault &fault, long code) const
+void FaultyLink::log(const Fault &fault, long code) const
 {
     if (verbose_)
         std::fprintf(stderr, "%s !! %ld fault: %s\n", names_.label, code,
@@ -107,7 +108,7 @@ void Channel::log(const Fault &fault, long code) const
 }
 
 // The daemon's verbs end in their own time; what they answer after the daemon's end is lost.
-void Channel::end(const DaemonProcess *which)
+void FaultyLink::end(const DaemonProcess *which)
 {
     const std::lock_guard lock(mutex_);
     if (state_ == State::ended || (which && process_.get() != which))
@@ -125,7 +126,7 @@ void Channel::end(const DaemonProcess *which)
 }
 
 // In the daemon's own thread there is nothing to wait for.
-std::unique_lock<std::mutex> Channel::lock_with_process()
+std::unique_lock<std::mutex> FaultyLink::lock_with_process()
 {
     std::unique_lock lock(mutex_);
     if (thread_ != std::this_thread::get_id())
@@ -135,7 +136,7 @@ std::unique_lock<std::mutex> Channel::lock_with_process()
     return lock;
 }
 
-void Channel::freeze()
+void FaultyLink::freeze()
 {
     const auto lock = lock_with_process();
     state_ = State::frozen;
@@ -143,7 +144,7 @@ void Channel::freeze()
         process_->send(SIGSTOP);
 }
 
-void Channel::thaw()
+void FaultyLink::thaw()
 {
     const auto lock = lock_with_process();
     state_ = State::serving;
@@ -152,10 +153,10 @@ void Channel::thaw()
         process_->send(SIGCONT);
 }
 
-void Channel::restart()
+void FaultyLink::restart()
 {
     end(nullptr);
-    set_ready(side_, false);
+    set_ready(channel_, false);
     if (!prepare())
         throw std::runtime_error(std::string("the ") + names_.name + " queues can't be made");
     {
@@ -163,10 +164,10 @@ void Channel::restart()
         state_ = State::serving;
     }
     lock_with_process().unlock();
-    set_ready(side_, true);
+    set_ready(channel_, true);
 }
 
-void Channel::act(const Fault &fault)
+void FaultyLink::act(const Fault &fault)
 {
     constexpr long no_request = 9000;
     const std::string_view kind = fault.kind->name;
@@ -179,16 +180,16 @@ void Channel::act(const Fault &fault)
     else if (kind == "restart")
         restart();
     else if (kind == "not-ready" || kind == "ready")
-        set_ready(side_, kind == "ready");
+        set_ready(channel_, kind == "ready");
     else if (kind == "remove-queue")
         remove_queue(fault.number == 0 ? names_.requests : names_.replies);
     else if (kind == "foreign")
-        put_replies(side_, no_request, fault.number);
+        put_replies(channel_, no_request, fault.number);
     else if (kind == "stale")
-        put_replies(side_, fault.code.value(), fault.number);
+        put_replies(channel_, fault.code.value(), fault.number);
 }
 
-void Channel::add(const Fault &fault)
+void FaultyLink::add(const Fault &fault)
 {
     if (fault.after.empty() && acts_at_once(fault))
         act(fault);
@@ -196,7 +197,7 @@ void Channel::add(const Fault &fault)
         faults_.arm(fault);
 }
 
-void Channel::event(std::string_view name)
+void FaultyLink::event(std::string_view name)
 {
     for (const Fault &fault : faults_.event(name))
         try {
@@ -206,12 +207,12 @@ void Channel::event(std::string_view name)
         }
 }
 
-std::shared_ptr<void> Channel::work()
+std::shared_ptr<void> FaultyLink::work()
 {
     return std::make_shared<scenario::Work>(clock_);
 }
 
-void Channel::stop()
+void FaultyLink::stop()
 {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
@@ -220,7 +221,7 @@ void Channel::stop()
 }
 
 // Counts the reply; nothing if it is of an earlier life.
-std::optional<Channel::Life> Channel::life_of_reply(long code)
+std::optional<FaultyLink::Life> FaultyLink::life_of_reply(long code)
 {
     const std::lock_guard lock(mutex_);
     std::map<long, int> &counts = lost_.contains(code) ? lost_ : taken_;
@@ -230,7 +231,7 @@ std::optional<Channel::Life> Channel::life_of_reply(long code)
 }
 
 // Waits while the daemon is frozen. Whether it still lives.
-bool Channel::may_answer(int life)
+bool FaultyLink::may_answer(int life)
 {
     std::unique_lock lock(mutex_);
     while (life_ == life && state_ == State::frozen && !stopped_)
@@ -238,13 +239,13 @@ bool Channel::may_answer(int life)
     return life_ == life && state_ != State::frozen;
 }
 
-bool Channel::send(const void *record, std::size_t payload, const StopFlag &stop)
+bool FaultyLink::send(const void *record, std::size_t payload, const StopFlag &stop)
 {
     const long code = code_of(record);
     const std::optional<Life> life = life_of_reply(code);
     if (!life)
         return false;
-    Reply reply{side_, code, {static_cast<const char *>(record) + sizeof code, payload}};
+    Reply reply{channel_, code, {static_cast<const char *>(record) + sizeof code, payload}};
     for (const Fault &fault : faults_.take(FaultStage::reply, code)) {
         log(fault, code);
         fault.kind->apply(reply, fault.number);
@@ -254,7 +255,7 @@ bool Channel::send(const void *record, std::size_t payload, const StopFlag &stop
     return may_answer(life->number) && send_copies(reply, stop);
 }
 
-bool Channel::send_copies(const Reply &reply, const StopFlag &stop)
+bool FaultyLink::send_copies(const Reply &reply, const StopFlag &stop)
 {
     const std::string bytes = record_of(reply.type, reply.payload);
     bool sent = false;
@@ -263,13 +264,13 @@ bool Channel::send_copies(const Reply &reply, const StopFlag &stop)
     return sent;
 }
 
-DaemonStatus Channel::status() const
+DaemonStatus FaultyLink::status() const
 {
     const std::lock_guard lock(mutex_);
     DaemonStatus status{"ended", std::nullopt, faults_.descriptions()};
     if (state_ != State::ended)
         status.state = state_ == State::frozen ? "frozen"
-                       : is_ready(side_)       ? "serving"
+                       : is_ready(channel_)    ? "serving"
                                                : "not ready";
     if (process_)
         status.process = process_->number();

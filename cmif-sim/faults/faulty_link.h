@@ -1,5 +1,5 @@
-// A channel of the simulated router: a daemon's way to its queues, through a process of its own,
-// and with faults on the way.
+// A link of the simulated router: a daemon's way to its queues, through a process of its own, and
+// with faults on the way.
 #ifndef CMIF_SIM_FAULTS_FAULTY_LINK_H
 #define CMIF_SIM_FAULTS_FAULTY_LINK_H
 
@@ -20,11 +20,11 @@ namespace cmif_sim
 
 using OnRequest = std::function<void(long code)>;
 
-class Channel final : public daemons::Link
+class FaultyLink final : public daemons::Link
 {
 public:
     // `on_request` is called with each request that the daemon takes.
-    Channel(Side side, scenario::Clock &clock, OnRequest on_request, bool verbose);
+    FaultyLink(Channel channel, scenario::Clock &clock, OnRequest on_request, bool verbose);
 
     bool prepare() override;
     std::optional<std::size_t> receive(void *record, std::size_t room) override;
@@ -64,8 +64,8 @@ private:
     bool may_answer(int life);
     bool send_copies(const Reply &reply, const daemons::StopFlag &stop);
 
-    Side side_;
-    const SideNames &names_;
+    Channel channel_;
+    const ChannelNames &names_;
     scenario::Clock &clock_;
     OnRequest on_request_;
     bool verbose_;

@@ -28,7 +28,7 @@ std::unique_ptr<Clock> make_clock(const ServerOptions &options)
     return std::make_unique<RealClock>(TimeScale(options.pace));
 }
 
-Commands scenario_commands(simulated::Modem &modem, Channel &at, Channel &qmi,
+Commands scenario_commands(simulated::Modem &modem, FaultyLink &at, FaultyLink &qmi,
                            const ServerOptions &options)
 {
     Commands commands = simulated::modem_commands(modem);
@@ -75,13 +75,13 @@ void settle_each(Commands &commands, Clock &clock)
 
 Simulation::Simulation(const ServerOptions &options)
     : options_(options), clock_(make_clock(options)), modem_(*clock_, options.seed),
-      at_channel_(
-          Side::at, *clock_, [this](long code) { event("request " + std::to_string(code)); },
+      at_link_(
+          Channel::at, *clock_, [this](long code) { event("request " + std::to_string(code)); },
           options.verbose),
-      qmi_channel_(
-          Side::qmi, *clock_, [this](long code) { event("qmi-request " + std::to_string(code)); },
-          options.verbose),
-      commands_(scenario_commands(modem_, at_channel_, qmi_channel_, options)),
+      qmi_link_(
+          Channel::qmi, *clock_,
+          [this](long code) { event("qmi-request " + std::to_string(code)); }, options.verbose),
+      commands_(scenario_commands(modem_, at_link_, qmi_link_, options)),
       timeline_(*clock_, parse_script(options.scenario, options.scenario_name, commands_),
                 [&options](const Step &step, const std::string &why) {
                     std::fprintf(stderr, "cmif-sim: %s:%zu: %s\n", options.scenario_name.c_str(),
@@ -95,15 +95,15 @@ Simulation::Simulation(const ServerOptions &options)
 Simulation::~Simulation()
 {
     modem_.watch_events({});
-    at_channel_.stop();
-    qmi_channel_.stop();
+    at_link_.stop();
+    qmi_link_.stop();
 }
 
 bool Simulation::start_daemons()
 {
     publisher_.emplace(modem_);
-    at_.emplace(modem_, *publisher_, at_channel_, stop_, options_.verbose);
-    qmi_.emplace(modem_, *publisher_, qmi_channel_, stop_, options_.verbose);
+    at_.emplace(modem_, *publisher_, at_link_, stop_, options_.verbose);
+    qmi_.emplace(modem_, *publisher_, qmi_link_, stop_, options_.verbose);
     return (!options_.at || at_->start()) && (!options_.qmi || qmi_->start());
 }
 
@@ -123,8 +123,8 @@ bool Simulation::start()
 void Simulation::event(std::string_view name)
 {
     timeline_.event(name);
-    at_channel_.event(name);
-    qmi_channel_.event(name);
+    at_link_.event(name);
+    qmi_link_.event(name);
     if (options_.happened)
         options_.happened(name);
 }
@@ -134,8 +134,8 @@ BoxStatus Simulation::status() const
     constexpr DaemonStatus left_out{"left out"};
     SimulationStatus status{std::nullopt,
                             std::nullopt,
-                            options_.at ? at_channel_.status() : left_out,
-                            options_.qmi ? qmi_channel_.status() : left_out,
+                            options_.at ? at_link_.status() : left_out,
+                            options_.qmi ? qmi_link_.status() : left_out,
                             timeline_.pending(),
                             ports_};
     if (!options_.manual_clock)
@@ -149,7 +149,7 @@ void check_scenario(const ServerOptions &options)
 {
     ManualClock clock;
     simulated::Modem modem(clock, options.seed);
-    Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
+    FaultyLink at(Channel::at, clock, {}, false), qmi(Channel::qmi, clock, {}, false);
     parse_script(options.scenario, options.scenario_name,
                  scenario_commands(modem, at, qmi, options));
 }
@@ -158,7 +158,7 @@ std::vector<Words::Offer> what_may_follow(const std::string &line, const ServerO
 {
     ManualClock clock;
     simulated::Modem modem(clock, 1);
-    Channel at(Side::at, clock, {}, false), qmi(Side::qmi, clock, {}, false);
+    FaultyLink at(Channel::at, clock, {}, false), qmi(Channel::qmi, clock, {}, false);
     Commands commands = scenario_commands(modem, at, qmi, options);
     commands.push_back(advance_command(clock));
     Words words(line);

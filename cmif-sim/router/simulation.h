@@ -45,7 +45,7 @@ private:
     std::vector<std::string> ports_;
     std::unique_ptr<scenario::Clock> clock_;
     simulated::Modem modem_;
-    Channel at_channel_, qmi_channel_;
+    FaultyLink at_link_, qmi_link_;
     scenario::Commands commands_; // of a scenario, and `advance`
     scenario::Timeline timeline_;
     daemons::StopFlag stop_;

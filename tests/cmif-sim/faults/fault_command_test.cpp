@@ -33,7 +33,7 @@ protected:
     }
 
     scenario::ManualClock clock;
-    Channel at{Side::at, clock, {}, false}, qmi{Side::qmi, clock, {}, false};
+    FaultyLink at{Channel::at, clock, {}, false}, qmi{Channel::qmi, clock, {}, false};
     scenario::Commands commands{fault_command({&at, &qmi})};
 };
 
