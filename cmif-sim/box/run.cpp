@@ -38,7 +38,7 @@ void extend_path(const fs::path &directory)
 int run_inside(const ServerOptions &options, const std::vector<std::string> &command)
 {
     const OwnStore store;
-    const Router router(options);
+    const RouterProcess router(options);
     if (!router.is_ready()) {
         std::fprintf(stderr, "cmif-sim: the simulated router did not start\n");
         return 1;

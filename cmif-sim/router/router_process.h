@@ -9,11 +9,11 @@ namespace cmif_sim
 {
 
 // Runs as long as this object exists.
-class Router
+class RouterProcess
 {
 public:
     // Waits until it is ready, or has failed.
-    explicit Router(const ServerOptions &options)
+    explicit RouterProcess(const ServerOptions &options)
         : process_([&options](int ready_fd) { return serve(options, ready_fd); })
     {
     }
