@@ -14,7 +14,7 @@
 
 namespace at_front
 {
-class Mishaps;
+class AnswerFaults;
 }
 namespace simulated
 {
@@ -41,7 +41,7 @@ struct ServerOptions {
     std::function<scenario::Commands(simulated::Modem &modem)> further_commands{};
 
     // What goes wrong with the answers on AT ports.
-    std::shared_ptr<at_front::Mishaps> mishaps{};
+    std::shared_ptr<at_front::AnswerFaults> answer_faults{};
 
     // Called with the name of each event (modems/simulated/situation.h).
     std::function<void(std::string_view event)> happened{};

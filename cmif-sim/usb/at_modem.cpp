@@ -13,10 +13,10 @@ namespace cmif_sim
 ServerOptions at_modem_options(ServerOptions options)
 {
     options.at = options.qmi = options.store = false;
-    const auto mishaps = std::make_shared<at_front::Mishaps>();
-    options.mishaps = mishaps;
-    options.further_commands = [mishaps](simulated::Modem &) {
-        return scenario::Commands{at_front::answer_command(*mishaps)};
+    const auto answer_faults = std::make_shared<at_front::AnswerFaults>();
+    options.answer_faults = answer_faults;
+    options.further_commands = [answer_faults](simulated::Modem &) {
+        return scenario::Commands{at_front::answer_command(*answer_faults)};
     };
     return options;
 }
@@ -28,7 +28,8 @@ int serve_at_modem(const ServerOptions &options)
     Simulation simulation(options);
     if (!simulation.start())
         return 1;
-    const at_front::Front front(simulation.modem(), *options.mishaps, at_front::terminals(ports));
+    const at_front::Front front(simulation.modem(), *options.answer_faults,
+                                at_front::terminals(ports));
     simulation.set_ports(front.paths());
     serve_commands(simulation, options, signals, [&front] {
         for (const std::string &path : front.paths())

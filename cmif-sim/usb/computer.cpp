@@ -39,10 +39,10 @@ int serve_usb_modem(ServerOptions options, pid_t computer, int ready_fd)
 {
     const sigset_t signals = daemons::block_termination_signals();
     become_network();
-    UsbModem usb(directory(), bus_socket(directory()), computer, *options.mishaps);
+    UsbModem usb(directory(), bus_socket(directory()), computer, *options.answer_faults);
     Simulation *running = nullptr;
     options.further_commands = [&usb, &options](simulated::Modem &modem) {
-        return scenario::Commands{at_front::answer_command(*options.mishaps),
+        return scenario::Commands{at_front::answer_command(*options.answer_faults),
                                   usb_command(&usb, modem)};
     };
     options.happened = [&](std::string_view name) {
@@ -139,7 +139,7 @@ ServerOptions usb_options(ServerOptions options)
 {
     options = at_modem_options(std::move(options));
     options.further_commands = [options](simulated::Modem &modem) {
-        return scenario::Commands{at_front::answer_command(*options.mishaps),
+        return scenario::Commands{at_front::answer_command(*options.answer_faults),
                                   usb_command(nullptr, modem)};
     };
     return options;

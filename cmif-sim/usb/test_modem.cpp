@@ -56,7 +56,7 @@ int serve_test_modem(const ServerOptions &options, const std::string &directory,
     Simulation simulation(options);
     if (!simulation.start())
         return 1;
-    const at_front::Front front(simulation.modem(), *options.mishaps, ports_in(directory),
+    const at_front::Front front(simulation.modem(), *options.answer_faults, ports_in(directory),
                                 managed_model);
     simulation.set_ports(front.paths());
     DbusConnection reports(bus_socket(directory));

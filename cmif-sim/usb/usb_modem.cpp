@@ -40,14 +40,14 @@ DbusMessage kernel_event(const char *action, const UsbInterface &interface)
 } // namespace
 
 UsbModem::UsbModem(std::string directory, const std::string &bus, pid_t computer,
-                   at_front::Mishaps &mishaps)
-    : directory_(std::move(directory)), computer_(computer), mishaps_(mishaps), reports_(bus),
-      watch_(bus,
-             [this] {
-                 const std::lock_guard lock(mutex_);
-                 new_manager_ = true; // which knows nothing of the ports
-                 changed_.notify_all();
-             }),
+                   at_front::AnswerFaults &answer_faults)
+    : directory_(std::move(directory)), computer_(computer), answer_faults_(answer_faults),
+      reports_(bus), watch_(bus,
+                            [this] {
+                                const std::lock_guard lock(mutex_);
+                                new_manager_ = true; // which knows nothing of the ports
+                                changed_.notify_all();
+                            }),
       worker_([this] { work(); })
 {
 }
@@ -149,8 +149,8 @@ void UsbModem::follow(simulated::Modem *wanted)
 
 void UsbModem::connect_to(simulated::Modem &modem)
 {
-    front_ = std::make_unique<at_front::Front>(modem, mishaps_, at_front::terminals(usb_terminals),
-                                               managed_model);
+    front_ = std::make_unique<at_front::Front>(modem, answer_faults_,
+                                               at_front::terminals(usb_terminals), managed_model);
     add_usb_modem(directory_, front_->paths());
     add_interface(computer_, "wwan0");
     report("add");
@@ -178,7 +178,7 @@ scenario::Command usb_command(UsbModem *usb, simulated::Modem &modem)
     const auto switch_power = [usb, &modem](bool on) {
         if (!usb)
             throw std::runtime_error("USB is not available: the system refuses namespaces");
-        modem.happen([on](simulated::ModemState &state, simulated::Time) { state.set_power(on); });
+        modem.apply([on](simulated::ModemState &state, simulated::Time) { state.set_power(on); });
         if (on)
             usb->plug(modem);
         else

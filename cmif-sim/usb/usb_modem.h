@@ -21,9 +21,10 @@ namespace cmif_sim
 class UsbModem
 {
 public:
-    // The directory of device_files.h, the socket of the D-Bus daemon, and a process of the computer.
+    // The directory of device_files.h, the socket of the D-Bus daemon, and a process of the
+    // computer.
     UsbModem(std::string directory, const std::string &bus, pid_t computer,
-             at_front::Mishaps &mishaps);
+             at_front::AnswerFaults &answer_faults);
     ~UsbModem(); // unplugs
     UsbModem(const UsbModem &) = delete;
     UsbModem &operator=(const UsbModem &) = delete;
@@ -47,7 +48,7 @@ private:
 
     std::string directory_;
     pid_t computer_;
-    at_front::Mishaps &mishaps_;
+    at_front::AnswerFaults &answer_faults_;
     DbusConnection reports_;
     std::unique_ptr<at_front::Front> front_; // of the worker, while plugged in
 

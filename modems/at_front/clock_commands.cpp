@@ -37,7 +37,7 @@ Answer read_clock(Call &call)
 {
     const std::time_t local = call.device.clock();
     const int zone =
-        call.device.look([](const ModemState &state, Time) { return state.time_zone; });
+        call.device.inspect([](const ModemState &state, Time) { return state.time_zone; });
     std::tm parts{};
     gmtime_r(&local, &parts);
     char text[32];

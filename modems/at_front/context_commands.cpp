@@ -11,15 +11,15 @@ namespace
 using daemons::PdpProfile;
 using simulated::Profiles;
 
-// The number of a context in its place, or nothing.
-std::optional<int> context_number(const Call &call, std::size_t place)
+// The number of a context, or nothing.
+std::optional<int> context_number(const Call &call, std::size_t index)
 {
-    return call.given.number(place, 1, 1, Profiles::max_profiles);
+    return call.given.number(index, 1, 1, Profiles::max_profiles);
 }
 
 PdpProfile stored(const Call &call, int number)
 {
-    return call.device.look(
+    return call.device.inspect(
         [number](const ModemState &state, Time) { return state.profiles.stored(number); });
 }
 

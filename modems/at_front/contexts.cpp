@@ -12,7 +12,7 @@ using daemons::PdpType;
 
 DataProfile profile_of(const Device &device, int context)
 {
-    const PdpProfile stored = device.look(
+    const PdpProfile stored = device.inspect(
         [context](const ModemState &state, Time) { return state.profiles.stored(context); });
     const Credentials login = device.credentials(context);
     const bool ipv6 = stored.type == PdpType::ipv6;
@@ -22,7 +22,7 @@ DataProfile profile_of(const Device &device, int context)
 
 ConnectionState connection(const Device &device)
 {
-    return device.look([](const ModemState &state, Time) { return state.connection.state(); });
+    return device.inspect([](const ModemState &state, Time) { return state.connection.state(); });
 }
 
 bool wait_for_connection(Call &call)

@@ -3,10 +3,10 @@
 namespace at_front
 {
 
-Device::Device(simulated::Modem &modem, Mishaps &mishaps, std::string model)
-    : modem_(modem), mishaps_(mishaps), model_(std::move(model))
+Device::Device(simulated::Modem &modem, AnswerFaults &answer_faults, std::string model)
+    : modem_(modem), answer_faults_(answer_faults), model_(std::move(model))
 {
-    clock_set_at_ = look([](const ModemState &, Time now) { return now; });
+    clock_set_at_ = inspect([](const ModemState &, Time now) { return now; });
     modem_.watch([this] {
         wake();
         const std::lock_guard lock(watch_mutex_);
@@ -23,7 +23,7 @@ Device::~Device()
 CmeError Device::change(const std::function<CmeError(ModemState &, Time)> &act)
 {
     CmeError result = CmeError::ok;
-    modem_.happen([&](ModemState &state, Time now) { result = act(state, now); });
+    modem_.apply([&](ModemState &state, Time now) { result = act(state, now); });
     return result;
 }
 
@@ -99,14 +99,14 @@ int Device::radio_access() const
 
 std::time_t Device::clock() const
 {
-    const Time now = look([](const ModemState &, Time at) { return at; });
+    const Time now = inspect([](const ModemState &, Time at) { return at; });
     const std::lock_guard lock(mutex_);
     return clock_set_ + std::chrono::floor<std::chrono::seconds>(now - clock_set_at_).count();
 }
 
 void Device::set_clock(std::time_t local)
 {
-    const Time now = look([](const ModemState &, Time at) { return at; });
+    const Time now = inspect([](const ModemState &, Time at) { return at; });
     const std::lock_guard lock(mutex_);
     clock_set_ = local;
     clock_set_at_ = now;

@@ -2,7 +2,7 @@
 #ifndef MODEMS_AT_FRONT_DEVICE_H
 #define MODEMS_AT_FRONT_DEVICE_H
 
-#include "mishaps.h"
+#include "answer_faults.h"
 #include "modems/simulated/modem.h"
 
 #include <array>
@@ -30,19 +30,19 @@ class Device
 {
 public:
     // `model` is what +CGMM answers.
-    Device(simulated::Modem &modem, Mishaps &mishaps, std::string model);
+    Device(simulated::Modem &modem, AnswerFaults &answer_faults, std::string model);
     ~Device(); // no thread waits any more
     Device(const Device &) = delete;
     Device &operator=(const Device &) = delete;
 
     simulated::Modem &modem() { return modem_; }
-    Mishaps &mishaps() { return mishaps_; }
+    AnswerFaults &answer_faults() { return answer_faults_; }
     const std::string &model() const { return model_; }
     daemons::ModemStatus status() const { return modem_.status(); }
 
-    // What `read` makes of the state.
+    // Returns what `read` makes of the state.
     template <typename Read>
-    auto look(Read read) const
+    auto inspect(Read read) const
     {
         decltype(read(std::declval<const ModemState &>(), Time())) result{};
         modem_.inspect([&](const ModemState &state, Time now) { result = read(state, now); });
@@ -56,7 +56,7 @@ public:
     bool wait_until(const std::function<bool()> &done, scenario::Duration limit,
                     const std::function<bool()> &given_up);
 
-    // Lets all who wait look again.
+    // Wakes all waiting threads, which check their conditions again.
     void wake();
     // Ends all waiting.
     void stop();
@@ -65,7 +65,7 @@ public:
     // here.
     void watch(std::function<void()> changed);
 
-    // The context of the data connection, by its number, and who logs in with which.
+    // The number of the data connection's context, and the credentials of each context.
     std::optional<int> active_context() const;
     void set_active_context(std::optional<int> number);
     Credentials credentials(int context) const;
@@ -80,7 +80,7 @@ public:
 
 private:
     simulated::Modem &modem_;
-    Mishaps &mishaps_;
+    AnswerFaults &answer_faults_;
     std::string model_;
     mutable std::mutex mutex_; // of all below
     std::condition_variable changed_;

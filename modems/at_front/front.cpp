@@ -3,8 +3,8 @@
 namespace at_front
 {
 
-Front::Front(simulated::Modem &modem, Mishaps &mishaps, Wires ports, std::string model)
-    : device_(modem, mishaps, std::move(model))
+Front::Front(simulated::Modem &modem, AnswerFaults &answer_faults, Wires ports, std::string model)
+    : device_(modem, answer_faults, std::move(model))
 {
     for (std::unique_ptr<Wire> &wire : ports)
         ports_.push_back(std::make_unique<Port>(device_, std::move(wire)));

@@ -15,7 +15,7 @@ class Front
 {
 public:
     // All that is referred to must outlive this. Throws std::system_error.
-    Front(simulated::Modem &modem, Mishaps &mishaps, Wires ports,
+    Front(simulated::Modem &modem, AnswerFaults &answer_faults, Wires ports,
           std::string model = ModemState::hardware);
     ~Front();
     Front(const Front &) = delete;

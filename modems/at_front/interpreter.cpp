@@ -89,15 +89,15 @@ std::string Interpreter::run(const std::string &line)
         session_ = {}; // it has forgotten everything when it is back
         return "";
     }
-    const std::optional<Mishap> mishap = device_.mishaps().take(line);
-    if (!mishap)
+    const std::optional<AnswerFault> fault = device_.answer_faults().take(line);
+    if (!fault)
         return carry_out(line);
-    if (mishap->kind == Mishap::Kind::refuse)
-        return text_of_ending({{}, Ending::cme, mishap->error}, session_);
+    if (fault->kind == AnswerFault::Kind::refuse)
+        return text_of_ending({{}, Ending::cme, fault->error}, session_);
     std::string text = carry_out(line);
-    if (mishap->kind == Mishap::Kind::lose)
+    if (fault->kind == AnswerFault::Kind::lose)
         return "";
-    device_.wait_until([] { return false; }, device_.modem().scale().scaled(mishap->delay),
+    device_.wait_until([] { return false; }, device_.modem().scale().scaled(fault->delay),
                        called_off_);
     return text;
 }

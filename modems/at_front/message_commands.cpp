@@ -1,6 +1,6 @@
 // Short messages (3GPP TS 27.005).
 #include "command.h"
-#include "message_places.h"
+#include "message_parts.h"
 #include "sms_pdu.h"
 
 #include <algorithm>
@@ -21,8 +21,8 @@ constexpr int sim_not_inserted = 310, sim_pin_required = 311, sim_failure = 313,
 // 0 when messages can be read.
 int refusal(Call &call, Needs needs)
 {
-    switch (
-        call.device.look([needs](const ModemState &state, Time) { return state.refusal(needs); })) {
+    switch (call.device.inspect(
+        [needs](const ModemState &state, Time) { return state.refusal(needs); })) {
     case CmeError::ok:
         return 0;
     case CmeError::sim_not_inserted:
@@ -40,7 +40,7 @@ int refusal(Call &call, Needs needs)
 
 std::vector<Message> messages(const Call &call)
 {
-    return call.device.look([](const ModemState &state, Time) { return state.messages.all(); });
+    return call.device.inspect([](const ModemState &state, Time) { return state.messages.all(); });
 }
 
 Answer read_format(Call &call)
@@ -114,7 +114,7 @@ Answer set_indications(Call &call)
     return ok;
 }
 
-// Which messages are meant: a place in the table of states.
+// Which messages are meant: an index into the table of states.
 std::optional<std::size_t> chosen_state(const Call &call)
 {
     if (!call.session.text_mode)
@@ -138,7 +138,7 @@ Answer list(Call &call)
     for (const Message &message : messages(call))
         if (message_states.at(*chosen) == "ALL" || *chosen == state_of(message))
             for (const Part &part : parts_of(message, call.session)) {
-                answer.lines.push_back("+CMGL: " + std::to_string(part.place) + "," + part.header);
+                answer.lines.push_back("+CMGL: " + std::to_string(part.index) + "," + part.header);
                 answer.lines.push_back(part.content);
             }
     call.device.change([](ModemState &state, Time) {
@@ -162,10 +162,10 @@ Answer read_message(Call &call)
 {
     if (const int reason = refusal(call, Needs::unlocked_sim); reason != 0)
         return message_error(reason);
-    const int place = call.given.number(0).value_or(0);
+    const int index = call.given.number(0).value_or(0);
     for (const Message &message : messages(call))
         for (const Part &part : parts_of(message, call.session)) {
-            if (part.place != place)
+            if (part.index != index)
                 continue;
             call.device.change([&message](ModemState &state, Time) {
                 state.messages.mark_read(message.index);
@@ -178,15 +178,15 @@ Answer read_message(Call &call)
 
 Answer delete_message(Call &call)
 {
-    const auto place = call.given.number(0), flag = call.given.number(1, 0, 0, 4);
-    if (!place || !flag)
+    const auto index = call.given.number(0), flag = call.given.number(1, 0, 0, 4);
+    if (!index || !flag)
         return message_error(invalid_memory_index);
     if (const int reason = refusal(call, Needs::unlocked_sim); reason != 0)
         return message_error(reason);
-    if (*flag == 0 && is_further_part(*place))
+    if (*flag == 0 && is_further_part(*index))
         return ok; // it goes with the first one
     const CmeError result =
-        call.device.modem().delete_messages(*place, static_cast<daemons::DeleteFlag>(*flag));
+        call.device.modem().delete_messages(*index, static_cast<daemons::DeleteFlag>(*flag));
     return result == CmeError::ok ? ok : message_error(invalid_memory_index);
 }
 

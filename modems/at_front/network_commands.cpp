@@ -54,7 +54,7 @@ std::string text_of(const Operator &row)
 
 std::vector<Operator> operators(Call &call)
 {
-    return call.device.look(
+    return call.device.inspect(
         [](const ModemState &state, Time) { return state.network.operators(); });
 }
 
@@ -66,13 +66,14 @@ Answer search(Call &call)
     if (refusal != CmeError::ok)
         return ended(refusal);
     const auto done = [&] {
-        return call.device.look([](const ModemState &state, Time) { return !state.searching(); });
+        return call.device.inspect(
+            [](const ModemState &state, Time) { return !state.searching(); });
     };
     constexpr std::chrono::minutes limit{3};
     if (!call.device.wait_until(done, limit, call.called_off))
         return error;
     const CmeError result =
-        call.device.look([](const ModemState &state, Time) { return state.search_result; });
+        call.device.inspect([](const ModemState &state, Time) { return state.search_result; });
     if (result != CmeError::ok)
         return ended(result);
     std::string list = "+COPS: ";
@@ -85,7 +86,8 @@ Answer read_operator(Call &call)
 {
     const daemons::ModemStatus status = call.device.modem().status();
     const int format = call.session.operator_format;
-    if (call.device.look([](const ModemState &state, Time) { return state.network.stays_away(); }))
+    if (call.device.inspect(
+            [](const ModemState &state, Time) { return state.network.deregistered(); }))
         return line("+COPS: 2");
     const std::string mode = status.manual_selection.value_or(false) ? "1" : "0";
     if (!status.technology)
@@ -128,13 +130,13 @@ CmeError select(Call &call, int mode)
 Answer wait_for_registration(Call &call)
 {
     const auto settled = [&] {
-        return call.device.look(
+        return call.device.inspect(
             [](const ModemState &state, Time) { return !state.network.next_deadline(); });
     };
     constexpr std::chrono::minutes limit{3};
     if (!call.device.wait_until(settled, limit, call.called_off))
         return error;
-    return ended(call.device.look(
+    return ended(call.device.inspect(
         [](const ModemState &state, Time) { return state.refusal(Needs::network); }));
 }
 
@@ -146,7 +148,7 @@ Answer set_operator(Call &call)
         return incorrect;
     if (*mode == 2)
         return ended(call.device.change([](ModemState &state, Time) {
-            state.network.stay_away();
+            state.network.deregister();
             return CmeError::ok;
         }));
     if (call.given.has(1)) {
@@ -159,8 +161,8 @@ Answer set_operator(Call &call)
         return ok;
     if (*mode != 0 && *mode != 1 && *mode != 4)
         return incorrect;
-    const CmeError refusal =
-        call.device.look([](const ModemState &state, Time) { return state.refusal(Needs::radio); });
+    const CmeError refusal = call.device.inspect(
+        [](const ModemState &state, Time) { return state.refusal(Needs::radio); });
     const CmeError result = refusal == CmeError::ok ? select(call, *mode) : refusal;
     return result == CmeError::ok ? wait_for_registration(call) : ended(result);
 }

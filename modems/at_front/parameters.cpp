@@ -32,19 +32,19 @@ std::optional<Parameters> Parameters::parse(std::string_view text)
     return parsed;
 }
 
-std::optional<int> Parameters::number(std::size_t place) const
+std::optional<int> Parameters::number(std::size_t index) const
 {
-    return has(place) ? daemons::to_number(*values_[place]) : std::nullopt;
+    return has(index) ? daemons::to_number(*values_[index]) : std::nullopt;
 }
 
-std::optional<int> Parameters::number(std::size_t place, int otherwise) const
+std::optional<int> Parameters::number(std::size_t index, int otherwise) const
 {
-    return has(place) ? number(place) : otherwise;
+    return has(index) ? number(index) : otherwise;
 }
 
-std::optional<int> Parameters::number(std::size_t place, int otherwise, int min, int max) const
+std::optional<int> Parameters::number(std::size_t index, int otherwise, int min, int max) const
 {
-    const std::optional<int> value = number(place, otherwise);
+    const std::optional<int> value = number(index, otherwise);
     return value && *value >= min && *value <= max ? value : std::nullopt;
 }
 

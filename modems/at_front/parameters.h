@@ -1,4 +1,4 @@
-// The values after the = of an AT command: numbers, quoted texts, and empty places.
+// The values after the = of an AT command: numbers, quoted texts, and empty fields.
 #ifndef MODEMS_AT_FRONT_PARAMETERS_H
 #define MODEMS_AT_FRONT_PARAMETERS_H
 
@@ -18,16 +18,16 @@ public:
     static std::optional<Parameters> parse(std::string_view text);
 
     std::size_t count() const { return values_.size(); }
-    bool has(std::size_t place) const { return place < values_.size() && values_[place]; }
-    std::string text(std::size_t place) const { return has(place) ? *values_[place] : ""; }
+    bool has(std::size_t index) const { return index < values_.size() && values_[index]; }
+    std::string text(std::size_t index) const { return has(index) ? *values_[index] : ""; }
     // Nothing for what is there but is not a number.
-    std::optional<int> number(std::size_t place) const;
-    std::optional<int> number(std::size_t place, int otherwise) const;
-    // A number of this range, or `otherwise` for an empty place.
-    std::optional<int> number(std::size_t place, int otherwise, int min, int max) const;
+    std::optional<int> number(std::size_t index) const;
+    std::optional<int> number(std::size_t index, int otherwise) const;
+    // A number of this range, or `otherwise` for an empty field.
+    std::optional<int> number(std::size_t index, int otherwise, int min, int max) const;
 
 private:
-    std::vector<std::optional<std::string>> values_; // nothing for an empty place
+    std::vector<std::optional<std::string>> values_; // nothing for an empty field
 };
 
 } // namespace at_front

@@ -36,9 +36,9 @@ void add_indicators(const Situation &before, const Situation &now, Lines &lines)
 
 void add_messages(const Situation &before, const Situation &now, Lines &lines)
 {
-    for (const int place : now.messages)
-        if (!before.messages.contains(place))
-            lines.push_back("+CMTI: \"SM\"," + std::to_string(place));
+    for (const int index : now.messages)
+        if (!before.messages.contains(index))
+            lines.push_back("+CMTI: \"SM\"," + std::to_string(index));
 }
 
 } // namespace
@@ -49,7 +49,7 @@ Situation situation_of(const Device &device)
     now.status = device.status();
     now.indicators = indicators_of(now.status);
     now.context = connected_context(device);
-    now.down = device.look([&now](const ModemState &state, Time) {
+    now.down = device.inspect([&now](const ModemState &state, Time) {
         for (const daemons::Message &message : state.messages.all())
             now.messages.insert(message.index);
         return state.down();

@@ -19,7 +19,7 @@ struct Situation {
     daemons::ModemStatus status;
     Indicators indicators{};
     std::optional<int> context; // that is connected
-    std::set<int> messages;     // their places
+    std::set<int> messages;     // their indexes
 };
 
 Situation situation_of(const Device &device);

@@ -17,7 +17,7 @@ struct Session {
     int creg = 0, cgreg = 0, cereg = 0;
     int indicators = 0;       // +CMER: 1 reports changes by +CIEV
     int packet_events = 0;    // +CGEREP: 1, 2 report them by +CGEV
-    int new_messages[5] = {}; // +CNMI: with 1 in the second place, by +CMTI
+    int new_messages[5] = {}; // +CNMI: with 1 in the second field, by +CMTI
     int message_service = 0;  // +CSMS
 
     int operator_format = 0; // +COPS: 0 long name, 1 short name, 2 number

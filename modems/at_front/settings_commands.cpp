@@ -65,7 +65,7 @@ Answer set_character_set(Call &call)
 Answer read_functionality(Call &call)
 {
     const int level =
-        call.device.look([](const ModemState &state, Time) { return state.functionality; });
+        call.device.inspect([](const ModemState &state, Time) { return state.functionality; });
     return line("+CFUN: " + std::to_string(level));
 }
 

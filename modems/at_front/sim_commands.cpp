@@ -12,7 +12,7 @@ using simulated::Needs;
 
 CmeError refusal(Call &call, Needs needs)
 {
-    return call.device.look(
+    return call.device.inspect(
         [needs](const ModemState &state, Time) { return state.refusal(needs); });
 }
 
@@ -21,7 +21,7 @@ Answer read_pin(Call &call)
     if (const CmeError reason = refusal(call, Needs::sim); reason != CmeError::ok)
         return ended(reason);
     const SimStatus status =
-        call.device.look([](const ModemState &state, Time) { return state.sim_status(); });
+        call.device.inspect([](const ModemState &state, Time) { return state.sim_status(); });
     switch (status) {
     case SimStatus::pin_required:
         return line("+CPIN: SIM PIN");
@@ -45,7 +45,7 @@ Answer set_pin(Call &call)
     if (const CmeError reason = refusal(call, Needs::sim); reason != CmeError::ok)
         return ended(reason);
     const SimStatus status =
-        call.device.look([](const ModemState &state, Time) { return state.sim_status(); });
+        call.device.inspect([](const ModemState &state, Time) { return state.sim_status(); });
     if (status == SimStatus::network_locked)
         return ended(call.device.modem().unlock_network(code));
     if (status == SimStatus::ready)
@@ -60,7 +60,7 @@ Answer lock_sim(Call &call, int mode)
     if (const CmeError reason = refusal(call, Needs::sim); reason != CmeError::ok)
         return ended(reason);
     const bool enabled =
-        call.device.look([](const ModemState &state, Time) { return state.sim.pin1.enabled(); });
+        call.device.inspect([](const ModemState &state, Time) { return state.sim.pin1.enabled(); });
     return line("+CLCK: " + std::to_string(static_cast<int>(enabled)));
 }
 
@@ -71,7 +71,7 @@ Answer lock_network(Call &call, int mode)
     if (mode == 0)
         return ended(call.device.modem().unlock_network(call.given.text(2)));
     const bool locked =
-        call.device.look([](const ModemState &state, Time) { return state.lock.locked(); });
+        call.device.inspect([](const ModemState &state, Time) { return state.lock.locked(); });
     return line("+CLCK: " + std::to_string(static_cast<int>(locked)));
 }
 
@@ -99,7 +99,7 @@ Answer show_imsi(Call &call)
 {
     if (const CmeError reason = refusal(call, Needs::unlocked_sim); reason != CmeError::ok)
         return ended(reason);
-    return line(call.device.look(
+    return line(call.device.inspect(
         [](const ModemState &state, Time) { return std::string(state.sim.identity.imsi); }));
 }
 
@@ -107,7 +107,7 @@ Answer show_number(Call &call)
 {
     if (const CmeError reason = refusal(call, Needs::unlocked_sim); reason != CmeError::ok)
         return ended(reason);
-    return line("+CNUM: ,\"" + call.device.look([](const ModemState &state, Time) {
+    return line("+CNUM: ,\"" + call.device.inspect([](const ModemState &state, Time) {
         return std::string(state.sim.identity.subscriber_number);
     }) + "\",145");
 }
@@ -116,7 +116,7 @@ Answer show_iccid(Call &call)
 {
     if (const CmeError reason = refusal(call, Needs::sim); reason != CmeError::ok)
         return ended(reason);
-    return line("+CCID: " + call.device.look([](const ModemState &state, Time) {
+    return line("+CCID: " + call.device.inspect([](const ModemState &state, Time) {
         return std::string(state.sim.identity.iccid);
     }));
 }
@@ -130,7 +130,7 @@ Answer access_file(Call &call)
         return incorrect;
     if (const CmeError reason = refusal(call, Needs::sim); reason != CmeError::ok)
         return ended(reason);
-    const std::string content = call.device.look(
+    const std::string content = call.device.inspect(
         [&](const ModemState &state, Time) { return sim_file(*file, state.sim.identity); });
     if (*command != read_binary || content.empty())
         return line("+CRSM: 106,130,\"\""); // file not found

@@ -46,14 +46,14 @@ std::optional<Octets> septets_of(std::string_view utf8)
     constexpr std::size_t none = std::u32string_view::npos;
     Octets septets;
     for (const char32_t code : characters_of(utf8)) {
-        const std::size_t place = gsm_alphabet.find(code), extra = gsm_extension.find(code);
-        if (place == none && extra == none)
+        const std::size_t index = gsm_alphabet.find(code), extra = gsm_extension.find(code);
+        if (index == none && extra == none)
             return std::nullopt;
-        if (place == none) {
+        if (index == none) {
             septets.push_back(gsm_escape);
             septets.push_back(gsm_extension_numbers[extra]);
         } else {
-            septets.push_back(static_cast<std::uint8_t>(place < gsm_escape ? place : place + 1));
+            septets.push_back(static_cast<std::uint8_t>(index < gsm_escape ? index : index + 1));
         }
     }
     return septets;
@@ -153,8 +153,8 @@ std::optional<Octets> octets_of(std::string_view hexadecimal)
 {
     constexpr std::string_view digits = "0123456789ABCDEFabcdef";
     const auto value = [&](char digit) {
-        const std::size_t place = digits.find(digit);
-        return place < 16 ? place : place - 6;
+        const std::size_t index = digits.find(digit);
+        return index < 16 ? index : index - 6;
     };
     if (hexadecimal.size() % 2 != 0 ||
         hexadecimal.find_first_not_of(digits) != std::string_view::npos)

@@ -14,8 +14,8 @@ public:
 
     std::uint8_t take()
     {
-        complete_ = complete_ && place_ < octets_.size();
-        return complete_ ? octets_[place_++] : std::uint8_t{0};
+        complete_ = complete_ && position_ < octets_.size();
+        return complete_ ? octets_[position_++] : std::uint8_t{0};
     }
     Octets take(std::size_t count)
     {
@@ -24,12 +24,12 @@ public:
             taken.push_back(take());
         return taken;
     }
-    Octets rest() { return take(octets_.size() - place_); }
+    Octets rest() { return take(octets_.size() - position_); }
     bool complete() const { return complete_; }
 
 private:
     const Octets &octets_;
-    std::size_t place_ = 0;
+    std::size_t position_ = 0;
     bool complete_ = true;
 };
 

@@ -18,7 +18,7 @@ using daemons::ModemStatus;
 
 struct Options {
     std::string bus;            // its D-Bus address; "" is the system bus
-    std::string device;         // its place in /sys; "" is the first modem that is found
+    std::string device;         // its path in /sys; "" is the first modem that is found
     std::string at_port;        // for what ModemManager has no way to do; "" is none
     bool apply_address = false; // set static addresses of a connection on its interface
     bool verbose = false;
@@ -29,7 +29,7 @@ struct Options {
     std::chrono::seconds refresh = std::chrono::seconds(5); // of signal levels and uptime
 };
 
-// What must be there before something makes sense.
+// Prerequisites of a verb.
 enum class Needs { nothing, sim, unlocked_sim, radio, network };
 
 enum class Presence { found, no_modem, no_manager, no_permission };

@@ -1,4 +1,4 @@
-// Messages. ModemManager numbers its objects, not the places in the modem's store, and does not
+// Messages. ModemManager numbers its objects, not the indexes in the modem's store, and does not
 // tell which are new: those that no listing has shown are.
 #include "daemons/digits.h"
 #include "message_time.h"

@@ -43,7 +43,7 @@ private:
     std::string path_;
 };
 
-// The modem at this place in /sys, or the first one if `device` is empty. "" when there is none.
+// The modem with this path in /sys, or the first one if `device` is empty. "" when there is none.
 std::string find_modem(const Objects &objects, const std::string &device);
 
 } // namespace modem_manager

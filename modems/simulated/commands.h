@@ -1,4 +1,4 @@
-// The commands of the scenario language that happen to the modem: the same for a line from a
+// The commands of the scenario language that act on the modem: the same for a line from a
 // terminal, a scenario file and a test.
 #ifndef MODEMS_SIMULATED_COMMANDS_H
 #define MODEMS_SIMULATED_COMMANDS_H

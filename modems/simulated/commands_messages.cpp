@@ -37,11 +37,11 @@ std::string take_text(Words &words)
     std::string text;
     do {
         const scenario::Word word = words.take("the text");
-        if (const auto place = find_no_utf8(word.text)) {
+        if (const auto position = find_no_utf8(word.text)) {
             char byte[8];
             std::snprintf(byte, sizeof byte, "0x%02x",
-                          static_cast<unsigned char>(word.text[*place]));
-            throw ScriptError(word.column + *place,
+                          static_cast<unsigned char>(word.text[*position]));
+            throw ScriptError(word.column + *position,
                               std::string("the text is UTF-8, which has no byte ") + byte +
                                   " here");
         }
@@ -57,8 +57,7 @@ Action parse_inject(Modem &modem, Words &words)
     const std::string sender = take_sender(words);
     const std::string text = take_text(words);
     return [&modem, sender, text] {
-        modem.happen(
-            [&](ModemState &state, Time now) { state.receive_message(sender, text, now); });
+        modem.apply([&](ModemState &state, Time now) { state.receive_message(sender, text, now); });
     };
 }
 
@@ -66,7 +65,7 @@ Action parse_storm(Modem &modem, Words &words)
 {
     const int count = words.take_number("the number of messages", 1, 10'000);
     return [&modem, count] {
-        modem.happen([&](ModemState &state, Time now) {
+        modem.apply([&](ModemState &state, Time now) {
             for (int i = 1; i <= count; ++i)
                 state.receive_message(
                     "+12025550111", "Message " + std::to_string(i) + " of " + std::to_string(count),

@@ -56,7 +56,7 @@ Action parse_signal(Modem &modem, Words &words)
             take_signal_field(words, signal);
         while (!words.at_end());
     return [&modem, signal] {
-        modem.happen([&](ModemState &state, Time) { state.signal.fix(signal); });
+        modem.apply([&](ModemState &state, Time) { state.signal.fix(signal); });
     };
 }
 
@@ -70,14 +70,14 @@ Action parse_coverage(Modem &modem, Words &words)
                               : name == "utran"  ? Coverage::utran_only
                                                  : Coverage::gsm_only;
     return [&modem, coverage] {
-        modem.happen([&](ModemState &state, Time) { state.network.set_coverage(coverage); });
+        modem.apply([&](ModemState &state, Time) { state.network.set_coverage(coverage); });
     };
 }
 
 Action deny(Modem &modem, bool denied)
 {
     return [&modem, denied] {
-        modem.happen([&](ModemState &state, Time) { state.network.set_denied(denied); });
+        modem.apply([&](ModemState &state, Time) { state.network.set_denied(denied); });
     };
 }
 
@@ -95,7 +95,7 @@ Action parse_allow(Modem &modem, Words &)
 Action move_to(Modem &modem, const std::string &plmn)
 {
     return [&modem, plmn] {
-        modem.happen([&](ModemState &state, Time) { state.network.move_to(plmn); });
+        modem.apply([&](ModemState &state, Time) { state.network.move_to(plmn); });
     };
 }
 
@@ -119,7 +119,7 @@ Action parse_home(Modem &modem, Words &)
 Action parse_handover(Modem &modem, Words &)
 {
     return [&modem] {
-        modem.happen([](ModemState &state, Time) {
+        modem.apply([](ModemState &state, Time) {
             if (!state.network.handover())
                 throw std::runtime_error("no handover: the modem is not registered");
         });

@@ -13,12 +13,12 @@ using scenario::Words;
 
 Action remove(Modem &modem)
 {
-    return [&modem] { modem.happen([](ModemState &state, Time) { state.remove_sim(); }); };
+    return [&modem] { modem.apply([](ModemState &state, Time) { state.remove_sim(); }); };
 }
 
 Action fail(Modem &modem)
 {
-    return [&modem] { modem.happen([](ModemState &state, Time) { state.fail_sim(); }); };
+    return [&modem] { modem.apply([](ModemState &state, Time) { state.fail_sim(); }); };
 }
 
 Action parse_insert(Modem &modem, Words &words)
@@ -26,7 +26,7 @@ Action parse_insert(Modem &modem, Words &words)
     words.offer("other");
     const bool other = !words.at_end() && !words.take_one_of("the card", {"other"}).empty();
     return [&modem, other] {
-        modem.happen([&](ModemState &state, Time now) {
+        modem.apply([&](ModemState &state, Time now) {
             if (!other && state.has_working_sim())
                 throw std::runtime_error("no card to insert: it is in already");
             state.insert_sim(other, now);
@@ -39,7 +39,7 @@ Action parse_lock_network(Modem &modem, Words &words)
 {
     const std::string plmn = words.at_end() ? "" : words.take_digits("the network", 5, 6);
     return [&modem, plmn] {
-        modem.happen([&](ModemState &state, Time) {
+        modem.apply([&](ModemState &state, Time) {
             const std::string_view home = state.sim.identity.home_network;
             const char *const foreign =
                 (home == first_sim.home_network ? other_sim : first_sim).home_network;
@@ -63,7 +63,7 @@ Action parse_pin_tries(Modem &modem, Words &words)
 {
     const int attempts = words.take_number("the number of attempts", 0, Pin::max_attempts);
     return [&modem, attempts] {
-        modem.happen([&](ModemState &state, Time) { state.sim.pin1.set_attempts(attempts); });
+        modem.apply([&](ModemState &state, Time) { state.sim.pin1.set_attempts(attempts); });
     };
 }
 
@@ -71,7 +71,7 @@ Action parse_puk_tries(Modem &modem, Words &words)
 {
     const int attempts = words.take_number("the number of attempts", 0, Pin::max_puk_attempts);
     return [&modem, attempts] {
-        modem.happen([&](ModemState &state, Time) { state.sim.pin1.set_puk_attempts(attempts); });
+        modem.apply([&](ModemState &state, Time) { state.sim.pin1.set_puk_attempts(attempts); });
     };
 }
 

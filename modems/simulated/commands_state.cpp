@@ -19,12 +19,12 @@ Action parse_state(Modem &modem, Words &words)
 {
     const std::string name =
         words.take_one_of("the state", {"locked", "unlocked", "registered", "connected"});
-    const Place place = name == "locked"       ? Place::locked
-                        : name == "unlocked"   ? Place::unlocked
-                        : name == "registered" ? Place::registered
-                                               : Place::connected;
-    return [&modem, place] {
-        modem.happen([&](ModemState &state, Time now) { state.bring_to(place, now); });
+    const Preset preset = name == "locked"       ? Preset::locked
+                          : name == "unlocked"   ? Preset::unlocked
+                          : name == "registered" ? Preset::registered
+                                                 : Preset::connected;
+    return [&modem, preset] {
+        modem.apply([&](ModemState &state, Time now) { state.bring_to(preset, now); });
     };
 }
 
@@ -44,7 +44,7 @@ Action parse_connection(Modem &modem, Words &words)
     const CmeError error = words.at_end() ? CmeError::no_network_service
                                           : take_cause(words, connection_causes()).error;
     return [&modem, error] {
-        modem.happen([&](ModemState &state, Time now) { drop(state, error, now); });
+        modem.apply([&](ModemState &state, Time now) { drop(state, error, now); });
     };
 }
 
@@ -53,14 +53,14 @@ Action parse_reset(Modem &modem, Words &words)
     const std::chrono::milliseconds time =
         words.at_end() ? crash_time : words.take_duration("the time without a modem");
     return [&modem, time] {
-        modem.happen([&](ModemState &state, Time now) { state.crash(time, now); });
+        modem.apply([&](ModemState &state, Time now) { state.crash(time, now); });
     };
 }
 
 Action parse_silent(Modem &modem, Words &words)
 {
     const std::chrono::milliseconds time = words.take_duration("the time of silence");
-    return [&modem, time] { modem.fall_silent(time); };
+    return [&modem, time] { modem.stop_answering(time); };
 }
 
 Action parse_modem(Modem &modem, Words &words)

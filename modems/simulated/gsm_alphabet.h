@@ -14,7 +14,7 @@ inline constexpr std::u32string_view gsm_alphabet =
     U"ABCDEFGHIJKLMNOPQRSTUVWXYZÄÖÑÜ§¿abcdefghijklmnopqrstuvwxyzäöñüà";
 inline constexpr unsigned gsm_escape = 27;
 
-// These take two places each; their numbers in the extension, in the same order.
+// These take two septets each; their numbers in the extension, in the same order.
 inline constexpr std::u32string_view gsm_extension = U"\f^{}\\[~]|€";
 inline constexpr unsigned char gsm_extension_numbers[] = {0x0a, 0x14, 0x28, 0x29, 0x2f,
                                                           0x3c, 0x3d, 0x3e, 0x40, 0x65};

@@ -68,12 +68,12 @@ void Messages::send(std::string sender, std::string time, std::string text)
 void Messages::deliver()
 {
     int index = 1;
-    auto place = all_.begin();
+    auto position = all_.begin();
     while (!waiting_.empty() && all_.size() < capacity) {
-        for (; place != all_.end() && place->index == index; ++place)
+        for (; position != all_.end() && position->index == index; ++position)
             ++index;
         waiting_.front().index = index;
-        place = all_.insert(place, std::move(waiting_.front()));
+        position = all_.insert(position, std::move(waiting_.front()));
         waiting_.pop_front();
         ++delivered_;
     }

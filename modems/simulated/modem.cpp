@@ -16,7 +16,7 @@ Modem::Modem(scenario::Clock &clock, unsigned seed)
 daemons::ModemStatus Modem::status() const
 {
     const std::lock_guard lock(mutex_);
-    return silent() ? last_words_ : status_of(state_);
+    return silent() ? status_before_silence_ : status_of(state_);
 }
 
 void Modem::watch(std::function<void()> changed)
@@ -63,7 +63,7 @@ void Modem::signal_events()
             happened_(event);
 }
 
-// For the holder of the lock. The waiting threads look again.
+// For the holder of the lock. Wakes the waiting threads.
 void Modem::advance()
 {
     const Time now = clock_.now();
@@ -91,7 +91,7 @@ void Modem::pass_time()
     signal_change();
 }
 
-void Modem::happen(const std::function<void(ModemState &, Time)> &action)
+void Modem::apply(const std::function<void(ModemState &, Time)> &action)
 {
     {
         const std::lock_guard lock(mutex_);
@@ -101,17 +101,17 @@ void Modem::happen(const std::function<void(ModemState &, Time)> &action)
     signal_change();
 }
 
-void Modem::inspect(const std::function<void(const ModemState &, Time)> &look) const
+void Modem::inspect(const std::function<void(const ModemState &, Time)> &reader) const
 {
     const std::lock_guard lock(mutex_);
-    look(state_, clock_.now());
+    reader(state_, clock_.now());
 }
 
-void Modem::fall_silent(std::chrono::milliseconds time)
+void Modem::stop_answering(std::chrono::milliseconds time)
 {
     const std::lock_guard lock(mutex_);
     if (!silent())
-        last_words_ = status_of(state_);
+        status_before_silence_ = status_of(state_);
     silent_until_ = clock_.now() + clock_.scale().scaled(time);
     advance();
 }

@@ -23,20 +23,19 @@ public:
     Modem(const Modem &) = delete;
     Modem &operator=(const Modem &) = delete;
 
-    // Something that happens to the modem, or that a test bench does. What the action throws is
-    // passed on.
-    void happen(const std::function<void(ModemState &state, Time now)> &action);
+    // Changes the state from outside, as a test bench does. What the action throws is passed on.
+    void apply(const std::function<void(ModemState &state, Time now)> &action);
 
     scenario::TimeScale scale() const { return clock_.scale(); }
 
-    // Reads the state, which `look` must not keep. Nothing is signalled.
-    void inspect(const std::function<void(const ModemState &state, Time now)> &look) const;
+    // Reads the state, which `reader` must not keep. Nothing is signalled.
+    void inspect(const std::function<void(const ModemState &state, Time now)> &reader) const;
 
     // For this time no verb is answered and status() doesn't change.
-    void fall_silent(std::chrono::milliseconds time);
+    void stop_answering(std::chrono::milliseconds time);
 
     // `happened` is called with the name of each event (situation.h), after the change was
-    // signalled and from its thread. It may call everything, also happen(), but not this. An empty
+    // signalled and from its thread. It may call everything, also apply(), but not this. An empty
     // function ends that; when watch_events() returns, the previous function is not running.
     void watch_events(std::function<void(std::string_view event)> happened);
 
@@ -87,14 +86,14 @@ private:
     Situation situation_; // at the last change
     std::vector<std::string_view> events_;
     std::optional<Time> silent_until_;
-    daemons::ModemStatus last_words_; // before the silence
+    daemons::ModemStatus status_before_silence_;
     bool stopped_ = false;
     scenario::Waiters waiters_;
     std::mutex watch_mutex_;
     std::function<void()> changed_;
     std::recursive_mutex events_mutex_; // one event's action may lead to the next event
     std::function<void(std::string_view)> happened_;
-    scenario::Alarm alarm_; // goes first
+    scenario::Alarm alarm_; // destroyed first
 };
 
 } // namespace simulated

@@ -72,27 +72,27 @@ void ModemState::forget()
     search_end_.reset();
 }
 
-// Puts right whatever keeps the modem from the place. The SIM that is in stays in.
-void ModemState::bring_to(Place place, Time now)
+// Undoes whatever keeps the modem from that state. The SIM card stays the same.
+void ModemState::bring_to(Preset preset, Time now)
 {
     powered_ = true;
     down_until_.reset();
     sim_ready_at_.reset();
     sim_inserted_ = true;
     sim_failed_ = false;
-    if (place == Place::locked) {
+    if (preset == Preset::locked) {
         sim.pin1.restore();
         sim.pin1.require();
         return;
     }
     sim.pin1.open();
-    if (place == Place::unlocked)
+    if (preset == Preset::unlocked)
         return;
     functionality = 1;
     if (sim_status() == SimStatus::network_locked)
         lock.release();
     network.register_now(now);
-    if (place == Place::connected)
+    if (preset == Preset::connected)
         come_up(now);
 }
 

@@ -15,11 +15,11 @@ namespace simulated
 
 using daemons::SimStatus;
 
-// What must be there before something makes sense.
+// Prerequisites of a verb.
 enum class Needs { nothing, sim, unlocked_sim, radio, network };
 
-// Where a test bench can put the modem at once.
-enum class Place { locked, unlocked, registered, connected };
+// States to which a test bench can bring the modem at once.
+enum class Preset { locked, unlocked, registered, connected };
 
 // Everything about the modem at one moment. Not for two threads: `Modem` holds the lock.
 class ModemState
@@ -53,7 +53,7 @@ public:
     void fail_sim() { sim_failed_ = true; }
     void crash(std::chrono::milliseconds down_time, Time now);
     void set_power(bool on);
-    void bring_to(Place place, Time now);
+    void bring_to(Preset preset, Time now);
     void receive_message(const std::string &sender, std::string_view text, Time now);
 
     // Everything back to the default modem, and a power cycle of the card. What the card keeps (its

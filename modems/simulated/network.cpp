@@ -50,7 +50,7 @@ const Cell *neighbour_of(const Cell *cell)
 
 bool Network::in_reach(const Cell &cell) const
 {
-    if (!place_.empty() && cell.plmn() != place_)
+    if (!local_plmn_.empty() && cell.plmn() != local_plmn_)
         return false;
     switch (coverage_) {
     case Coverage::none:
@@ -100,7 +100,7 @@ CmeError Network::select(std::string_view plmn, std::optional<Technology> techno
             continue;
         if (permitted(cell) && !denied_) {
             manual_ = Selection{std::string(plmn), technology};
-            away_ = false;
+            deregistered_ = false;
             return CmeError::ok;
         }
         refusal = CmeError::network_not_allowed;
@@ -111,7 +111,7 @@ CmeError Network::select(std::string_view plmn, std::optional<Technology> techno
 void Network::select_automatically()
 {
     manual_.reset();
-    away_ = false;
+    deregistered_ = false;
 }
 
 bool Network::selectable(const Cell &cell) const
@@ -138,7 +138,7 @@ const Cell *Network::pick_cell() const
 void Network::update(bool service, Time now)
 {
     service_ = service;
-    const Cell *target = service && !denied_ && !away_ ? pick_cell() : nullptr;
+    const Cell *target = service && !denied_ && !deregistered_ ? pick_cell() : nullptr;
     if (target != target_) {
         target_ = target;
         serving_ = nullptr;
@@ -166,10 +166,10 @@ void Network::leave()
 void Network::register_now(Time now)
 {
     coverage_ = Coverage::full;
-    denied_ = away_ = false;
+    denied_ = deregistered_ = false;
     update(true, now);
     if (!target_) {
-        place_.clear();
+        local_plmn_.clear();
         manual_.reset();
         search_mode_ = SearchMode::any;
         update(true, now);
@@ -204,11 +204,11 @@ std::optional<Time> Network::next_deadline() const
 
 Registration Network::registration() const
 {
-    if (!service_ || away_)
+    if (!service_ || deregistered_)
         return Registration::none;
     if (serving_)
         return serving_->plmn() == home_ ? Registration::home : Registration::roaming;
-    const bool all_in_reach = coverage_ == Coverage::full && place_.empty();
+    const bool all_in_reach = coverage_ == Coverage::full && local_plmn_.empty();
     const bool refused = denied_ || (manual_ && !target_ && all_in_reach);
     return refused ? Registration::denied : Registration::searching;
 }

@@ -48,13 +48,16 @@ class Network
 public:
     Network(TimeScale scale, std::string_view home) : scale_(scale), home_(home) {}
 
-    // The place where the modem is. These show with the next update().
+    // Where the modem is. These show with the next update().
     void set_coverage(Coverage coverage) { coverage_ = coverage; }
-    void move_to(std::string plmn) { place_ = std::move(plmn); } // "": all networks are in reach
-    void set_denied(bool denied) { denied_ = denied; }           // by every network
-    void set_home(std::string_view home) { home_ = home; }       // of another SIM
-    void reset_settings();                                       // and forget the last cell
-    void leave();                            // the cell; registration begins again
+    void move_to(std::string plmn)
+    {
+        local_plmn_ = std::move(plmn);
+    }                                                      // "": all networks are in reach
+    void set_denied(bool denied) { denied_ = denied; }     // by every network
+    void set_home(std::string_view home) { home_ = home; } // of another SIM
+    void reset_settings();                                 // and forget the last cell
+    void leave();                                          // the cell; registration begins again
     bool handover();                         // to the neighbouring cell; false when not registered
     void register_now(Time now);             // whatever prevents it goes
     static std::vector<std::string> plmns(); // all that there are
@@ -62,7 +65,7 @@ public:
     // Registers with one operator, on any technology if none is given. A refusal changes nothing.
     CmeError select(std::string_view plmn, std::optional<Technology> technology);
     void select_automatically();
-    void stay_away() { away_ = true; } // from every network, until the next selection
+    void deregister() { deregistered_ = true; } // from every network, until the next selection
     void set_search_mode(SearchMode mode) { search_mode_ = mode; }
     void set_roaming(Roaming roaming) { roaming_ = roaming; }
 
@@ -75,7 +78,7 @@ public:
     const Cell *last() const { return last_; } // the serving cell, or the last one
     Registration registration() const;
     bool automatic() const { return !manual_; }
-    bool stays_away() const { return away_; }
+    bool deregistered() const { return deregistered_; }
     bool denied() const { return denied_; }
     SearchMode search_mode() const { return search_mode_; }
     Roaming roaming() const { return roaming_; }
@@ -98,8 +101,8 @@ private:
     TimeScale scale_;
     std::string_view home_;
     Coverage coverage_ = Coverage::full;
-    std::string place_;
-    bool denied_ = false, away_ = false;
+    std::string local_plmn_;
+    bool denied_ = false, deregistered_ = false;
     SearchMode search_mode_ = SearchMode::any;
     Roaming roaming_ = Roaming::automatic;
     std::optional<Selection> manual_;

@@ -7,7 +7,7 @@ namespace simulated
 namespace
 {
 
-std::size_t gsm_places(char32_t code)
+std::size_t gsm_units(char32_t code)
 {
     constexpr std::size_t none = std::u32string_view::npos;
     if (gsm_alphabet.find(code) != none)
@@ -15,7 +15,7 @@ std::size_t gsm_places(char32_t code)
     return gsm_extension.find(code) != none ? 2 : 0;
 }
 
-std::size_t utf16_places(char32_t code)
+std::size_t utf16_units(char32_t code)
 {
     return code < 0x10000 ? 1 : 2;
 }
@@ -24,7 +24,7 @@ bool is_gsm(std::string_view text)
 {
     while (!text.empty()) {
         const Character character = first_of(text);
-        if (gsm_places(character.code) == 0)
+        if (gsm_units(character.code) == 0)
             return false;
         text.remove_prefix(character.bytes);
     }
@@ -32,17 +32,17 @@ bool is_gsm(std::string_view text)
 }
 
 // No character is divided.
-std::vector<std::string> divide(std::string_view text, std::size_t (*places)(char32_t),
+std::vector<std::string> divide(std::string_view text, std::size_t (*units)(char32_t),
                                 std::size_t room)
 {
     std::vector<std::string> parts(1);
     std::size_t used = 0;
     while (!text.empty()) {
         const Character character = first_of(text);
-        used += places(character.code);
+        used += units(character.code);
         if (used > room) {
             parts.emplace_back();
-            used = places(character.code);
+            used = units(character.code);
         }
         parts.back() += text.substr(0, character.bytes);
         text.remove_prefix(character.bytes);
@@ -76,11 +76,11 @@ Character first_of(std::string_view text)
 
 std::optional<std::size_t> find_no_utf8(std::string_view text)
 {
-    for (std::size_t place = 0; place < text.size();) {
-        const std::size_t bytes = first_of(text.substr(place)).bytes;
+    for (std::size_t position = 0; position < text.size();) {
+        const std::size_t bytes = first_of(text.substr(position)).bytes;
         if (bytes == 0)
-            return place;
-        place += bytes;
+            return position;
+        position += bytes;
     }
     return std::nullopt;
 }
@@ -88,9 +88,9 @@ std::optional<std::size_t> find_no_utf8(std::string_view text)
 std::vector<std::string> sms_parts(std::string_view text)
 {
     const bool gsm = is_gsm(text);
-    const auto places = gsm ? gsm_places : utf16_places;
-    std::vector<std::string> parts = divide(text, places, gsm ? 160 : 70);
-    return parts.size() == 1 ? parts : divide(text, places, gsm ? 153 : 67);
+    const auto units = gsm ? gsm_units : utf16_units;
+    std::vector<std::string> parts = divide(text, units, gsm ? 160 : 70);
+    return parts.size() == 1 ? parts : divide(text, units, gsm ? 153 : 67);
 }
 
 } // namespace simulated

@@ -41,8 +41,8 @@ protected:
 
     void register_modem() { run("state registered"); }
 
-    at_front::Mishaps mishaps;
-    at_front::Device device{modem, mishaps, simulated::ModemState::hardware};
+    at_front::AnswerFaults answer_faults;
+    at_front::Device device{modem, answer_faults, simulated::ModemState::hardware};
     bool called_off = false;
     at_front::Interpreter port{device, [this] { return called_off; }};
 };

@@ -67,8 +67,8 @@ protected:
 
     scenario::RealClock clock{scenario::TimeScale(0)};
     simulated::Modem modem{clock, 1};
-    at_front::Mishaps mishaps;
-    at_front::Front front{modem, mishaps, at_front::terminals(2)};
+    at_front::AnswerFaults answer_faults;
+    at_front::Front front{modem, answer_faults, at_front::terminals(2)};
     Line primary{front.paths().at(0)}, secondary{front.paths().at(1)};
 };
 
@@ -142,8 +142,8 @@ TEST(AtPortsAtFullPace, CallOffWhatTakesLong)
 {
     scenario::RealClock clock;
     simulated::Modem modem(clock, 1);
-    at_front::Mishaps mishaps;
-    const at_front::Front front(modem, mishaps, at_front::terminals(2));
+    at_front::AnswerFaults answer_faults;
+    const at_front::Front front(modem, answer_faults, at_front::terminals(2));
     const Line primary(front.paths().at(0)), secondary(front.paths().at(1));
     scenario::Words words("state registered");
     scenario::parse_command(simulated::modem_commands(modem), words)();
@@ -174,11 +174,11 @@ TEST(AtSocket, IsAPortForOneProgramAfterTheOther)
 {
     scenario::RealClock clock{scenario::TimeScale(0)};
     simulated::Modem modem(clock, 1);
-    at_front::Mishaps mishaps;
+    at_front::AnswerFaults answer_faults;
     const std::string path = "/tmp/port";
     at_front::Wires ports;
     ports.push_back(std::make_unique<at_front::Socket>(path));
-    std::optional<at_front::Front> front(std::in_place, modem, mishaps, std::move(ports));
+    std::optional<at_front::Front> front(std::in_place, modem, answer_faults, std::move(ports));
     EXPECT_EQ(front->paths(), std::vector{path});
     {
         const Line first(connected_to(path));

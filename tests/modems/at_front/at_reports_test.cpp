@@ -7,13 +7,13 @@ namespace
 using namespace std::chrono_literals;
 
 // The commands that make answers go wrong.
-class AtMishaps : public AtModem
+class AtAnswerFaults : public AtModem
 {
 protected:
-    AtMishaps() { commands = {at_front::answer_command(mishaps)}; }
+    AtAnswerFaults() { commands = {at_front::answer_command(answer_faults)}; }
 };
 
-TEST_F(AtMishaps, LoseTheAnswerOfWhatIsDone)
+TEST_F(AtAnswerFaults, LoseTheAnswerOfWhatIsDone)
 {
     run("answer lose +cpin");
     EXPECT_EQ(answer("AT"), "OK");
@@ -21,7 +21,7 @@ TEST_F(AtMishaps, LoseTheAnswerOfWhatIsDone)
     EXPECT_EQ(answer("AT+CPIN?"), "+CPIN: READY|OK");
 }
 
-TEST_F(AtMishaps, RefuseWhatIsNotDone)
+TEST_F(AtAnswerFaults, RefuseWhatIsNotDone)
 {
     answer("AT+CMEE=1");
     run("answer refuse 13 +CPIN=");
@@ -31,7 +31,7 @@ TEST_F(AtMishaps, RefuseWhatIsNotDone)
     EXPECT_EQ(answer("AT+CPIN?"), "+CPIN: SIM PIN|OK");
 }
 
-TEST_F(AtMishaps, DelayTheAnswerUnlessItIsCalledOff)
+TEST_F(AtAnswerFaults, DelayTheAnswerUnlessItIsCalledOff)
 {
     run("answer delay 10ms");
     const auto start = std::chrono::steady_clock::now();
@@ -43,7 +43,7 @@ TEST_F(AtMishaps, DelayTheAnswerUnlessItIsCalledOff)
     EXPECT_LT(std::chrono::steady_clock::now() - start, 50s);
 }
 
-TEST_F(AtMishaps, AreReadAsALine)
+TEST_F(AtAnswerFaults, AreReadAsALine)
 {
     EXPECT_EQ(error("answer"),
               "7: what happens to an answer is missing; it is one of: lose, delay, refuse");

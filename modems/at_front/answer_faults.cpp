@@ -1,4 +1,4 @@
-#include "mishaps.h"
+#include "answer_faults.h"
 
 #include <algorithm>
 #include <cctype>
@@ -17,51 +17,53 @@ std::string upper(std::string text)
     return text;
 }
 
-Mishap take_mishap(Words &words)
+AnswerFault take_answer_fault(Words &words)
 {
     constexpr int max_error = 999;
     const auto kind = words.take_one_of("what happens to an answer", {"lose", "delay", "refuse"});
-    Mishap mishap{Mishap::Kind::lose};
+    AnswerFault fault{AnswerFault::Kind::lose};
     if (kind == "delay") {
-        mishap.kind = Mishap::Kind::delay;
-        mishap.delay = words.take_duration("the delay");
+        fault.kind = AnswerFault::Kind::delay;
+        fault.delay = words.take_duration("the delay");
     } else if (kind == "refuse") {
-        mishap.kind = Mishap::Kind::refuse;
-        mishap.error = words.take_number("the number of +CME ERROR", 0, max_error);
+        fault.kind = AnswerFault::Kind::refuse;
+        fault.error = words.take_number("the number of +CME ERROR", 0, max_error);
     }
     if (!words.at_end())
-        mishap.command = upper(words.take("the command").text);
-    return mishap;
+        fault.command = upper(words.take("the command").text);
+    return fault;
 }
 
 } // namespace
 
-void Mishaps::arm(Mishap mishap)
+void AnswerFaults::arm(AnswerFault fault)
 {
     const std::lock_guard lock(mutex_);
-    armed_.push_back(std::move(mishap));
+    armed_.push_back(std::move(fault));
 }
 
-std::optional<Mishap> Mishaps::take(const std::string &line)
+std::optional<AnswerFault> AnswerFaults::take(const std::string &line)
 {
     const std::string commands = upper(line).substr(std::min<std::size_t>(2, line.size()));
     const std::lock_guard lock(mutex_);
-    const auto found = std::find_if(armed_.begin(), armed_.end(), [&](const Mishap &each) {
+    const auto found = std::find_if(armed_.begin(), armed_.end(), [&](const AnswerFault &each) {
         return commands.starts_with(each.command);
     });
     if (found == armed_.end())
         return std::nullopt;
-    Mishap mishap = std::move(*found);
+    AnswerFault fault = std::move(*found);
     armed_.erase(found);
-    return mishap;
+    return fault;
 }
 
-scenario::Command answer_command(Mishaps &mishaps)
+scenario::Command answer_command(AnswerFaults &answer_faults)
 {
     return {"answer", "lose | delay DURATION | refuse N, then [COMMAND]",
             "have the modem lose, delay or refuse its next answer on an AT port",
-            [&mishaps](Words &words) -> scenario::Action {
-                return [&mishaps, mishap = take_mishap(words)] { mishaps.arm(mishap); };
+            [&answer_faults](Words &words) -> scenario::Action {
+                return [&answer_faults, fault = take_answer_fault(words)] {
+                    answer_faults.arm(fault);
+                };
             }};
 }
 

@@ -1,6 +1,6 @@
-// What goes wrong with answers on command: lost, late, or a refusal instead.
-#ifndef MODEMS_AT_FRONT_MISHAPS_H
-#define MODEMS_AT_FRONT_MISHAPS_H
+// Faults of answers on AT ports: lost, late, or a refusal instead.
+#ifndef MODEMS_AT_FRONT_ANSWER_FAULTS_H
+#define MODEMS_AT_FRONT_ANSWER_FAULTS_H
 
 #include "scenario/command.h"
 #include "scenario/time_scale.h"
@@ -14,7 +14,7 @@
 namespace at_front
 {
 
-struct Mishap {
+struct AnswerFault {
     enum class Kind { lose, delay, refuse };
 
     Kind kind;
@@ -24,21 +24,21 @@ struct Mishap {
 };
 
 // Each happens once, in the order in which they were armed. For several threads.
-class Mishaps
+class AnswerFaults
 {
 public:
-    void arm(Mishap mishap);
+    void arm(AnswerFault fault);
 
     // The first one that is meant for this line, which is then over.
-    std::optional<Mishap> take(const std::string &line);
+    std::optional<AnswerFault> take(const std::string &line);
 
 private:
     std::mutex mutex_;
-    std::vector<Mishap> armed_;
+    std::vector<AnswerFault> armed_;
 };
 
 // "answer lose | delay DURATION | refuse N", and the command that is meant.
-scenario::Command answer_command(Mishaps &mishaps);
+scenario::Command answer_command(AnswerFaults &answer_faults);
 
 } // namespace at_front
 

@@ -1,4 +1,4 @@
-#include "message_places.h"
+#include "message_parts.h"
 
 #include "modems/simulated/sms_text.h"
 #include "sms_pdu.h"
@@ -47,10 +47,10 @@ std::string in_ascii(const std::string &utf8)
 std::vector<Part> parts_of(const Message &message, const Session &session)
 {
     std::vector<Part> parts = session.text_mode ? text_parts(message, session) : pdu_parts(message);
-    int place = message.index;
+    int index = message.index;
     for (Part &part : parts) {
-        part.place = place;
-        place += place_step;
+        part.index = index;
+        index += index_step;
     }
     return parts;
 }

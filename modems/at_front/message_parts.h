@@ -1,7 +1,7 @@
-// Where messages lie as a terminal sees them: the modem stores a long one in a single place, a
-// terminal needs one for each part. And how it sees a part: as a PDU, or as text (+CMGF).
-#ifndef MODEMS_AT_FRONT_MESSAGE_PLACES_H
-#define MODEMS_AT_FRONT_MESSAGE_PLACES_H
+// Messages as a terminal sees them: the modem stores a long one under a single index, a terminal
+// needs an index for each part. A part is shown as a PDU, or as text (+CMGF).
+#ifndef MODEMS_AT_FRONT_MESSAGE_PARTS_H
+#define MODEMS_AT_FRONT_MESSAGE_PARTS_H
 
 #include "daemons/modem_status.h"
 #include "session.h"
@@ -13,19 +13,19 @@
 namespace at_front
 {
 
-// The first part has the message's own place, each further one that of the part before plus this.
-inline constexpr int place_step = 256;
+// The first part has the message's own index, each further one that of the part before plus this.
+inline constexpr int index_step = 256;
 
 struct Part {
-    int place;
-    std::string header, content; // the two lines that show it, the first without its place
+    int index;
+    std::string header, content; // the two lines that show it, the first without its index
 };
 
 std::vector<Part> parts_of(const daemons::Message &message, const Session &session);
 
-inline bool is_further_part(int place)
+inline bool is_further_part(int index)
 {
-    return place >= place_step;
+    return index >= index_step;
 }
 
 // What +CMGL chooses by, in PDU mode by number: the two that are received come first.
