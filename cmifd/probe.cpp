@@ -26,7 +26,7 @@ const char *text_of(Way way)
     return "unknown";
 }
 
-void print_modem(const View &view)
+void print_modem(const ModemView &view)
 {
     for (const auto &[label, name] : {std::pair{"manufacturer", "Manufacturer"},
                                       {"model", "Model"},
@@ -36,7 +36,7 @@ void print_modem(const View &view)
         std::printf("%-14s %s\n", label, view.get(name).text().c_str());
 }
 
-void print_abilities(const View &view, bool at_port)
+void print_abilities(const ModemView &view, bool at_port)
 {
     for (const Ability &each : abilities_of(view, at_port)) {
         const std::string separator = *each.why ? "  " : "";
@@ -57,7 +57,7 @@ int probe(const Options &options)
     if (!print_what_is_missing(modem, options.modem.device))
         return 1;
     modem.tree().read([&, path = modem.path()](const Objects &objects) {
-        const View view(objects, path);
+        const ModemView view(objects, path);
         print_modem(view);
         std::printf("\n");
         print_abilities(view, !options.modem.at_port.empty());

@@ -8,7 +8,7 @@ namespace
 constexpr const char *locked = "enter the PIN first: ModemManager shows this of an open SIM alone";
 constexpr const char *give_port = "ModemManager has no way; give --at-port";
 
-using Judge = Ability (*)(const View &view, bool at_port);
+using Judge = Ability (*)(const ModemView &view, bool at_port);
 
 Ability yes(const char *why = "")
 {
@@ -25,7 +25,7 @@ Ability not_yet()
 }
 
 // With the interface, or else by AT commands.
-Ability by_interface(const View &view, const char *interface, const char *missing)
+Ability by_interface(const ModemView &view, const char *interface, const char *missing)
 {
     if (view.has(interface))
         return yes();
@@ -39,22 +39,22 @@ Ability by_port(bool at_port, const char *why = give_port)
     return at_port ? Ability{"", 0, "", Way::by_at, ""} : no(why);
 }
 
-Ability always(const View &, bool)
+Ability always(const ModemView &, bool)
 {
     return yes();
 }
 
-Ability own(const View &, bool)
+Ability own(const ModemView &, bool)
 {
     return yes("the daemon's own setting");
 }
 
-Ability network(const View &view, bool)
+Ability network(const ModemView &view, bool)
 {
     return by_interface(view, modem_3gpp, "not a modem of GSM, UMTS or LTE");
 }
 
-Ability modes(const View &view, bool)
+Ability modes(const ModemView &view, bool)
 {
     unsigned single = 0;
     for (const Value &each : view.get("SupportedModes").items()) {
@@ -68,12 +68,12 @@ Ability modes(const View &view, bool)
     return yes(all ? "" : "not to each technology");
 }
 
-Ability attempts(const View &view, bool)
+Ability attempts(const ModemView &view, bool)
 {
     return view.get("UnlockRetries").items().empty() ? no("the modem does not tell") : yes();
 }
 
-Ability packet_domain(const View &view, bool at_port)
+Ability packet_domain(const ModemView &view, bool at_port)
 {
     if (view.state() == state::locked && !at_port)
         return not_yet();
@@ -82,45 +82,45 @@ Ability packet_domain(const View &view, bool at_port)
                  : by_port(at_port, "ModemManager does not know it of this modem; give --at-port");
 }
 
-Ability release_network(const View &, bool at_port)
+Ability release_network(const ModemView &, bool at_port)
 {
     return yes(at_port ? "otherwise by AT"
                        : "if ModemManager can with this modem; otherwise give --at-port");
 }
 
-Ability port_alone(const View &, bool at_port)
+Ability port_alone(const ModemView &, bool at_port)
 {
     return by_port(at_port);
 }
 
-Ability messages(const View &view, bool)
+Ability messages(const ModemView &view, bool)
 {
     return by_interface(view, messaging, "ModemManager knows no messages of this modem");
 }
 
-Ability profile(const View &view, bool at_port)
+Ability profile(const ModemView &view, bool at_port)
 {
     if (view.state() == state::locked && !at_port)
         return not_yet();
     return view.has(profiles) ? yes() : by_port(at_port);
 }
 
-Ability reset(const View &, bool)
+Ability reset(const ModemView &, bool)
 {
     return yes("if ModemManager can with this modem");
 }
 
-Ability management(const View &view, bool)
+Ability management(const ModemView &view, bool)
 {
     return by_interface(view, oma, "ModemManager has no device management for this modem");
 }
 
-Ability connection(const View &view, bool)
+Ability connection(const ModemView &view, bool)
 {
     return by_interface(view, simple, "ModemManager can't connect this modem");
 }
 
-Ability never(const View &, bool)
+Ability never(const ModemView &, bool)
 {
     return no("a modem in download mode may not come back: never done");
 }
@@ -172,7 +172,7 @@ constexpr Row rows[] = {
 
 } // namespace
 
-std::vector<Ability> abilities_of(const View &view, bool at_port)
+std::vector<Ability> abilities_of(const ModemView &view, bool at_port)
 {
     std::vector<Ability> all;
     for (const Row &row : rows) {

@@ -3,7 +3,7 @@
 #ifndef MODEMS_MODEMMANAGER_ABILITIES_H
 #define MODEMS_MODEMMANAGER_ABILITIES_H
 
-#include "view.h"
+#include "modem_view.h"
 
 namespace modem_manager
 {
@@ -18,7 +18,7 @@ struct Ability {
     const char *why; // "" for a plain yes
 };
 
-std::vector<Ability> abilities_of(const View &view, bool at_port);
+std::vector<Ability> abilities_of(const ModemView &view, bool at_port);
 
 } // namespace modem_manager
 

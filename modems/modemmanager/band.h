@@ -2,7 +2,7 @@
 #ifndef MODEMS_MODEMMANAGER_BAND_H
 #define MODEMS_MODEMMANAGER_BAND_H
 
-#include "kept.h"
+#include "local_state.h"
 
 namespace modem_manager
 {

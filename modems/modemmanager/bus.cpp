@@ -53,7 +53,7 @@ public:
     Progress(Bus &bus, const Call &call) : bus_(bus)
     {
         const std::lock_guard lock(bus_.mutex_);
-        place_ =
+        entry_ =
             bus_.in_progress_.emplace(bus_.in_progress_.end(), call.method, g_cancellable_new());
         if (bus_.stopped_)
             g_cancellable_cancel(cancellable());
@@ -61,16 +61,16 @@ public:
     ~Progress()
     {
         const std::lock_guard lock(bus_.mutex_);
-        bus_.in_progress_.erase(place_);
+        bus_.in_progress_.erase(entry_);
     }
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
-    GCancellable *cancellable() const { return place_->second.get(); }
+    GCancellable *cancellable() const { return entry_->second.get(); }
 
 private:
     Bus &bus_;
-    Cancellables::iterator place_;
+    Cancellables::iterator entry_;
 };
 
 Bus::Bus(std::string address, bool verbose, Handlers handlers)

@@ -27,7 +27,7 @@ const char *client_of(const Dictionary &values)
 
 } // namespace
 
-IpSettings ip_settings_of(const View &view)
+IpSettings ip_settings_of(const ModemView &view)
 {
     IpSettings settings;
     settings.interface = view.of_bearer("Interface").text();

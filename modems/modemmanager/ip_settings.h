@@ -2,7 +2,7 @@
 #ifndef MODEMS_MODEMMANAGER_IP_SETTINGS_H
 #define MODEMS_MODEMMANAGER_IP_SETTINGS_H
 
-#include "view.h"
+#include "modem_view.h"
 
 namespace modem_manager
 {
@@ -26,7 +26,7 @@ struct IpSettings {
 
 // Those of the connected bearer. Without an address when there is no such bearer, or when a client
 // gets it.
-IpSettings ip_settings_of(const View &view);
+IpSettings ip_settings_of(const ModemView &view);
 
 } // namespace modem_manager
 

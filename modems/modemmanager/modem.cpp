@@ -94,7 +94,7 @@ CmeError Modem::refusal(Needs needs, const ModemStatus &status, int state) const
     if (status.sim == network_locked)
         return CmeError::network_pin_required;
     const std::lock_guard lock(mutex_);
-    if (kept_.functionality != 1)
+    if (local_state_.functionality != 1)
         return CmeError::not_allowed;
     if (needs == Needs::radio || is_served(status))
         return CmeError::ok;
@@ -113,7 +113,8 @@ CmeError Modem::find_target(Needs needs, Target &target)
             patience = std::chrono::ceil<std::chrono::milliseconds>(
                 *lost_at_ + options_.grace - std::chrono::steady_clock::now());
     }
-    wait_for(std::max(patience, std::chrono::milliseconds(0)), [](const View &) { return true; });
+    wait_for(std::max(patience, std::chrono::milliseconds(0)),
+             [](const ModemView &) { return true; });
     return find_settled(target) ? refusal(needs, target.status, target.state)
                                 : CmeError::no_connection_to_phone;
 }
@@ -121,7 +122,7 @@ CmeError Modem::find_target(Needs needs, Target &target)
 // As it is now, without waiting.
 bool Modem::find_settled(Target &target)
 {
-    const bool found = wait_for(std::chrono::milliseconds(0), [&](const View &view) {
+    const bool found = wait_for(std::chrono::milliseconds(0), [&](const ModemView &view) {
         target.path = view.path();
         target.sim = view.sim_path();
         target.state = view.state();
@@ -160,7 +161,7 @@ Reply Modem::call(const Target &target, const char *interface, const char *metho
 bool Modem::has(const Target &target, const char *interface) const
 {
     return tree_.read(
-        [&](const Objects &objects) { return View(objects, target.path).has(interface); });
+        [&](const Objects &objects) { return ModemView(objects, target.path).has(interface); });
 }
 
 namespace
@@ -197,7 +198,7 @@ CmeError Modem::refresh(daemons::StatusPart part)
         const AtAnswer answer = at_port_.send("+CGATT?");
         if (answer.error != CmeError::ok)
             return answer.error;
-        keep([&](Kept &kept) { kept.packet_domain = attached_in(answer); });
+        with_local_state([&](LocalState &local) { local.packet_domain = attached_in(answer); });
         return CmeError::ok;
     });
 }

@@ -6,10 +6,10 @@
 #include "at_port.h"
 #include "daemons/modem.h"
 #include "data_connection.h"
-#include "kept.h"
+#include "local_state.h"
+#include "object_tree.h"
 #include "status.h"
-#include "tree.h"
-#include "worker.h"
+#include "timer_thread.h"
 
 namespace modem_manager
 {
@@ -47,7 +47,7 @@ public:
     // Connects to the bus; "", or why that failed.
     std::string start();
 
-    const Tree &tree() const { return tree_; }
+    const ObjectTree &tree() const { return tree_; }
     const AtPort &at_port() const { return at_port_; }
     std::string path() const; // of the modem's object, "" without one
     Presence presence() const;
@@ -109,19 +109,19 @@ private:
     template <class Condition>
     bool wait_for(std::chrono::milliseconds limit, const Condition &condition);
     template <class Action>
-    void keep(const Action &action);
+    void with_local_state(const Action &action);
 
     // What happens to the modem (modem_events.cpp).
     void objects_changed();
     void signal_change();
-    void note_connection(const View &view) const;
+    void note_connection(const ModemView &view) const;
     std::optional<Time> pass_time();
     void apply_addresses();
     std::string device() const;
 
     // What the modem is asked for by itself (modem_upkeep.cpp).
     std::optional<Time> look_after();
-    std::vector<std::pair<std::string, Call>> due_calls(const View &view) const;
+    std::vector<std::pair<std::string, Call>> due_calls(const ModemView &view) const;
     void try_once(const std::string &what, const Call &call);
     void read_cell();
     void guard_connection();
@@ -134,7 +134,7 @@ private:
 
     const Options options_;
     mutable std::mutex mutex_; // of all below, up to the next comment
-    mutable Kept kept_;
+    mutable LocalState local_state_;
     std::string path_, first_device_;
     std::optional<Time> lost_at_; // while the modem is gone, or not settled
     mutable ModemStatus last_;
@@ -150,27 +150,27 @@ private:
     std::function<void()> changed_;
     AtPort at_port_;
     Addresses addresses_; // the clock's alone
-    mutable Tree tree_;
+    mutable ObjectTree tree_;
 
-    // Threads: these go first.
+    // Threads: destroyed first.
     DataConnection connection_;
-    Worker clock_, upkeep_;
+    TimerThread clock_, upkeep_;
 };
 
 template <class Condition>
 bool Modem::wait_for(std::chrono::milliseconds limit, const Condition &condition)
 {
     return tree_.wait(limit, [&, device = device()](const Objects &objects) {
-        const View view(objects, find_modem(objects, device));
+        const ModemView view(objects, find_modem(objects, device));
         return view.settled() && condition(view);
     });
 }
 
 template <class Action>
-void Modem::keep(const Action &action)
+void Modem::with_local_state(const Action &action)
 {
     const std::lock_guard lock(mutex_);
-    action(kept_);
+    action(local_state_);
     last_version_.reset();
 }
 

@@ -43,7 +43,7 @@ Value settings_of(const DataProfile &profile, Roaming roaming)
     return entries.tuple();
 }
 
-bool is_connected(const View &view)
+bool is_connected(const ModemView &view)
 {
     return !view.connected_bearer().empty();
 }
@@ -55,7 +55,7 @@ bool Modem::is_up() const
 {
     const std::string device = this->device();
     return tree_.read([&](const Objects &objects) {
-        return is_connected(View(objects, find_modem(objects, device)));
+        return is_connected(ModemView(objects, find_modem(objects, device)));
     });
 }
 
@@ -79,12 +79,12 @@ CmeError Modem::set_data_profile(const DataProfile &profile)
         return CmeError::incorrect_parameters;
     const bool up = is_up() || connection_.busy();
     bool again = false;
-    keep([&](Kept &kept) {
-        kept.data_profile = profile;
+    with_local_state([&](LocalState &local) {
+        local.data_profile = profile;
         again = has_profile_ && up;
         has_profile_ = true;
         if (again)
-            kept.last_error = profile.apn.empty() ? CmeError::missing_apn : CmeError::ok;
+            local.last_error = profile.apn.empty() ? CmeError::missing_apn : CmeError::ok;
     });
     if (again && profile.apn.empty())
         connection_.disconnect();
@@ -100,8 +100,8 @@ CmeError Modem::connect()
     CmeError error = find_target(Needs::nothing, target);
     if (error == CmeError::ok)
         error = data_refusal(target.status, target.state);
-    keep([&](Kept &kept) {
-        kept.last_error = error;
+    with_local_state([&](LocalState &local) {
+        local.last_error = error;
         auto_connect_ = false;
     });
     if (error == CmeError::ok && !is_up())
@@ -112,8 +112,8 @@ CmeError Modem::connect()
 
 CmeError Modem::disconnect()
 {
-    keep([&](Kept &kept) {
-        kept.last_error = CmeError::ok;
+    with_local_state([&](LocalState &local) {
+        local.last_error = CmeError::ok;
         auto_connect_ = false;
     });
     if (is_up() || connection_.busy())
@@ -124,7 +124,7 @@ CmeError Modem::disconnect()
 
 CmeError Modem::connect_when_possible()
 {
-    keep([this](Kept &) { auto_connect_ = true; });
+    with_local_state([this](LocalState &) { auto_connect_ = true; });
     upkeep_.wake();
     return CmeError::ok;
 }
@@ -136,13 +136,15 @@ void Modem::dial()
     Target target;
     CmeError error = find_target(Needs::nothing, target);
     Value settings;
-    keep([&](const Kept &kept) { settings = settings_of(kept.data_profile, kept.roaming); });
+    with_local_state([&](const LocalState &local) {
+        settings = settings_of(local.data_profile, local.roaming);
+    });
     if (error == CmeError::ok)
         error = call(target, simple, "Connect", settings, true).error;
     if (error == CmeError::ok)
         wait_for(report_limit, is_connected);
     else if (!connection_.superseded())
-        keep([&](Kept &kept) { kept.last_error = error; });
+        with_local_state([&](LocalState &local) { local.last_error = error; });
 }
 
 // Of all bearers: one that a dial has left half-way, too.
@@ -153,7 +155,7 @@ void Modem::hang_up()
     if (find_target(Needs::nothing, target) != CmeError::ok)
         return;
     call(target, simple, "Disconnect", Value(g_variant_new("(o)", no_object)));
-    wait_for(report_limit, [](const View &view) { return !is_connected(view); });
+    wait_for(report_limit, [](const ModemView &view) { return !is_connected(view); });
     status(); // notes the end while it is known to be wanted
 }
 

@@ -9,7 +9,7 @@ namespace
 using Clock = std::chrono::steady_clock;
 
 // Of a bearer that has lost its connection. The modem may not tell why.
-CmeError reason_of_loss(const View &view)
+CmeError reason_of_loss(const ModemView &view)
 {
     for (const std::string &path : view.get("Bearers").texts()) {
         const std::string name =
@@ -21,16 +21,16 @@ CmeError reason_of_loss(const View &view)
 }
 
 // What the daemon itself keeps goes on to change while the modem is away.
-ModemStatus as_it_was(const ModemStatus &last, const Kept &kept)
+ModemStatus as_it_was(const ModemStatus &last, const LocalState &local)
 {
     ModemStatus status = last;
-    const ModemStatus own = status_of(kept);
+    const ModemStatus own = status_of(local);
     status.messages = own.messages;
     status.search = own.search;
     status.data_profile = own.data_profile;
     status.last_error = own.last_error;
     status.last_apn = own.last_apn;
-    status.roaming = kept.roaming;
+    status.roaming = local.roaming;
     return status;
 }
 
@@ -42,7 +42,7 @@ void Modem::objects_changed()
         const std::string device = this->device();
         const std::lock_guard lock(mutex_);
         tree_.read([&](const Objects &objects) {
-            const View view(objects, find_modem(objects, device));
+            const ModemView view(objects, find_modem(objects, device));
             if (view.path() != path_) {
                 tried_.clear();
                 cell_read_.clear();
@@ -65,20 +65,20 @@ void Modem::objects_changed()
 }
 
 // For the holder of the lock.
-void Modem::note_connection(const View &view) const
+void Modem::note_connection(const ModemView &view) const
 {
     const bool connected = !view.connected_bearer().empty();
     if (connected != connected_)
         last_version_.reset();
     if (connected && !connected_) {
         const auto before = find(view.of_bearer("Stats").dictionary(), "duration").number();
-        kept_.connected_since = Clock::now() - std::chrono::seconds(before.value_or(0));
-        kept_.last_apn = find(view.of_bearer("Properties").dictionary(), "apn").text();
+        local_state_.connected_since = Clock::now() - std::chrono::seconds(before.value_or(0));
+        local_state_.last_apn = find(view.of_bearer("Properties").dictionary(), "apn").text();
     }
     if (!connected && connected_) {
-        kept_.connected_since.reset();
+        local_state_.connected_since.reset();
         if (!connection_.busy())
-            kept_.last_error = reason_of_loss(view);
+            local_state_.last_error = reason_of_loss(view);
     }
     connected_ = connected;
 }
@@ -88,22 +88,22 @@ ModemStatus Modem::status() const
 {
     const std::string device = this->device();
     const std::lock_guard lock(mutex_);
-    if (const bool busy = connection_.busy(); busy != kept_.in_transition) {
-        kept_.in_transition = busy;
+    if (const bool busy = connection_.busy(); busy != local_state_.in_transition) {
+        local_state_.in_transition = busy;
         last_version_.reset();
     }
     return tree_.read([&](const Objects &objects) {
         if (last_version_ == tree_.version()) {
-            add_uptime(kept_, last_);
+            add_uptime(local_state_, last_);
             return last_;
         }
-        const View view(objects, find_modem(objects, device));
+        const ModemView view(objects, find_modem(objects, device));
         if (!view.settled() && (!lost_at_ || Clock::now() < *lost_at_ + options_.grace))
-            return as_it_was(last_, kept_);
+            return as_it_was(last_, local_state_);
         if (view.settled()) // which objects_changed() may not have seen yet
             note_connection(view);
-        last_ = view.path().empty() ? status_of(kept_) : status_of(view, kept_);
-        kept_.last_cell = last_.last_cell;
+        last_ = view.path().empty() ? status_of(local_state_) : status_of(view, local_state_);
+        local_state_.last_cell = last_.last_cell;
         if (view.settled())
             last_version_ = tree_.version();
         return last_;
@@ -117,7 +117,7 @@ void Modem::apply_addresses()
         return;
     const std::string device = this->device();
     const auto settings = tree_.read([&](const Objects &objects) {
-        const View view(objects, find_modem(objects, device));
+        const ModemView view(objects, find_modem(objects, device));
         return view.settled() ? std::optional(ip_settings_of(view)) : std::nullopt;
     });
     if (settings)
@@ -142,9 +142,9 @@ std::optional<Time> Modem::pass_time()
             last_version_.reset();
             first_device_.clear();
             if (connected_)
-                kept_.last_error = CmeError::no_connection_to_phone;
+                local_state_.last_error = CmeError::no_connection_to_phone;
             connected_ = false;
-            kept_.connected_since.reset();
+            local_state_.connected_since.reset();
         }
         if (connected_)
             next = now + options_.refresh;

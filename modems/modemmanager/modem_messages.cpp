@@ -85,9 +85,9 @@ public:
             if (reply.error == CmeError::ok) // it may have gone since
                 all.push_back(stored_of(path, reply.value.item(0).dictionary()));
         }
-        modem_.keep([&](const Kept &kept) {
+        modem_.with_local_state([&](const LocalState &local) {
             for (Stored &each : all)
-                each.message.unread = !kept.seen.contains(identity_of(each.message));
+                each.message.unread = !local.seen.contains(identity_of(each.message));
         });
         return CmeError::ok;
     }
@@ -111,11 +111,11 @@ CmeError Modem::list_messages()
         const CmeError error = Store(*this, target).read(all);
         if (error != CmeError::ok)
             return error;
-        keep([&](Kept &kept) {
-            kept.messages = received(all);
-            kept.seen.clear();
-            for (const Message &message : kept.messages)
-                kept.seen.insert(identity_of(message));
+        with_local_state([&](LocalState &local) {
+            local.messages = received(all);
+            local.seen.clear();
+            for (const Message &message : local.messages)
+                local.seen.insert(identity_of(message));
         });
         return CmeError::ok;
     });
@@ -138,7 +138,7 @@ CmeError Modem::delete_messages(int index, DeleteFlag flag)
         if (error == CmeError::ok && !any && flag == DeleteFlag::one)
             return CmeError::invalid_index;
         if (error == CmeError::ok || any)
-            keep([&](Kept &kept) { kept.messages = received(all); });
+            with_local_state([&](LocalState &local) { local.messages = received(all); });
         return error;
     });
 }

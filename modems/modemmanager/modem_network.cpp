@@ -67,7 +67,7 @@ CmeError Modem::set_search_mode(SearchMode mode)
 {
     return change(Needs::nothing, [&](const Target &target) {
         const auto modes = tree_.read([&](const Objects &objects) {
-            return find_modes(View(objects, target.path).get("SupportedModes"), mode);
+            return find_modes(ModemView(objects, target.path).get("SupportedModes"), mode);
         });
         if (!modes)
             return CmeError::not_supported;
@@ -84,7 +84,7 @@ CmeError Modem::select_operator(std::string_view plmn, std::optional<Technology>
         const Reply reply = call(target, modem_3gpp, "Register",
                                  Value(g_variant_new("(s)", std::string(plmn).c_str())));
         if (reply.error == CmeError::ok)
-            keep([](Kept &kept) { kept.manual_selection = true; });
+            with_local_state([](LocalState &local) { local.manual_selection = true; });
         return reply.error;
     });
 }
@@ -94,7 +94,7 @@ CmeError Modem::select_automatically()
     return change(Needs::nothing, [&](const Target &target) {
         const Reply reply = call(target, modem_3gpp, "Register", Value(g_variant_new("(s)", "")));
         if (reply.error == CmeError::ok)
-            keep([](Kept &kept) { kept.manual_selection = false; });
+            with_local_state([](LocalState &local) { local.manual_selection = false; });
         return reply.error;
     });
 }
@@ -102,21 +102,21 @@ CmeError Modem::select_automatically()
 CmeError Modem::search(std::vector<Operator> &found)
 {
     const CmeError error = change(Needs::radio, [&](const Target &target) {
-        keep([](Kept &kept) { kept.search = CmeError::search_running; });
+        with_local_state([](LocalState &local) { local.search = CmeError::search_running; });
         signal_change();
         const Reply reply = call(target, modem_3gpp, "Scan");
         for (const Value &each : reply.value.item(0).items())
             found.push_back(operator_of(each.dictionary()));
         return reply.error;
     });
-    keep([&](Kept &kept) { kept.search = error; });
+    with_local_state([&](LocalState &local) { local.search = error; });
     signal_change();
     return error;
 }
 
 CmeError Modem::set_roaming(Roaming roaming)
 {
-    keep([&](Kept &kept) { kept.roaming = roaming; });
+    with_local_state([&](LocalState &local) { local.roaming = roaming; });
     upkeep_.wake(); // a connection while roaming may have to end
     signal_change();
     return CmeError::ok;
@@ -132,7 +132,7 @@ CmeError Modem::set_packet_domain(bool on)
         if (error == CmeError::not_supported)
             error = at_port_.send(set_packet_domain_command(on)).error;
         if (error == CmeError::ok)
-            keep([&](Kept &kept) { kept.packet_domain = on; });
+            with_local_state([&](LocalState &local) { local.packet_domain = on; });
         return error;
     });
 }

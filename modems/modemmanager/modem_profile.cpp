@@ -73,7 +73,7 @@ CmeError Modem::set_profile(int number, const PdpProfile &profile)
         if (error == CmeError::not_supported)
             error = at_port_.send(set_profile_command(number, profile)).error;
         if (error == CmeError::ok && number == data_profile)
-            keep([&](Kept &kept) { kept.profile = profile; });
+            with_local_state([&](LocalState &local) { local.profile = profile; });
         return error;
     });
 }
@@ -90,7 +90,7 @@ CmeError Modem::synchronize_profile()
             found = profile_in(answer);
         }
         if (error == CmeError::ok)
-            keep([&](Kept &kept) { kept.profile = found; });
+            with_local_state([&](LocalState &local) { local.profile = found; });
         return error;
     });
 }

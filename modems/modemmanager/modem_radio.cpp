@@ -34,7 +34,7 @@ CmeError Modem::power_down(const Target &target)
 CmeError Modem::power_up(const Target &target)
 {
     const auto power = tree_.read([&](const Objects &objects) {
-        return View(objects, target.path).flags(modem, "PowerState");
+        return ModemView(objects, target.path).flags(modem, "PowerState");
     });
     CmeError error = CmeError::ok;
     if (power == power::low || power == power::off)
@@ -51,10 +51,10 @@ CmeError Modem::set_functionality(int level)
         return CmeError::incorrect_parameters;
     return change(Needs::nothing, [&](const Target &target) {
         int before = level;
-        keep([&](Kept &kept) { std::swap(before, kept.functionality); });
+        with_local_state([&](LocalState &local) { std::swap(before, local.functionality); });
         const CmeError error = level == 1 ? power_up(target) : power_down(target);
         if (error != CmeError::ok)
-            keep([&](Kept &kept) { kept.functionality = before; });
+            with_local_state([&](LocalState &local) { local.functionality = before; });
         return error;
     });
 }
@@ -74,7 +74,7 @@ CmeError Modem::factory_reset()
         const CmeError error =
             call(target, modem, "FactoryReset", Value(g_variant_new("(s)", reset_code))).error;
         if (error == CmeError::ok)
-            keep([](Kept &kept) { kept = {}; });
+            with_local_state([](LocalState &local) { local = {}; });
         return error;
     });
 }

@@ -51,7 +51,8 @@ CmeError Modem::sim_call(const Target &target, const char *method, Value argumen
     tree_.reload(target.path, modem);
     tree_.reload(target.path, modem_3gpp);
     if (error == CmeError::sim_puk_required)
-        wait_for(settling_limit, [](const View &view) { return view.lock() == lock::sim_puk; });
+        wait_for(settling_limit,
+                 [](const ModemView &view) { return view.lock() == lock::sim_puk; });
     return error;
 }
 
@@ -66,7 +67,7 @@ CmeError Modem::enter_pin(std::string_view pin)
             return CmeError::incorrect_parameters;
         const CmeError error = sim_call(target, "SendPin", one_text(pin));
         if (error == CmeError::ok)
-            wait_for(settling_limit, [](const View &view) {
+            wait_for(settling_limit, [](const ModemView &view) {
                 return view.state() != state::locked && view.lock() != lock::sim_pin;
             });
         return error;
@@ -84,7 +85,7 @@ CmeError Modem::enter_puk(std::string_view puk, std::string_view new_pin)
             return CmeError::incorrect_parameters;
         const CmeError error = sim_call(target, "SendPuk", texts(puk, new_pin));
         if (error == CmeError::ok)
-            wait_for(settling_limit, [](const View &view) {
+            wait_for(settling_limit, [](const ModemView &view) {
                 return view.state() != state::locked && view.lock() != lock::sim_puk;
             });
         return error;
@@ -111,7 +112,7 @@ CmeError Modem::set_pin_enabled(bool enabled, std::string_view pin)
             return CmeError::not_allowed;
         const CmeError error = sim_call(target, "EnablePin", text_and_flag(pin, enabled));
         if (error == CmeError::ok)
-            wait_for(settling_limit, [&](const View &view) {
+            wait_for(settling_limit, [&](const ModemView &view) {
                 const bool on =
                     (view.flags(modem_3gpp, "EnabledFacilityLocks") & facility::sim) != 0;
                 return on == enabled;
@@ -125,7 +126,7 @@ CmeError Modem::lock_network(std::string_view plmn, std::string_view key)
 {
     return change(Needs::unlocked_sim, [&](const Target &target) {
         const std::string home = tree_.read([&](const Objects &objects) {
-            return View(objects, target.path).sim("OperatorIdentifier").text();
+            return ModemView(objects, target.path).sim("OperatorIdentifier").text();
         });
         if (!is_control_key(key))
             return CmeError::incorrect_parameters;
@@ -149,7 +150,7 @@ CmeError Modem::unlock_network(std::string_view key)
         if (error != CmeError::not_supported || !at_port_)
             return error;
         const std::string vendor = tree_.read([&](const Objects &objects) {
-            return View(objects, target.path).get("Manufacturer").text();
+            return ModemView(objects, target.path).get("Manufacturer").text();
         });
         return at_port_.send(unlock_network_command(vendor, key), true).error;
     });

@@ -13,13 +13,13 @@ std::optional<Time> Modem::look_after()
     std::vector<std::pair<std::string, Call>> calls;
     bool enabled = false;
     tree_.read([&](const Objects &objects) {
-        const View view(objects, find_modem(objects, device));
+        const ModemView view(objects, find_modem(objects, device));
         if (view.settled())
             calls = due_calls(view);
         enabled = view.state() >= state::enabled;
     });
     if (!enabled) // the reports end with it
-        keep([this](Kept &) {
+        with_local_state([this](LocalState &) {
             for (const char *report : {"signal", "location"})
                 tried_.erase(report);
         });
@@ -31,7 +31,7 @@ std::optional<Time> Modem::look_after()
 }
 
 // Each with what it is for.
-std::vector<std::pair<std::string, Call>> Modem::due_calls(const View &view) const
+std::vector<std::pair<std::string, Call>> Modem::due_calls(const ModemView &view) const
 {
     const std::string &path = view.path();
     std::vector<std::pair<std::string, Call>> calls;
@@ -58,7 +58,7 @@ void Modem::try_once(const std::string &what, const Call &call)
 {
     {
         const std::lock_guard lock(mutex_);
-        const bool wanted = what != "enable" || kept_.functionality == 1;
+        const bool wanted = what != "enable" || local_state_.functionality == 1;
         if (stopped_ || !wanted || !tried_.insert(what).second)
             return;
     }
@@ -85,8 +85,8 @@ void Modem::read_cell()
         path = path_;
     }
     const Reply reply = tree_.bus().call({path, modem, "GetCellInfo"});
-    keep([&](Kept &kept) {
-        kept.cell_info = cell_info_of(reply.value.item(0));
+    with_local_state([&](LocalState &local) {
+        local.cell_info = cell_info_of(reply.value.item(0));
         if (reply.error == CmeError::not_supported)
             tried_.insert("no cell");
     });
@@ -103,10 +103,10 @@ void Modem::guard_connection()
     const bool up = is_up();
     bool begins = false, ends = false;
     const CmeError refusal = data_refusal(target.status, target.state);
-    keep([&](Kept &kept) {
-        ends = up && abroad && kept.roaming == Roaming::off && !connection_.busy();
+    with_local_state([&](LocalState &local) {
+        ends = up && abroad && local.roaming == Roaming::off && !connection_.busy();
         if (ends)
-            kept.last_error = CmeError::network_not_allowed;
+            local.last_error = CmeError::network_not_allowed;
         begins = auto_connect_ && refusal == CmeError::ok;
         if (begins)
             auto_connect_ = false;

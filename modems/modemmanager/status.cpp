@@ -9,7 +9,7 @@ using daemons::SimStatus;
 namespace
 {
 
-std::optional<SimStatus> failed_sim(const View &view)
+std::optional<SimStatus> failed_sim(const ModemView &view)
 {
     switch (view.get("StateFailedReason").number().value_or(0)) {
     case failed_reason::sim_missing:
@@ -23,7 +23,7 @@ std::optional<SimStatus> failed_sim(const View &view)
 }
 
 // Retries by lock, a{uu}.
-std::optional<int> retries(const View &view, int of)
+std::optional<int> retries(const ModemView &view, int of)
 {
     for (const Value &entry : view.get("UnlockRetries").items())
         if (entry.item(0).number() == of && entry.item(1).number() != lock::retries_unknown)
@@ -31,7 +31,7 @@ std::optional<int> retries(const View &view, int of)
     return std::nullopt;
 }
 
-std::optional<SimStatus> sim_status(const View &view)
+std::optional<SimStatus> sim_status(const ModemView &view)
 {
     if (view.state() == state::failed)
         return failed_sim(view);
@@ -56,7 +56,7 @@ std::optional<SimStatus> sim_status(const View &view)
 }
 
 // A SIM that asks for its PIN, or the PUK, has the PIN switched on, and nothing else tells then.
-std::optional<bool> pin_enabled(const View &view)
+std::optional<bool> pin_enabled(const ModemView &view)
 {
     if (view.lock() == lock::sim_pin || view.lock() == lock::sim_puk)
         return true;
@@ -66,7 +66,7 @@ std::optional<bool> pin_enabled(const View &view)
     return (static_cast<unsigned>(locks.number().value_or(0)) & facility::sim) != 0;
 }
 
-void add_identity(const View &view, ModemStatus &status)
+void add_identity(const ModemView &view, ModemStatus &status)
 {
     const std::string revision = view.get("HardwareRevision").text();
     status.hardware = view.get("Model").text();
@@ -80,7 +80,7 @@ void add_identity(const View &view, ModemStatus &status)
 
 } // namespace
 
-void add_sim(const View &view, ModemStatus &status)
+void add_sim(const ModemView &view, ModemStatus &status)
 {
     status.sim = sim_status(view);
     if (status.sim == SimStatus::absent || status.sim == SimStatus::not_ready || !status.sim)
@@ -93,25 +93,25 @@ void add_sim(const View &view, ModemStatus &status)
     status.subscriber_number = view.get("OwnNumbers").item(0).text();
 }
 
-ModemStatus status_of(const Kept &kept)
+ModemStatus status_of(const LocalState &local)
 {
     ModemStatus status;
-    status.messages = kept.messages;
-    status.search = kept.search;
-    status.data_profile = kept.data_profile;
-    status.last_error = kept.last_error;
-    status.last_apn = kept.last_apn;
+    status.messages = local.messages;
+    status.search = local.search;
+    status.data_profile = local.data_profile;
+    status.last_error = local.last_error;
+    status.last_apn = local.last_apn;
     return status;
 }
 
-ModemStatus status_of(const View &view, const Kept &kept)
+ModemStatus status_of(const ModemView &view, const LocalState &local)
 {
-    ModemStatus status = status_of(kept);
+    ModemStatus status = status_of(local);
     add_identity(view, status);
     add_sim(view, status);
-    add_network(view, kept, status);
+    add_network(view, local, status);
     add_signal(view, status);
-    add_connection(view, kept, status);
+    add_connection(view, local, status);
     return status;
 }
 

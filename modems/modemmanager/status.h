@@ -3,16 +3,16 @@
 #define MODEMS_MODEMMANAGER_STATUS_H
 
 #include "daemons/modem_status.h"
-#include "kept.h"
-#include "view.h"
+#include "local_state.h"
+#include "modem_view.h"
 
 namespace modem_manager
 {
 
 // Without a modem: what the daemon itself keeps.
-daemons::ModemStatus status_of(const Kept &kept);
+daemons::ModemStatus status_of(const LocalState &local);
 
-daemons::ModemStatus status_of(const View &view, const Kept &kept);
+daemons::ModemStatus status_of(const ModemView &view, const LocalState &local);
 
 inline bool is_served(const daemons::ModemStatus &status)
 {
@@ -21,13 +21,13 @@ inline bool is_served(const daemons::ModemStatus &status)
 }
 
 // Its parts.
-void add_sim(const View &view, daemons::ModemStatus &status);
-void add_network(const View &view, const Kept &kept, daemons::ModemStatus &status);
-void add_signal(const View &view, daemons::ModemStatus &status);
-void add_connection(const View &view, const Kept &kept, daemons::ModemStatus &status);
+void add_sim(const ModemView &view, daemons::ModemStatus &status);
+void add_network(const ModemView &view, const LocalState &local, daemons::ModemStatus &status);
+void add_signal(const ModemView &view, daemons::ModemStatus &status);
+void add_connection(const ModemView &view, const LocalState &local, daemons::ModemStatus &status);
 
 // Of the connection that the status has; it goes on while nothing else changes.
-void add_uptime(const Kept &kept, daemons::ModemStatus &status);
+void add_uptime(const LocalState &local, daemons::ModemStatus &status);
 
 // Of the serving cell in the answer to GetCellInfo.
 CellInfo cell_info_of(const Value &cells);

@@ -10,10 +10,10 @@ namespace
 using daemons::ConnectionState;
 using daemons::ModemStatus;
 
-ConnectionState connection_state(const View &view, const Kept &kept)
+ConnectionState connection_state(const ModemView &view, const LocalState &local)
 {
     const int now = view.state();
-    if (kept.in_transition || now == state::connecting || now == state::disconnecting)
+    if (local.in_transition || now == state::connecting || now == state::disconnecting)
         return ConnectionState::transitioning;
     return view.connected_bearer().empty() ? ConnectionState::disconnected
                                            : ConnectionState::connected;
@@ -29,31 +29,31 @@ void add_pdp(const Dictionary &settings, ModemStatus &status)
 
 } // namespace
 
-void add_uptime(const Kept &kept, ModemStatus &status)
+void add_uptime(const LocalState &local, ModemStatus &status)
 {
     using namespace std::chrono;
     if (status.connection != ConnectionState::connected)
         status.uptime = 0;
-    else if (kept.connected_since)
-        status.uptime = floor<seconds>(steady_clock::now() - *kept.connected_since).count();
+    else if (local.connected_since)
+        status.uptime = floor<seconds>(steady_clock::now() - *local.connected_since).count();
     else
         status.uptime.reset();
 }
 
-void add_connection(const View &view, const Kept &kept, ModemStatus &status)
+void add_connection(const ModemView &view, const LocalState &local, ModemStatus &status)
 {
-    const ConnectionState now = connection_state(view, kept);
+    const ConnectionState now = connection_state(view, local);
     status.connection = now;
-    add_uptime(kept, status);
+    add_uptime(local, status);
     if (now == ConnectionState::connected) {
         status.ipv4_address = find(view.of_bearer("Ip4Config").dictionary(), "address").text();
         status.ipv6_address = find(view.of_bearer("Ip6Config").dictionary(), "address").text();
         add_pdp(view.of_bearer("Properties").dictionary(), status);
         return;
     }
-    if (kept.profile) {
-        status.pdp_type = kept.profile->type;
-        status.pdp_apn = kept.profile->apn;
+    if (local.profile) {
+        status.pdp_type = local.profile->type;
+        status.pdp_apn = local.profile->apn;
         return;
     }
     add_pdp(view.get(modem_3gpp, "InitialEpsBearerSettings").dictionary(), status);

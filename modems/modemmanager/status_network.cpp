@@ -17,7 +17,7 @@ using daemons::Technology;
 
 // Registered for messages alone, or without circuit switching, is registered; for emergency calls
 // alone is not.
-std::optional<Registration> registration(const View &view)
+std::optional<Registration> registration(const ModemView &view)
 {
     using enum Registration;
     static constexpr Registration states[] = {none, home,    searching, denied, unknown, roaming,
@@ -72,7 +72,7 @@ std::string field(const std::string &text, int number, std::size_t digits)
     return std::string(digits - found.size(), '0') + found;
 }
 
-std::string location_text(const View &view)
+std::string location_text(const ModemView &view)
 {
     for (const Value &entry : view.get(location, "Location").items())
         if (entry.item(0).number() == location_source::lac_and_cell)
@@ -80,7 +80,7 @@ std::string location_text(const View &view)
     return "";
 }
 
-Cell cell_of(const View &view, bool on_lte)
+Cell cell_of(const ModemView &view, bool on_lte)
 {
     constexpr std::size_t mcc_digits = 3;
     const std::string code = view.get(modem_3gpp, "OperatorCode").text();
@@ -97,7 +97,7 @@ Cell cell_of(const View &view, bool on_lte)
     return cell;
 }
 
-std::optional<SearchMode> search_mode(const View &view)
+std::optional<SearchMode> search_mode(const ModemView &view)
 {
     const Value current = view.get("CurrentModes").item(0);
     if (!current)
@@ -120,7 +120,7 @@ std::optional<SearchMode> search_mode(const View &view)
     }
 }
 
-std::optional<bool> attached(const View &view)
+std::optional<bool> attached(const ModemView &view)
 {
     switch (view.flags(modem_3gpp, "PacketServiceState")) {
     case packet_service::attached:
@@ -132,29 +132,29 @@ std::optional<bool> attached(const View &view)
     }
 }
 
-void add_serving_cell(const View &view, const Kept &kept, ModemStatus &status)
+void add_serving_cell(const ModemView &view, const LocalState &local, ModemStatus &status)
 {
     status.technology = technology(view.flags(modem, "AccessTechnologies"));
     status.cell = cell_of(view, status.technology == Technology::eutran);
     status.operator_long = view.get(modem_3gpp, "OperatorName").text();
-    status.channel = kept.cell_info.channel;
-    status.band = kept.cell_info.band;
-    status.duplex = kept.cell_info.duplex;
+    status.channel = local.cell_info.channel;
+    status.band = local.cell_info.band;
+    status.duplex = local.cell_info.duplex;
 }
 
 } // namespace
 
-void add_network(const View &view, const Kept &kept, ModemStatus &status)
+void add_network(const ModemView &view, const LocalState &local, ModemStatus &status)
 {
     status.registration = registration(view);
     if (is_served(status))
-        add_serving_cell(view, kept, status);
-    status.last_cell = status.cell.mcc.empty() ? kept.last_cell : status.cell;
-    status.manual_selection = kept.manual_selection;
+        add_serving_cell(view, local, status);
+    status.last_cell = status.cell.mcc.empty() ? local.last_cell : status.cell;
+    status.manual_selection = local.manual_selection;
     status.search_mode = search_mode(view);
-    status.roaming = kept.roaming;
+    status.roaming = local.roaming;
     status.packet_attached = attached(view);
-    status.packet_domain = kept.packet_domain;
+    status.packet_domain = local.packet_domain;
     if (!status.packet_domain && (status.packet_attached == true || is_served(status)))
         status.packet_domain = status.packet_attached;
 }

@@ -30,7 +30,7 @@ std::optional<int> level(const Dictionary &levels, const char *name)
 
 } // namespace
 
-void add_signal(const View &view, ModemStatus &status)
+void add_signal(const ModemView &view, ModemStatus &status)
 {
     if (!is_served(status))
         return;

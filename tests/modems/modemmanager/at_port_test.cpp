@@ -23,14 +23,15 @@ public:
         grantpt(master_);
         unlockpt(master_);
         path_ = ptsname(master_);
-        kept_ = open(path_.c_str(), O_RDWR | O_NOCTTY); // so that it outlives the first command
+        local_state_ =
+            open(path_.c_str(), O_RDWR | O_NOCTTY); // so that it outlives the first command
         thread_ = std::thread([this] { run(); });
     }
     ~FakePort()
     {
         ended_ = true;
         thread_.join();
-        close(kept_);
+        close(local_state_);
         close(master_);
     }
     FakePort(const FakePort &) = delete;
@@ -79,7 +80,7 @@ private:
         }
     }
 
-    int master_, kept_ = -1;
+    int master_, local_state_ = -1;
     std::string path_;
     mutable std::mutex mutex_; // of the two below
     std::map<std::string, std::string> answers_;

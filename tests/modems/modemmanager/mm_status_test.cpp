@@ -28,7 +28,7 @@ ModemStatus status_with(const std::string &of_modem, const std::string &of_3gpp 
         objects[modem_path][location] = values(of_location);
     if (!of_signal.empty())
         objects[modem_path][signal_levels] = values(of_signal);
-    return status_of(View(objects, modem_path), {});
+    return status_of(ModemView(objects, modem_path), {});
 }
 
 TEST(MmStatus, UnknownIsEmpty)
@@ -217,7 +217,7 @@ TEST(MmStatus, TheProfileToRegisterWith)
 TEST(MmAbilities, AreToldForEachRequest)
 {
     std::string at, qmi;
-    for (const Ability &each : abilities_of(View({}, ""), false)) {
+    for (const Ability &each : abilities_of(ModemView({}, ""), false)) {
         EXPECT_NE(std::string(each.request), "");
         const bool is_at = each.channel == std::string("AT");
         EXPECT_TRUE(is_at || each.channel == std::string("QMI")) << each.channel;

@@ -3,7 +3,7 @@
 #ifndef TESTS_MODEMS_MODEMMANAGER_STAND_IN_H
 #define TESTS_MODEMS_MODEMMANAGER_STAND_IN_H
 
-#include "modems/modemmanager/tree.h"
+#include "modems/modemmanager/object_tree.h"
 
 #include <functional>
 #include <gtest/gtest.h>

@@ -1,18 +1,20 @@
 // One modem among ModemManager's objects.
-#ifndef MODEMS_MODEMMANAGER_VIEW_H
-#define MODEMS_MODEMMANAGER_VIEW_H
+#ifndef MODEMS_MODEMMANAGER_MODEM_VIEW_H
+#define MODEMS_MODEMMANAGER_MODEM_VIEW_H
 
 #include "names.h"
-#include "tree.h"
+#include "object_tree.h"
 
 namespace modem_manager
 {
 
 // Valid as long as the objects are.
-class View
+class ModemView
 {
 public:
-    View(const Objects &objects, std::string path) : objects_(objects), path_(std::move(path)) {}
+    ModemView(const Objects &objects, std::string path) : objects_(objects), path_(std::move(path))
+    {
+    }
 
     const Objects &objects() const { return objects_; }
     const std::string &path() const { return path_; }

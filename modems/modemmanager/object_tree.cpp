@@ -1,4 +1,4 @@
-#include "tree.h"
+#include "object_tree.h"
 
 #include "names.h"
 
@@ -38,7 +38,7 @@ Value property(const Objects &objects, std::string_view path, std::string_view i
     return values == object->second.end() ? Value() : find(values->second, name);
 }
 
-Tree::Tree(const std::string &address, bool verbose, std::function<void()> changed)
+ObjectTree::ObjectTree(const std::string &address, bool verbose, std::function<void()> changed)
     : changed_(std::move(changed)),
       bus_(
           address, verbose,
@@ -46,7 +46,7 @@ Tree::Tree(const std::string &address, bool verbose, std::function<void()> chang
 {
 }
 
-void Tree::load()
+void ObjectTree::load()
 {
     const Reply reply =
         bus_.call({manager_path, manager, "GetManagedObjects", {}, false, reading_limit});
@@ -66,7 +66,7 @@ void Tree::load()
     notify();
 }
 
-void Tree::clear()
+void ObjectTree::clear()
 {
     has_manager_ = false;
     {
@@ -76,7 +76,7 @@ void Tree::clear()
     notify();
 }
 
-void Tree::take(const Signal &signal)
+void ObjectTree::take(const Signal &signal)
 {
     if (signal.member == "NameOwnerChanged") {
         const bool there = !signal.arguments.item(2).text().empty();
@@ -100,8 +100,8 @@ void Tree::take(const Signal &signal)
     notify();
 }
 
-// Of an object that nothing refers to, such as a message, or not yet, nothing is kept.
-void Tree::properties_changed(const Signal &signal)
+// Ignores an object that nothing refers to (yet), such as a message.
+void ObjectTree::properties_changed(const Signal &signal)
 {
     const std::string interface = signal.arguments.item(0).text();
     if (!read([&](const Objects &objects) { return objects.contains(signal.path); }))
@@ -112,15 +112,16 @@ void Tree::properties_changed(const Signal &signal)
     notify();
 }
 
-void Tree::merge(const std::string &path, std::string_view interface, const Dictionary &values)
+void ObjectTree::merge(const std::string &path, std::string_view interface,
+                       const Dictionary &values)
 {
     const std::lock_guard lock(mutex_);
-    Dictionary &kept = changing()[path][std::string(interface)];
+    Dictionary &stored = changing()[path][std::string(interface)];
     for (const auto &[name, value] : values)
-        kept[name] = value;
+        stored[name] = value;
 }
 
-std::vector<std::pair<std::string, const char *>> Tree::missing_references() const
+std::vector<std::pair<std::string, const char *>> ObjectTree::missing_references() const
 {
     std::vector<std::pair<std::string, const char *>> missing;
     for (const auto &[path, object] : objects_)
@@ -132,7 +133,7 @@ std::vector<std::pair<std::string, const char *>> Tree::missing_references() con
 }
 
 // A bearer is made for each connection: those of the past go.
-void Tree::read_references()
+void ObjectTree::read_references()
 {
     std::vector<std::pair<std::string, const char *>> missing;
     {
@@ -157,7 +158,7 @@ void Tree::read_references()
     }
 }
 
-void Tree::reload(const std::string &path, const char *interface)
+void ObjectTree::reload(const std::string &path, const char *interface)
 {
     const Reply reply = bus_.call(
         {path, properties, "GetAll", Value(g_variant_new("(s)", interface)), false, reading_limit});
@@ -176,19 +177,19 @@ void Tree::reload(const std::string &path, const char *interface)
     notify();
 }
 
-Objects &Tree::changing()
+Objects &ObjectTree::changing()
 {
     ++version_;
     return objects_;
 }
 
-void Tree::notify()
+void ObjectTree::notify()
 {
     changed_condition_.notify_all();
     changed_();
 }
 
-void Tree::stop()
+void ObjectTree::stop()
 {
     {
         const std::lock_guard lock(mutex_);

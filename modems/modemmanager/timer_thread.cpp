@@ -1,20 +1,20 @@
-#include "worker.h"
+#include "timer_thread.h"
 
 namespace modem_manager
 {
 
-Worker::Worker(std::function<std::optional<Time>()> look)
-    : look_(std::move(look)), thread_([this] { run(); })
+TimerThread::TimerThread(std::function<std::optional<Time>()> task)
+    : task_(std::move(task)), thread_([this] { run(); })
 {
 }
 
-Worker::~Worker()
+TimerThread::~TimerThread()
 {
     stop();
     thread_.join();
 }
 
-void Worker::wake()
+void TimerThread::wake()
 {
     {
         const std::lock_guard lock(mutex_);
@@ -23,7 +23,7 @@ void Worker::wake()
     woken_condition_.notify_one();
 }
 
-void Worker::stop()
+void TimerThread::stop()
 {
     {
         const std::lock_guard lock(mutex_);
@@ -32,7 +32,7 @@ void Worker::stop()
     woken_condition_.notify_one();
 }
 
-void Worker::run()
+void TimerThread::run()
 {
     const auto due = [this] { return woken_ || stopped_; };
     std::optional<Time> next;
@@ -46,7 +46,7 @@ void Worker::run()
             return;
         woken_ = false;
         lock.unlock();
-        next = look_();
+        next = task_();
         lock.lock();
     }
 }

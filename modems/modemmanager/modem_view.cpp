@@ -1,4 +1,4 @@
-#include "view.h"
+#include "modem_view.h"
 
 #include "daemons/digits.h"
 
@@ -28,41 +28,41 @@ int number_of(const std::string &path)
 
 } // namespace
 
-bool View::has(const char *interface) const
+bool ModemView::has(const char *interface) const
 {
     const auto object = objects_.find(path_);
     return object != objects_.end() && object->second.contains(interface);
 }
 
-unsigned View::flags(const char *interface, const char *name) const
+unsigned ModemView::flags(const char *interface, const char *name) const
 {
     return static_cast<unsigned>(get(interface, name).number().value_or(0));
 }
 
-int View::state() const
+int ModemView::state() const
 {
     return static_cast<int>(get("State").number().value_or(state::unknown));
 }
 
-int View::lock() const
+int ModemView::lock() const
 {
     return static_cast<int>(get("UnlockRequired").number().value_or(lock::unknown));
 }
 
 // One that is unlocked has the 3GPP interface as soon as it is ready.
-bool View::settled() const
+bool ModemView::settled() const
 {
     const int now = state();
     return now == state::failed || now == state::locked || (now > state::locked && has(modem_3gpp));
 }
 
-std::string View::sim_path() const
+std::string ModemView::sim_path() const
 {
     const std::string path = get("Sim").text();
     return path == no_object ? "" : path;
 }
 
-std::string View::connected_bearer() const
+std::string ModemView::connected_bearer() const
 {
     for (const std::string &path : get("Bearers").texts())
         if (property(objects_, path, bearer, "Connected").boolean().value_or(false))

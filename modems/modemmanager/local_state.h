@@ -1,6 +1,6 @@
 // What no modem reports: settings and results that the daemon keeps itself.
-#ifndef MODEMS_MODEMMANAGER_KEPT_H
-#define MODEMS_MODEMMANAGER_KEPT_H
+#ifndef MODEMS_MODEMMANAGER_LOCAL_STATE_H
+#define MODEMS_MODEMMANAGER_LOCAL_STATE_H
 
 #include "daemons/modem_status.h"
 
@@ -15,7 +15,7 @@ struct CellInfo {
     std::string channel, band, duplex;
 };
 
-struct Kept {
+struct LocalState {
     int functionality = 1; // as last asked for
     daemons::Roaming roaming = daemons::Roaming::automatic;
     std::optional<bool> manual_selection; // unknown until one is made

@@ -1,6 +1,6 @@
 // ModemManager's objects as it reports them: each with its interfaces, these with their properties.
-#ifndef MODEMS_MODEMMANAGER_TREE_H
-#define MODEMS_MODEMMANAGER_TREE_H
+#ifndef MODEMS_MODEMMANAGER_OBJECT_TREE_H
+#define MODEMS_MODEMMANAGER_OBJECT_TREE_H
 
 #include "bus.h"
 
@@ -17,13 +17,14 @@ using Objects = std::map<std::string, Object, std::less<>>;    // by path
 Value property(const Objects &objects, std::string_view path, std::string_view interface,
                std::string_view name);
 
-// Kept up to date by signals. SIM cards and bearers are not among the objects that ModemManager
-// lists; those that a modem refers to are read one by one. Messages are left to whoever lists them.
-class Tree
+// LocalState up to date by signals. SIM cards and bearers are not among the objects that
+// ModemManager lists; those that a modem refers to are read one by one. Messages are read by the
+// verb that lists them.
+class ObjectTree
 {
 public:
     // `changed` is called after each change, from the bus's thread or that of a reload().
-    Tree(const std::string &address, bool verbose, std::function<void()> changed);
+    ObjectTree(const std::string &address, bool verbose, std::function<void()> changed);
 
     std::string start() { return bus_.start(); }
     Bus &bus() { return bus_; }
@@ -41,7 +42,7 @@ public:
         return reader(objects_);
     }
 
-    // Another one after each change of the objects; for readers, to whom none happens.
+    // Incremented by each change of the objects. Read without the lock.
     unsigned version() const { return version_; }
 
     // Reads an interface again: the answer to a call may come before the signal of what it changed.
@@ -79,7 +80,7 @@ private:
     std::atomic<unsigned> version_ = 0; // changes under the lock
     bool stopped_ = false;
     std::atomic<bool> has_manager_ = false, denied_ = false;
-    Bus bus_; // goes first: its thread uses the others
+    Bus bus_; // destroyed first: its thread uses the others
 };
 
 } // namespace modem_manager
