@@ -8,7 +8,7 @@ namespace cmif_record
 
 int EntryLines::shown(int number)
 {
-    if (!own_numbers_)
+    if (!renumber_)
         return number;
     return numbers_.try_emplace(number, static_cast<int>(numbers_.size()) + 1).first->second;
 }

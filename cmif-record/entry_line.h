@@ -15,10 +15,9 @@ namespace cmif_record
 class EntryLines
 {
 public:
-    // With a key, secrets are replaced. With `own_numbers`, processes and threads are numbered in
+    // With a key, secrets are replaced. With `renumber`, processes and threads are numbered in
     // the order in which they appear, so that equal runs give equal lines.
-    EntryLines(const std::optional<StandInKey> &key, bool own_numbers)
-        : key_(key), own_numbers_(own_numbers)
+    EntryLines(const std::optional<StandInKey> &key, bool renumber) : key_(key), renumber_(renumber)
     {
     }
 
@@ -32,7 +31,7 @@ private:
     int shown(int number);
 
     std::optional<StandInKey> key_;
-    bool own_numbers_;
+    bool renumber_;
     std::map<int, int> numbers_; // a process has the number of its first thread
 };
 

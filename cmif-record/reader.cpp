@@ -134,7 +134,7 @@ std::map<std::string, std::string> request_fields(const Json &line)
     return fields;
 }
 
-// Nothing for what callers did.
+// Returns nothing for the callers' own sends and receives.
 std::optional<Event> record_event(const Json &line, bool is_request)
 {
     Event event{is_request ? Event::Type::request : Event::Type::reply};

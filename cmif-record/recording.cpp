@@ -1,7 +1,7 @@
 #include "recording.h"
 
 #include "cmif/cmif.h"
-#include "own_numbers.h"
+#include "current_ids.h"
 
 #include <algorithm>
 #include <array>
@@ -16,13 +16,13 @@ namespace cmif_record
 namespace
 {
 
-class ErrnoKept
+class ErrnoGuard
 {
 public:
-    ErrnoKept() = default;
-    ~ErrnoKept() { errno = value_; }
-    ErrnoKept(const ErrnoKept &) = delete;
-    ErrnoKept &operator=(const ErrnoKept &) = delete;
+    ErrnoGuard() = default;
+    ~ErrnoGuard() { errno = value_; }
+    ErrnoGuard(const ErrnoGuard &) = delete;
+    ErrnoGuard &operator=(const ErrnoGuard &) = delete;
 
 private:
     int value_ = errno;
@@ -49,17 +49,17 @@ Recording::~Recording()
 
 void Recording::append(Entry entry, std::string_view name, std::string_view text)
 {
-    const ErrnoKept errno_kept;
-    const OwnNumbers own = own_numbers();
-    entry.process = own.process;
-    entry.thread = own.thread;
+    const ErrnoGuard errno_guard;
+    const CurrentIds ids = current_ids();
+    entry.process = ids.process;
+    entry.thread = ids.thread;
     ring_->append(entry, name, text);
 }
 
 // Without its arguments, which may hold secrets.
 void Recording::add_process()
 {
-    const ErrnoKept errno_kept;
+    const ErrnoGuard errno_guard;
     std::array<char, PATH_MAX> program{};
     const ssize_t size = readlink("/proc/self/exe", program.data(), program.size());
     const std::string_view path(program.data(), size > 0 ? std::size_t(size) : 0);
@@ -77,7 +77,7 @@ void Recording::add(Queue queue, Action action, const Record &record)
 // The result of a search is a file, and complete before the reply.
 void Recording::add_provider_list()
 {
-    const ErrnoKept errno_kept;
+    const ErrnoGuard errno_guard;
     std::array<char, 1 << 16> text;
     const std::size_t size = read_file(CMIF_PROVIDER_LIST_FILE, text.data(), text.size());
     append({Entry::Kind::file}, CMIF_PROVIDER_LIST_FILE, {text.data(), size});
@@ -95,7 +95,7 @@ void Recording::add_failure()
 
 void Recording::flush() const
 {
-    const ErrnoKept errno_kept;
+    const ErrnoGuard errno_guard;
     ring_->wait_until_written();
 }
 

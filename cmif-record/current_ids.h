@@ -1,15 +1,15 @@
 // The numbers of this process and thread, without asking the system each time.
-#ifndef CMIF_RECORD_OWN_NUMBERS_H
-#define CMIF_RECORD_OWN_NUMBERS_H
+#ifndef CMIF_RECORD_CURRENT_IDS_H
+#define CMIF_RECORD_CURRENT_IDS_H
 
 namespace cmif_record
 {
 
-struct OwnNumbers {
+struct CurrentIds {
     int process, thread;
 };
 
-OwnNumbers own_numbers();
+CurrentIds current_ids();
 
 } // namespace cmif_record
 

@@ -1,4 +1,4 @@
-#include "own_numbers.h"
+#include "current_ids.h"
 
 #include <atomic>
 #include <sys/mman.h>
@@ -34,9 +34,9 @@ int own_process()
 
 } // namespace
 
-OwnNumbers own_numbers()
+CurrentIds current_ids()
 {
-    thread_local OwnNumbers kept{0, 0};
+    thread_local CurrentIds kept{0, 0};
     const int process = own_process();
     if (kept.process != process)
         kept = {process, static_cast<int>(syscall(SYS_gettid))};
