@@ -75,9 +75,9 @@ int run_command(const std::vector<std::string> &command)
     return sandbox::wait_for(process, process);
 }
 
-TerminalKept::TerminalKept() : held_(has_terminal()) {}
+TerminalGuard::TerminalGuard() : held_(has_terminal()) {}
 
-TerminalKept::~TerminalKept()
+TerminalGuard::~TerminalGuard()
 {
     if (held_)
         give_terminal(getpgrp());

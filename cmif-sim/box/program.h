@@ -14,13 +14,13 @@ int run_command(const std::vector<std::string> &command);
 
 // If this process's group has the terminal, takes it back in the end: a shell that was started as a
 // job of its own has taken it away.
-class TerminalKept
+class TerminalGuard
 {
 public:
-    TerminalKept();
-    ~TerminalKept();
-    TerminalKept(const TerminalKept &) = delete;
-    TerminalKept &operator=(const TerminalKept &) = delete;
+    TerminalGuard();
+    ~TerminalGuard();
+    TerminalGuard(const TerminalGuard &) = delete;
+    TerminalGuard &operator=(const TerminalGuard &) = delete;
 
 private:
     bool held_;

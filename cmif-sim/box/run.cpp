@@ -56,7 +56,7 @@ int run_beside(const ServerOptions &options, const std::vector<std::string> &com
         mkdir(store.c_str(), S_IRWXU); // it can be made visible only if it exists
         visible_paths.push_back(fs::absolute(store));
     }
-    const TerminalKept terminal;
+    const TerminalGuard terminal;
     const BoxSocket socket;
     ServerOptions reachable = options;
     reachable.control = socket.file();

@@ -30,7 +30,7 @@ std::string standard_input()
     return {std::istreambuf_iterator<char>(std::cin), {}};
 }
 
-// Each line of the text, after the place that it speaks of.
+// Each line of the text begins with the position of the error.
 void print_errors(const std::string &text, const char *source)
 {
     std::istringstream lines(text);
@@ -71,7 +71,7 @@ int enter(ChosenBox chosen, const std::vector<std::string> &command)
 {
     const pid_t box = choose_box(chosen);
     const Answer environment = ask_box(box, "environment");
-    const TerminalKept terminal;
+    const TerminalGuard terminal;
     return sandbox::enter_sandbox(box, [&] {
         set_environment(environment.text);
         return run_command(command);

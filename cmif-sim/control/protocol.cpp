@@ -75,8 +75,8 @@ using Time = std::chrono::steady_clock::time_point;
 constexpr std::chrono::seconds silence{5}; // with a program that is silent
 
 // A program that has connected, and what it has sent so far.
-struct Asker {
-    explicit Asker(int file) : connection(file) {}
+struct Client {
+    explicit Client(int file) : connection(file) {}
 
     Connection connection;
     Time since = std::chrono::steady_clock::now();
@@ -116,46 +116,47 @@ std::string environment()
 } // namespace
 
 // The programs that are connected, each of which gets its answer when it has asked.
-class ControlServer::Askers
+class ControlServer::Clients
 {
 public:
     void add_to(std::vector<pollfd> &files) const
     {
-        for (const Asker &asker : askers_)
-            files.push_back({asker.connection.file(), POLLIN, 0});
+        for (const Client &client : clients_)
+            files.push_back({client.connection.file(), POLLIN, 0});
     }
     void accept(int listening)
     {
         const int file = accept4(listening, nullptr, nullptr, SOCK_CLOEXEC);
         if (file == -1)
             return;
-        Asker &asker = askers_.emplace_back(file);
-        asker.connection.limit(static_cast<int>(silence.count()));
-        asker.gone = !asker.connection.send(greeting);
+        Client &client = clients_.emplace_back(file);
+        client.connection.limit(static_cast<int>(silence.count()));
+        client.gone = !client.connection.send(greeting);
     }
     void serve(const ControlServer &server)
     {
-        for (Asker &asker : askers_)
-            if (asker.take()) {
-                reply(server, asker);
-                asker.gone = true;
+        for (Client &client : clients_)
+            if (client.take()) {
+                reply(server, client);
+                client.gone = true;
             }
         const Time end = std::chrono::steady_clock::now() - silence;
-        askers_.remove_if([end](const Asker &asker) { return asker.gone || asker.since < end; });
+        clients_.remove_if(
+            [end](const Client &client) { return client.gone || client.since < end; });
     }
-    bool empty() const { return askers_.empty(); }
+    bool empty() const { return clients_.empty(); }
 
 private:
-    static void reply(const ControlServer &server, Asker &asker)
+    static void reply(const ControlServer &server, Client &client)
     {
-        if (asker.text.empty())
+        if (client.text.empty())
             return;
-        const std::string question = take_line(asker.text);
-        const Answer answer = server.answer(question, asker.text);
-        asker.connection.send(std::to_string(answer.status) + "\n" + answer.text);
+        const std::string question = take_line(client.text);
+        const Answer answer = server.answer(question, client.text);
+        client.connection.send(std::to_string(answer.status) + "\n" + answer.text);
     }
 
-    std::list<Asker> askers_;
+    std::list<Client> clients_;
 };
 
 ControlServer::ControlServer(std::vector<int> listening, Replies replies)
@@ -176,19 +177,19 @@ ControlServer::~ControlServer()
 void ControlServer::run()
 {
     constexpr int interval = 1000; // milliseconds, after which a silent program may be left
-    Askers askers;
+    Clients clients;
     for (;;) {
         std::vector<pollfd> files{{end_[0], POLLIN, 0}};
         for (const int file : listening_)
             files.push_back({file, POLLIN, 0});
-        askers.add_to(files);
-        poll(files.data(), files.size(), askers.empty() ? -1 : interval);
+        clients.add_to(files);
+        poll(files.data(), files.size(), clients.empty() ? -1 : interval);
         if (files.front().revents != 0)
             return;
-        askers.serve(*this);
+        clients.serve(*this);
         for (std::size_t i = 0; i < listening_.size(); ++i)
             if (files[i + 1].revents != 0)
-                askers.accept(listening_[i]);
+                clients.accept(listening_[i]);
     }
 }
 

@@ -1,4 +1,4 @@
-// What is said between a running router and the programs that give it commands.
+// The protocol between a running router and the programs that give it commands.
 //
 // The router greets; the program sends a question on a line, and closes its side; the router
 // answers with an exit status on a line, and a text. The questions: "run", followed by the
@@ -39,7 +39,7 @@ public:
     ControlServer &operator=(const ControlServer &) = delete;
 
 private:
-    class Askers;
+    class Clients;
 
     void run();
     Answer answer(const std::string &question, const std::string &lines) const;

@@ -1,4 +1,4 @@
-// The command "fault": trouble that the router's daemons are to make.
+// The command "fault": faults that the router's daemons are to show.
 #ifndef CMIF_SIM_FAULTS_FAULT_COMMAND_H
 #define CMIF_SIM_FAULTS_FAULT_COMMAND_H
 

@@ -23,8 +23,8 @@ constexpr std::size_t at_text = CMIF_AT_PAYLOAD - sizeof(std::int32_t);
 // The ret_code lies after the text of an AT record, and at the start of a QMI one.
 void set_ret_code(Reply &reply, int number)
 {
-    const std::size_t place = reply.channel == Channel::at ? at_text : 0;
-    std::memcpy(reply.payload.data() + place, &number, sizeof number);
+    const std::size_t offset = reply.channel == Channel::at ? at_text : 0;
+    std::memcpy(reply.payload.data() + offset, &number, sizeof number);
 }
 
 void fill_text(Reply &reply, int)

@@ -1,4 +1,4 @@
-// The kinds of trouble that a daemon can be told to make, and what each does to a reply.
+// The kinds of faults that a daemon can be told to show, and what each does to a reply.
 #ifndef CMIF_SIM_FAULTS_FAULT_KINDS_H
 #define CMIF_SIM_FAULTS_FAULT_KINDS_H
 

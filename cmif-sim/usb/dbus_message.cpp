@@ -41,8 +41,8 @@ class Reader
 public:
     explicit Reader(std::string_view bytes) : bytes_(bytes) {}
 
-    std::size_t place() const { return place_; }
-    void align(std::size_t size) { place_ = (place_ + size - 1) / size * size; }
+    std::size_t position() const { return position_; }
+    void align(std::size_t size) { position_ = (position_ + size - 1) / size * size; }
     std::uint8_t byte() { return static_cast<std::uint8_t>(take(1)[0]); }
     std::uint32_t number()
     {
@@ -65,14 +65,14 @@ public:
 private:
     std::string_view take(std::size_t size)
     {
-        if (place_ > bytes_.size() || bytes_.size() - place_ < size)
+        if (position_ > bytes_.size() || bytes_.size() - position_ < size)
             throw std::runtime_error("a D-Bus message is cut short");
-        place_ += size;
-        return bytes_.substr(place_ - size, size);
+        position_ += size;
+        return bytes_.substr(position_ - size, size);
     }
 
     std::string_view bytes_;
-    std::size_t place_ = 0;
+    std::size_t position_ = 0;
 };
 
 void read_field(Reader &reader, DbusMessage &message)
@@ -87,11 +87,11 @@ void read_field(Reader &reader, DbusMessage &message)
         return;
     }
     const std::string text = type == "g" ? reader.short_text() : reader.text();
-    std::string *const places[] = {
+    std::string *const fields[] = {
         nullptr, &message.path,        &message.interface, &message.member,   &message.error,
         nullptr, &message.destination, &message.sender,    &message.signature};
-    if (field < std::size(places) && places[field])
-        *places[field] = text;
+    if (field < std::size(fields) && fields[field])
+        *fields[field] = text;
 }
 
 } // namespace
@@ -168,7 +168,7 @@ DbusMessage parse_message(std::string_view bytes)
     reader.number();
     message.serial = reader.number();
     const std::size_t end = dbus_start_size + std::size_t{reader.number()};
-    while (reader.place() < end)
+    while (reader.position() < end)
         read_field(reader, message);
     message.body = bytes.substr(std::min((end + 7) / 8 * 8, bytes.size()));
     return message;
@@ -178,7 +178,7 @@ std::vector<std::string> texts_of(const DbusMessage &message)
 {
     std::vector<std::string> texts;
     Reader reader(message.body);
-    while (reader.place() < message.body.size())
+    while (reader.position() < message.body.size())
         texts.push_back(reader.text());
     return texts;
 }

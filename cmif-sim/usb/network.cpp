@@ -43,22 +43,22 @@ public:
     }
     std::size_t begin(std::uint16_t type)
     {
-        const std::size_t place = bytes_.size();
+        const std::size_t offset = bytes_.size();
         rtattr attribute{0, type};
         append(&attribute, sizeof attribute);
-        return place;
+        return offset;
     }
-    void end(std::size_t place)
+    void end(std::size_t offset)
     {
-        const auto size = static_cast<std::uint16_t>(bytes_.size() - place);
-        std::memcpy(&bytes_[place], &size, sizeof size);
+        const auto size = static_cast<std::uint16_t>(bytes_.size() - offset);
+        std::memcpy(&bytes_[offset], &size, sizeof size);
         bytes_.resize(NLMSG_ALIGN(bytes_.size()));
     }
     void add(std::uint16_t type, const void *data, std::size_t size)
     {
-        const std::size_t place = begin(type);
+        const std::size_t offset = begin(type);
         append(data, size);
-        end(place);
+        end(offset);
     }
     void add(std::uint16_t type, const char *text) { add(type, text, std::strlen(text) + 1); }
 

@@ -10,10 +10,10 @@ constexpr long counters = 4; // an AT request that is always answered with 0
 constexpr long sim = 6;      // a QMI one, answered with the SIM's status
 constexpr std::size_t at_text = CMIF_AT_PAYLOAD - sizeof(int);
 
-int number_at(const std::string &payload, std::size_t place)
+int number_at(const std::string &payload, std::size_t offset)
 {
     int number = 0;
-    std::memcpy(&number, payload.data() + place, sizeof number);
+    std::memcpy(&number, payload.data() + offset, sizeof number);
     return number;
 }
 
