@@ -1,5 +1,5 @@
-// What the daemons ask of a modem. They know queues, records and the configuration store; a modem
-// knows nothing of these, but what a request needs (a SIM, the radio, a network) and how long it
+// What the daemons ask of a modem. They know queues, records and the configuration store, which a
+// modem does not. It does know what a request needs (a SIM, the radio, a network) and how long that
 // takes.
 #ifndef DAEMONS_MODEM_H
 #define DAEMONS_MODEM_H

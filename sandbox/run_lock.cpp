@@ -56,7 +56,7 @@ void name_holder(int lock, pid_t run)
     const std::string text = std::to_string(run) + "\n";
     const bool written = ftruncate(lock, 0) == 0 && pwrite(lock, text.data(), text.size(), 0) != -1;
     if (!written)
-        (void)!ftruncate(lock, 0); // a full disk: those who wait are told no number
+        (void)!ftruncate(lock, 0); // on a full disk, waiting runs print no number
 }
 
 } // namespace

@@ -5,7 +5,7 @@
 namespace sandbox
 {
 
-// A file in /tmp as long as this object exists; each user has one of his own. It also tells whether
+// A file in /tmp as long as this object exists; one per user. It also tells whether
 // the run creates /data.
 class RunMark
 {
