@@ -1,5 +1,5 @@
 // The time that the simulation runs by, and what happens at a moment of it. A RealClock follows the
-// machine's time; a ManualClock stands until it is advanced.
+// machine's time; a ManualClock keeps its time until it is advanced.
 #ifndef SCENARIO_CLOCK_H
 #define SCENARIO_CLOCK_H
 

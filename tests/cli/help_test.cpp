@@ -42,7 +42,7 @@ Exit status:
 )");
 }
 
-TEST(Help, OfAGroupTellsReadingsFromActions)
+TEST(Help, OfAGroupSeparatesReadingsFromActions)
 {
     const std::string help = cli::help_text(sample, "gate");
     EXPECT_EQ(help.find("Usage: garden [OPTIONS] gate VERB [ARGS]\n\nThe garden's gate.\n\n"
@@ -118,7 +118,7 @@ TEST(Manual, HasTheDateOfTheSourcesWhereThatIsSet)
     EXPECT_FALSE(cli::manual_page(sample).starts_with(".TH GARDEN 1 \"1970-01-02\" "));
 }
 
-TEST(Manual, EscapesWhatTroffWouldTakeForItsOwn)
+TEST(Manual, EscapesCharactersThatTroffInterprets)
 {
     const std::string page = cli::manual_page(sample);
     EXPECT_NE(page.find(".EX\n\\&.dots \\(aqand\\(aq \\eback\n.EE\n"), std::string::npos) << page;

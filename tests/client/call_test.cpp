@@ -117,7 +117,7 @@ TEST(CallInChild, ThatCrashesEndsWithAllThatItStarted)
     EXPECT_FALSE(file_exists("/tmp/late"));
 }
 
-TEST(CallInChild, IsNotAskedByTheCommandsThatItStarts)
+TEST(CallInChild, ReadsNoStandardInput)
 {
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
@@ -186,7 +186,7 @@ TEST(CallInChild, LeavesNothingWhenItsCallerIsKilled)
     EXPECT_NE(access("/tmp/marker", F_OK), 0);
 }
 
-TEST(CallInChild, RefusesAMarkerThatIsNoFile)
+TEST(CallInChild, RefusesAMarkerThatIsNotARegularFile)
 {
     ASSERT_EQ(mkfifo("/tmp/marker", 0600), 0);
     const Failure failure = failure_of(

@@ -60,7 +60,7 @@ TEST(Result, AnUnknownCodeIsShownAsANumber)
 }
 
 // What helps depends on what was asked for.
-TEST(Result, HintsLeadToTheCure)
+TEST(Result, HintsNameTheRemedy)
 {
     struct {
         const char *function;

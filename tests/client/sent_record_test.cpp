@@ -109,7 +109,7 @@ TEST_F(Sent, LeavesNoCountWhenItsCallerIsKilledBeforeAFullQueue)
     EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::nothing_sent);
 }
 
-TEST_F(Sent, IsTakenBackAloneAndTheRestKeepsItsOrder)
+TEST_F(Sent, IsWithdrawnAloneAndTheRestKeepsItsOrder)
 {
     put(request_queue(), 9, "x");
     send("b");
@@ -121,7 +121,7 @@ TEST_F(Sent, IsTakenBackAloneAndTheRestKeepsItsOrder)
 }
 
 // The other may have noted who read the queue before, and not have taken its request yet.
-TEST_F(Sent, IsTakenBackAfterAnothersWithdrawal)
+TEST_F(Sent, IsWithdrawnAfterAnotherWithdrawal)
 {
     send("a");
     auto other = std::make_unique<client::WithdrawalLock>(Channel::at);
@@ -133,14 +133,14 @@ TEST_F(Sent, IsTakenBackAfterAnothersWithdrawal)
     EXPECT_EQ(letters(request_queue()), "");
 }
 
-TEST_F(Sent, IsTakenBackThoughAnothersWithdrawalIsStopped)
+TEST_F(Sent, IsWithdrawnWhileAnotherWithdrawalIsStopped)
 {
     send("a");
     const client::WithdrawalLock other(Channel::at);
     EXPECT_EQ(withdraw(enter_pin, record, replies), Withdrawal::withdrawn);
 }
 
-TEST_F(Sent, IsLeftBehindAnothersOfTheSameCode)
+TEST_F(Sent, IsLeftAfterAnotherRequestOfTheSameCode)
 {
     put(request_queue(), 12, "a");
     send("b");

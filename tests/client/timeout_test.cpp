@@ -90,7 +90,7 @@ TEST_F(Timeout, AFullRequestQueueIsNamed)
 }
 
 // The first caller was killed; the kernel gives only the oldest request of a code back.
-TEST_F(Timeout, ARequestBehindOneOfAKilledCallerIsNotReportedAsTaken)
+TEST_F(Timeout, ARequestAfterOneOfAKilledCallerIsNotReportedAsTaken)
 {
     send("x");
     const Failure failure = failure_of(entering("a"), {.timeout = 0.3});

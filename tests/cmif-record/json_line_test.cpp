@@ -43,7 +43,7 @@ TEST(JsonLine, WritesTextThatIsNotUtf8AsHex)
                              "\n");
 }
 
-TEST(Utf8, IsToldFromOtherBytes)
+TEST(Utf8, IsDistinguishedFromOtherBytes)
 {
     for (const char *text : {"", "a", "\xC2\x80", "\xE0\xA0\x80", "\xED\x9F\xBF",
                              "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"})

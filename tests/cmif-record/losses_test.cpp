@@ -36,7 +36,7 @@ protected:
 };
 
 // More than the ring holds, several times, and of sizes that end anywhere in it.
-TEST_F(Losses, AreNoneHoweverMuchThereIs)
+TEST_F(Losses, DoNotOccurHoweverMuchIsRecorded)
 {
     constexpr std::size_t count = 20'000;
     start();
@@ -49,7 +49,7 @@ TEST_F(Losses, AreNoneHoweverMuchThereIs)
 }
 
 // A daemon goes on, after a wait, while nothing is written.
-TEST_F(Losses, AreCountedWhileTheWriterStands)
+TEST_F(Losses, AreCountedWhileTheWriterIsStopped)
 {
     constexpr int count = 1500;
     start();
@@ -88,7 +88,7 @@ TEST_F(Losses, AreCountedWhileTheDiskIsFull)
     EXPECT_EQ(found.back()["value"], "last");
 }
 
-TEST_F(Losses, OfAnEntryLargerThanTheRingAreCounted)
+TEST_F(Losses, OfEntriesLargerThanTheRingAreCounted)
 {
     start();
     set_values(1, std::string(2 << 20, 'x'));
@@ -101,7 +101,7 @@ TEST_F(Losses, OfAnEntryLargerThanTheRingAreCounted)
 }
 
 // At whatever place it is: the others go on, and every line is whole.
-TEST_F(Losses, AreNoneForOthersWhenAProcessIsKilled)
+TEST_F(Losses, DoNotOccurInOtherProcessesWhenOneIsKilled)
 {
     constexpr int rounds = 100;
     start();

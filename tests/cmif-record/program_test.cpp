@@ -114,7 +114,7 @@ TEST(Program, RecordsWhereFewFilesMayBeOpen)
 }
 
 // The writer ends after the last process that is recorded, and holds nothing of the daemon's.
-TEST(Program, LeavesNoProcessBehind)
+TEST(Program, LeavesNoProcessRunning)
 {
     EXPECT_EQ(shell("$R /tmp/r.jsonl -- $D | cat").output, "served\n");
     const Outcome rest =
@@ -123,7 +123,7 @@ TEST(Program, LeavesNoProcessBehind)
     EXPECT_EQ(rest.output, "");
 }
 
-TEST(Program, IsFirstBeforeWhatIsPreloadedAlready)
+TEST(Program, IsPreloadedBeforeOtherLibraries)
 {
     const Outcome run = shell("LD_PRELOAD=libm.so.6 $R /tmp/r.jsonl -- sh -c 'echo $LD_PRELOAD'");
     EXPECT_TRUE(run.output.ends_with("/libcmif-record.so:libm.so.6\n")) << run.output;

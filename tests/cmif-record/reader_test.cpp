@@ -82,7 +82,7 @@ TEST_F(Reader, RestoresRepliesByteForByte)
 }
 
 // A replay compares it.
-TEST_F(Reader, HasThePayloadOfARequestThatTheFieldsDoNotTell)
+TEST_F(Reader, HasThePayloadOfARequestThatTheFieldsDoNotDescribe)
 {
     start(true);
     ASSERT_EQ(send(CMIF_AT_REQUEST_KEY, 4, "\1\2"), 0);
@@ -95,7 +95,7 @@ TEST_F(Reader, HasThePayloadOfARequestThatTheFieldsDoNotTell)
     EXPECT_EQ(events[1].fields.size(), 0U);
 }
 
-TEST_F(Reader, TakesBackWhatFailed)
+TEST_F(Reader, RemovesWhatFailed)
 {
     const std::string thread = R"({"time":0,"process":1,"thread":)";
     write(file(), head + thread +

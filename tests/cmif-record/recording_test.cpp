@@ -80,7 +80,7 @@ TEST_F(Recording, DecodesQmiRecords)
         EXPECT_FALSE(line.contains("payload")) << line;
 }
 
-TEST_F(Recording, AddsThePayloadThatTheFieldsDoNotTell)
+TEST_F(Recording, AddsThePayloadThatTheFieldsDoNotDescribe)
 {
     start(true);
     ASSERT_EQ(send(CMIF_AT_REQUEST_KEY, 4, "\1\2"), 0);
@@ -116,7 +116,7 @@ TEST_F(Recording, KnowsAQueueByItsIdAlone)
     EXPECT_EQ(events()[0]["channel"], "qmi");
 }
 
-TEST_F(Recording, LeavesOtherQueuesAndLooksAlone)
+TEST_F(Recording, IgnoresOtherQueuesAndFailedReceives)
 {
     start();
     ASSERT_EQ(send(4242, 4, "text"), 0);
@@ -135,7 +135,7 @@ TEST_F(Recording, DoesNotCountAPeek)
     EXPECT_EQ(events().size(), 1U);
 }
 
-TEST_F(Recording, TellsOfSettingsAndOfThoseThatFail)
+TEST_F(Recording, HasValuesThatAreSetAndThoseThatFail)
 {
     start();
     ASSERT_EQ(set("lte_sim_status", "READY"), 0);
@@ -147,7 +147,7 @@ TEST_F(Recording, TellsOfSettingsAndOfThoseThatFail)
     EXPECT_EQ(get("lte_sim_status"), "READY");
 }
 
-TEST_F(Recording, TellsOnceThatAQueueIsFull)
+TEST_F(Recording, HasAFullQueueOnce)
 {
     start();
     while (send(CMIF_AT_REPLY_KEY, 4, at({})) == 0)
@@ -189,7 +189,7 @@ TEST_F(Recording, KeepsErrno)
     EXPECT_EQ(errno, ENOMSG);
 }
 
-TEST_F(Recording, SurvivesThatItsFileIsClosed)
+TEST_F(Recording, SurvivesTheClosingOfItsFile)
 {
     start();
     for (int file = 3; file < 1024; ++file)

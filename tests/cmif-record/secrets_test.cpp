@@ -182,7 +182,7 @@ TEST(SecretFields, AreThoseThatAreReplaced)
     EXPECT_FALSE(is_secret_field(Channel::at, 99, "pin"));
 }
 
-TEST_F(Secrets, DoNotHideWhatIsNone)
+TEST_F(Secrets, DoNotIncludeValuesOfOtherKeys)
 {
     start();
     for (const char *key : public_keys)

@@ -108,7 +108,7 @@ TEST_F(Doctor, FindsFilesThatAreNotRegular)
     EXPECT_EQ(fixed(), Names{});
 }
 
-TEST_F(Doctor, TellsADirectoryAndALinkFromAFileThatBlocks)
+TEST_F(Doctor, DistinguishesADirectoryAndALinkFromAFileThatBlocks)
 {
     set("debug_lte_enable", "1");
     std::filesystem::remove(debug_log_path);

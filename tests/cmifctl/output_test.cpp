@@ -187,7 +187,7 @@ TEST(Document, IsValidWhateverTheBytes)
     EXPECT_EQ(Json::parse(text)["text"], "a\xef\xbf\xbd\xef\xbf\xbd\n");
 }
 
-TEST(Document, HidesNothingFromAReader)
+TEST(Document, EscapesControlsWithoutLosingThem)
 {
     const std::string text = "\x7f|\xc2\x9b|\xe2\x80\xae|\xf3\xa0\x80\x81|\xff|ü";
     const std::string written = render_json({{"text", text}}, Layout::one_line);
@@ -259,7 +259,7 @@ TEST(Enumeration, KnowsNamesAndNumbers)
     EXPECT_FALSE(cli::code_of(enums::registration, "")); // no word
 }
 
-TEST(Enumeration, HasATextForPeople)
+TEST(Enumeration, HasAHumanReadableText)
 {
     EXPECT_EQ(enumeration_text(enums::sim_state, 3), "PIN required");
     EXPECT_EQ(enumeration_text(enums::sim_state, "PH-NET PIN"), "network locked");

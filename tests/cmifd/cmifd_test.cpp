@@ -137,7 +137,7 @@ TEST_F(CmifdTest, RefusesToServeBesideAnother)
     EXPECT_EQ(first.end(), 0);
 }
 
-TEST_F(CmifdTest, TellsWhatIsMissing)
+TEST_F(CmifdTest, ReportsWhatIsMissing)
 {
     Program(bus.address(), {"--first", "--probe"}).wait();
     EXPECT_NE(read(errors_path).find("ModemManager has no modem\n"), std::string::npos);
@@ -156,7 +156,7 @@ TEST_F(CmifdTest, TellsWhatIsMissing)
     EXPECT_NE(read(errors_path).find("no D-Bus system bus"), std::string::npos);
 }
 
-TEST_F(CmifdTest, SaysThatTheUserMayNot)
+TEST_F(CmifdTest, ReportsThatTheUserHasNoPermission)
 {
     manager->on("ObjectManager.GetManagedObjects", {"org.freedesktop.DBus.Error.AccessDenied"});
     EXPECT_EQ(Program(bus.address(), {"--first", "--probe"}).wait(), 1);

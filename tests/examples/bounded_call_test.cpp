@@ -155,7 +155,7 @@ TEST(BoundedCall, LeavesItsChildRunningWhenTheCallersGroupIsEnded)
 }
 
 // The lock file of a user who lets no other one open it; root may open any file.
-TEST(BoundedCall, TellsThatTheLockBelongsToAnotherUser)
+TEST(BoundedCall, ReportsThatTheLockBelongsToAnotherUser)
 {
     const std::string path = "/tmp/cmif-request-" + std::to_string(CMIF_AT_REQUEST_KEY) + "-" +
                              std::to_string(code) + ".lock";

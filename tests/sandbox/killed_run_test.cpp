@@ -85,7 +85,7 @@ protected:
     std::string said_;
 };
 
-TEST_F(KilledRun, WithItsWholeProcessGroupStillCleansUp)
+TEST_F(KilledRun, StillCleansUpWhenKilledWithItsProcessGroup)
 {
     start(start_daemon);
     ASSERT_EQ(kill(-launcher_, SIGKILL), 0);
@@ -96,7 +96,7 @@ TEST_F(KilledRun, WithItsWholeProcessGroupStillCleansUp)
 }
 
 // As by killall -9, which takes a program by its name.
-TEST_F(KilledRun, WithAllOfItsNameStillCleansUp)
+TEST_F(KilledRun, StillCleansUpWhenKilledByName)
 {
     start([] {
         if (fork() == 0) {
@@ -155,7 +155,7 @@ TEST_F(KilledRun, HasNoMarkOnceItHasEnded)
 }
 
 // Any user may create a file of that name.
-TEST_F(KilledRun, IsNotProvedByAnotherUsersMark)
+TEST_F(KilledRun, IsNotRecognisedByAnotherUsersMark)
 {
     touch(mark_path());
     if (chown(mark_path().c_str(), 65534, 65534) != 0)
@@ -167,7 +167,7 @@ TEST_F(KilledRun, IsNotProvedByAnotherUsersMark)
     EXPECT_TRUE(fs::exists(mark_path()));
 }
 
-TEST_F(KilledRun, IsNotProvedByALink)
+TEST_F(KilledRun, IsNotRecognisedByASymbolicLink)
 {
     fs::create_symlink("/etc/passwd", mark_path());
     ASSERT_TRUE(make_queue(request_queue));
@@ -176,7 +176,7 @@ TEST_F(KilledRun, IsNotProvedByALink)
 }
 
 // A router that was started since then has taken the queues over.
-TEST_F(KilledRun, IsNotCleanedUpAfterWhileARouterServes)
+TEST_F(KilledRun, IsNotCleanedUpWhileARouterServes)
 {
     for (const char *path : {"/tmp/cmif-sim-at.lock", "/tmp/cmif-sim-qmi.lock"}) {
         LifetimePipe ready;

@@ -14,7 +14,7 @@ namespace
 using namespace scenario;
 using namespace std::chrono_literals;
 
-TEST(ManualClock, StandsUntilItIsAdvanced)
+TEST(ManualClock, KeepsItsTimeUntilItIsAdvanced)
 {
     ManualClock clock;
     const Time before = clock.now();
@@ -60,7 +60,7 @@ TEST(ManualClock, AnAlarmMaySetItselfAgain)
     EXPECT_EQ(times, 4);
 }
 
-TEST(ManualClock, AnAlarmOfThePastRingsWithoutTurningTimeBack)
+TEST(ManualClock, AnAlarmInThePastRingsWithoutTurningTimeBack)
 {
     ManualClock clock;
     clock.advance(10s);
@@ -167,7 +167,7 @@ TEST(Work, WithinAnotherOneAddsNothing)
     EXPECT_TRUE(clock.advance(0s, 1ms));
 }
 
-TEST(Pause, CanBeCalledOff)
+TEST(Pause, CanBeCancelled)
 {
     RealClock clock;
     Pause pause(clock);

@@ -38,7 +38,7 @@ std::string errors_of_file(const std::string &path)
     return "no error";
 }
 
-TEST(Script, HasAMomentForEachCommand)
+TEST(Script, HasATimeOrAnEventForEachCommand)
 {
     const Script script = parse_script("# what follows\n"
                                        "say a\r\n"
@@ -78,7 +78,7 @@ TEST(Script, ReportsEverythingThatIsWrong)
         "sim-ready, searching, search-done, sms, down, up, request N, qmi-request N, not 'rain'");
 }
 
-TEST(Script, MissesWhatALineLacks)
+TEST(Script, NamesWhatALineLacks)
 {
     EXPECT_EQ(errors_of("at"), "f:1:3: the time is missing; it is a number with its unit: 250ms, "
                                "1.5s, 2min; at most 1440min");

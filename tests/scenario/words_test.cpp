@@ -55,13 +55,13 @@ TEST(Words, MayBeQuoted)
     EXPECT_EQ(error_of(R"(say "open)", [](Words &) {}), "5: the closing \" is missing");
 }
 
-TEST(Words, AreMissedBehindTheEndOfTheLine)
+TEST(Words, AreMissingAfterTheEndOfTheLine)
 {
     EXPECT_EQ(error_of("deny", [](Words &words) { words.take("x"), words.take("a cause"); }),
               "5: a cause is missing");
 }
 
-TEST(Words, AreNotLeftOver)
+TEST(Words, AreRefusedWhenUnexpected)
 {
     EXPECT_EQ(error_of("a b", [](Words &words) { words.take("x"); }), "3: unexpected 'b'");
 }

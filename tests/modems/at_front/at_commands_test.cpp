@@ -215,7 +215,7 @@ TEST_F(AtCommands, SearchForOperators)
               "(3,\"Closed Test Network\",\"Closed\",\"00103\",7),,(0,1,2,3,4),(0,1,2)|OK");
 }
 
-TEST_F(AtCommands, ThatTakeLongAreCalledOff)
+TEST_F(AtCommands, ThatTakeLongCanBeCancelled)
 {
     register_modem();
     called_off = true;

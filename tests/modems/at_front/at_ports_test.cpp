@@ -138,7 +138,7 @@ TEST_F(AtPorts, AreRawTerminals)
 }
 
 // A search takes seconds at the simulation's own pace.
-TEST(AtPortsAtFullPace, CallOffWhatTakesLong)
+TEST(AtPortsAtFullPace, CancelLongCommands)
 {
     scenario::RealClock clock;
     simulated::Modem modem(clock, 1);

@@ -31,7 +31,7 @@ TEST_F(AtAnswerFaults, RefuseWhatIsNotDone)
     EXPECT_EQ(answer("AT+CPIN?"), "+CPIN: SIM PIN|OK");
 }
 
-TEST_F(AtAnswerFaults, DelayTheAnswerUnlessItIsCalledOff)
+TEST_F(AtAnswerFaults, DelayTheAnswerUnlessItIsCancelled)
 {
     run("answer delay 10ms");
     const auto start = std::chrono::steady_clock::now();
@@ -60,7 +60,7 @@ TEST_F(AtReports, ComeOnlyWhereTheyWereAskedFor)
     EXPECT_EQ(reports(), "");
 }
 
-TEST_F(AtReports, TellWhatHasChanged)
+TEST_F(AtReports, ContainWhatHasChanged)
 {
     answer("AT+CREG=2;+CEREG=1;+CNMI=2,1,0,0,0;+CMER=3,0,0,1;+CGEREP=2");
     EXPECT_EQ(reports(), "");

@@ -61,7 +61,7 @@ TEST_F(MmConnectionTest, AConnection)
     EXPECT_EQ(status().last_error, CmeError::ok);
 }
 
-TEST_F(MmConnectionTest, AConnectionThatFailsTellsWhy)
+TEST_F(MmConnectionTest, AFailedConnectionGivesItsReason)
 {
     start_registered();
     set_apn("wrong.example");
@@ -75,7 +75,7 @@ TEST_F(MmConnectionTest, AConnectionThatFailsTellsWhy)
     EXPECT_EQ(manager->count("Simple.Connect"), 1);
 }
 
-TEST_F(MmConnectionTest, AConnectionThatIsLostTellsWhy)
+TEST_F(MmConnectionTest, ALostConnectionGivesItsReason)
 {
     const std::string prefix = "org.freedesktop.ModemManager1.Error.";
     const std::pair<std::string, CmeError> rows[] = {
@@ -114,7 +114,7 @@ TEST_F(MmConnectionTest, ANewProfileMakesTheConnectionAgain)
     EXPECT_EQ(manager->count("Simple.Connect"), 2);
 }
 
-TEST_F(MmConnectionTest, ADisconnectCallsAConnectOff)
+TEST_F(MmConnectionTest, ADisconnectCancelsAConnect)
 {
     start_registered();
     manager->on("Simple.Connect", {"", "(objectpath '/',)", nullptr, true});

@@ -119,7 +119,7 @@ TEST_F(MmEventsTest, ARequestToAModemThatIsGoneEndsWithTheGrace)
     unplug.join();
 }
 
-TEST_F(MmEventsTest, TheFirstModemStaysTheOne)
+TEST_F(MmEventsTest, TheFirstModemStaysInUse)
 {
     add_registered();
     start();
@@ -195,7 +195,7 @@ TEST_F(MmEventsTest, LivesThroughARestartOfTheBus)
     EXPECT_EQ(modem->select_automatically(), CmeError::ok);
 }
 
-TEST_F(MmEventsTest, WithoutABusTheStartTellsWhy)
+TEST_F(MmEventsTest, WithoutABusTheStartReportsWhy)
 {
     bus.end();
     modem_manager::Options options;

@@ -214,7 +214,7 @@ TEST(MmStatus, TheProfileToRegisterWith)
     EXPECT_EQ(status.uptime, 0);
 }
 
-TEST(MmAbilities, AreToldForEachRequest)
+TEST(MmAbilities, AreListedForEachRequest)
 {
     std::string at, qmi;
     for (const Ability &each : abilities_of(ModemView({}, ""), false)) {

@@ -189,7 +189,7 @@ TEST_F(MmVerbsTest, ProfilesOfTheModem)
     EXPECT_EQ(status().pdp_type, PdpType::ipv6);
 }
 
-TEST_F(MmVerbsTest, WhatTheModemHasNot)
+TEST_F(MmVerbsTest, WhatTheModemDoesNotHaveIsNotSupported)
 {
     start_registered();
     manager->on("Modem3gpp.DisableFacilityLock",

@@ -49,7 +49,7 @@ TEST_F(Events, FollowTheWayToAConnection)
     EXPECT_EQ(take(), "unregistered ");
 }
 
-TEST_F(Events, TellOfSearchesAndMessages)
+TEST_F(Events, IncludeSearchesAndMessages)
 {
     run("state registered");
     EXPECT_EQ(take(), "sim-ready registered ");

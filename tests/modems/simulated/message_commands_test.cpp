@@ -80,7 +80,7 @@ TEST_F(MessageCommands, AStormFillsTheStoreAndTheRestFollows)
               "11: the number of messages is a whole number from 1 to 10000, not '0'");
 }
 
-TEST_F(MessageCommands, RefuseBytesThatAreNoText)
+TEST_F(MessageCommands, RefuseInvalidUtf8)
 {
     EXPECT_EQ(error("sms inject 1 ok \xff"), "17: the text is UTF-8, which has no byte 0xff here");
     EXPECT_EQ(error("sms inject 1 gr\xfc\xdf"),
@@ -100,7 +100,7 @@ TEST_F(MessageCommands, HaveASender)
                       sender + "'");
 }
 
-TEST(SmsText, FindsWhatIsNoUtf8)
+TEST(SmsText, FindsInvalidUtf8)
 {
     for (const char *good : {"", "a", "ü", "€", "😀", "\xf4\x8f\xbf\xbf"})
         EXPECT_EQ(find_no_utf8(good), std::nullopt) << good;

@@ -12,7 +12,7 @@ class StateCommands : public CommandedModem
 {
 };
 
-TEST_F(StateCommands, BringTheModemThereAtOnce)
+TEST_F(StateCommands, ReachTheStateAtOnce)
 {
     run("state unlocked");
     EXPECT_EQ(status().sim, SimStatus::ready);
@@ -34,20 +34,20 @@ TEST_F(StateCommands, BringTheModemThereAtOnce)
               "7: the state is one of: locked, unlocked, registered, connected, not 'dead'");
 }
 
-TEST_F(StateCommands, PutRightWhatIsInTheWay)
+TEST_F(StateCommands, RemoveWhatPreventsTheState)
 {
     modem.set_functionality(4);
     modem.set_packet_domain(false);
-    for (const char *const trouble :
+    for (const char *const obstacle :
          {"sim remove", "sim fail", "sim lock-network", "puk-tries 0", "pin-tries 0",
           "coverage none", "coverage gsm", "deny 8", "roam 00103", "modem reset"}) {
-        run(trouble);
-        EXPECT_NE(status().connection, ConnectionState::connected) << trouble;
+        run(obstacle);
+        EXPECT_NE(status().connection, ConnectionState::connected) << obstacle;
         run("state connected");
-        EXPECT_EQ(status().connection, ConnectionState::connected) << trouble;
-        EXPECT_EQ(status().sim, SimStatus::ready) << trouble;
+        EXPECT_EQ(status().connection, ConnectionState::connected) << obstacle;
+        EXPECT_EQ(status().sim, SimStatus::ready) << obstacle;
         clock.advance(10s);
-        EXPECT_EQ(status().connection, ConnectionState::connected) << trouble;
+        EXPECT_EQ(status().connection, ConnectionState::connected) << obstacle;
         run("state locked");
     }
 }
