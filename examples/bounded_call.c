@@ -77,16 +77,15 @@ static enum outcome wait_for_child(pid_t child, int answer, long long end, struc
     struct pollfd ready = {answer, POLLIN, 0};
 
     while (poll(&ready, 1, time_left(end)) == -1 && errno == EINTR) {} /* goes on after a signal */
-    if (ready.revents & POLLIN) {
+    if (ready.revents != 0) { /* the answer, or the child has ended without one */
         const int size = sizeof request->result;
-        if (read(answer, &request->result, sizeof request->result) == size &&
-            read(answer, request->values, request->size) == (ssize_t)request->size) {
-            waitpid(child, NULL, 0);
-            return ANSWERED;
-        }
+        const int answered = read(answer, &request->result, sizeof request->result) == size &&
+                             read(answer, request->values, request->size) == (ssize_t)request->size;
+        waitpid(child, NULL, 0);
+        return answered ? ANSWERED : FAILED;
     }
     if (!take_record(request->queue, request->code))
-        return PICKED_UP; /* the child waits on, with the lock, and takes the late reply away */
+        return PENDING;   /* the child goes on, with the lock, and takes the late reply away */
     kill(child, SIGKILL); /* there will be no reply */
     waitpid(child, NULL, 0);
     return WITHDRAWN;

@@ -2,8 +2,10 @@
  * All of them must run as the same user, to whom the lock files in /tmp belong. Plain C, over
  * cmif.h.
  *
- * PICKED_UP leaves a child that waits for the late reply and takes it away, so that no other
- * request gets it. A program that goes on for long collects the child's end, or ignores SIGCHLD. */
+ * PENDING means that the request is not in the queue: the daemon took it and has not answered, or
+ * could not be given it yet, because the queue is full or a profile is being changed. It leaves a
+ * child that goes on and takes the late reply away, so that no other request gets it. A program
+ * that goes on for long collects the child's end, or ignores SIGCHLD. */
 #ifndef EXAMPLES_BOUNDED_CALL_H
 #define EXAMPLES_BOUNDED_CALL_H
 
@@ -21,10 +23,10 @@ struct request {
 enum outcome {
     ANSWERED,   /* `result` and `values` are set */
     WITHDRAWN,  /* the daemon took no request in time; it will not carry this one out */
-    PICKED_UP,  /* the daemon took it and has not answered: it may still carry it out */
+    PENDING,    /* there was no answer in time; the daemon may still carry it out */
     BUSY,       /* another caller waits for a reply to this code; nothing was sent */
     OTHER_USER, /* the lock file belongs to another user; nothing was sent */
-    FAILED      /* no process or file could be had; nothing was sent */
+    FAILED      /* no process or file could be had, and nothing was sent; or the call crashed */
 };
 
 /* `seconds` are for both: waiting for other callers, and the request. */

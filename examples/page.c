@@ -39,10 +39,10 @@ static int fails(struct request *request)
 {
     static const char *const errors[] = {
         [WITHDRAWN] = "the daemon did not take the request, which was withdrawn",
-        [PICKED_UP] = "the daemon took the request and has not answered",
+        [PENDING] = "the daemon has not answered, and may still carry the request out",
         [BUSY] = "another request is not answered yet",
         [OTHER_USER] = "the lock for this request belongs to another user",
-        [FAILED] = "no process for the request"};
+        [FAILED] = "the request could not be made"};
     const enum outcome outcome = request_within(LIMIT_SECONDS, request);
 
     if (outcome != ANSWERED)

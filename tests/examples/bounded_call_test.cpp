@@ -1,8 +1,10 @@
-// examples/bounded_call.c, with calls that wait for the test instead of a daemon. There are no
-// queues, so a request that isn't answered counts as picked up.
+// examples/bounded_call.c, with calls that wait for the test instead of a daemon. Without a queue,
+// a request that isn't answered counts as taken.
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <sys/ipc.h>
+#include <sys/msg.h>
 #include <sys/prctl.h>
 #include <sys/time.h>
 #include <sys/wait.h>
@@ -34,6 +36,30 @@ int never_answer(void *)
     prctl(PR_SET_PDEATHSIG, SIGKILL); // ends with the test
     for (;;)
         pause();
+}
+
+struct RequestQueue {
+    const int id = msgget(CMIF_AT_REQUEST_KEY, IPC_CREAT | 0600);
+    RequestQueue() { EXPECT_NE(id, -1); }
+    ~RequestQueue() { msgctl(id, IPC_RMID, nullptr); }
+    void fill() const
+    {
+        const cmif_msg other{code + 1, "", "", "", "", 0};
+        while (msgsnd(id, &other, CMIF_AT_PAYLOAD, IPC_NOWAIT) == 0) {}
+        EXPECT_EQ(errno, EAGAIN);
+    }
+    bool take(long type, int flags) const
+    {
+        cmif_msg record;
+        return msgrcv(id, &record, CMIF_AT_PAYLOAD, type, flags) == CMIF_AT_PAYLOAD;
+    }
+};
+
+int send_and_never_answer(void *)
+{
+    const cmif_msg record{code, "", "", "", "", 0};
+    msgsnd(msgget(CMIF_AT_REQUEST_KEY, 0), &record, CMIF_AT_PAYLOAD, 0);
+    return never_answer(nullptr);
 }
 
 outcome make_request(int seconds, int (*call)(void *))
@@ -93,7 +119,7 @@ TEST(BoundedCall, HasOneLimitForLockAndCall)
     ASSERT_EQ(started.receive(), 1);
 
     const Timer timer;
-    EXPECT_EQ(make_request(4, never_answer), PICKED_UP);
+    EXPECT_EQ(make_request(4, never_answer), PENDING);
     EXPECT_GE(timer.passed(), milliseconds(3900));
     EXPECT_LT(timer.passed(), milliseconds(5500)); // 6 s with a limit for each
     EXPECT_EQ(waitpid(other, nullptr, 0), other);
@@ -101,10 +127,37 @@ TEST(BoundedCall, HasOneLimitForLockAndCall)
 
 TEST(BoundedCall, IsBusyWhileAnEarlierRequestIsNotAnswered)
 {
-    EXPECT_EQ(make_request(1, never_answer), PICKED_UP);
+    EXPECT_EQ(make_request(1, never_answer), PENDING);
     const Timer timer;
     EXPECT_EQ(make_request(1, answer), BUSY);
     EXPECT_GE(timer.passed(), milliseconds(990));
+}
+
+TEST(BoundedCall, WithdrawsARequestThatIsStillInTheQueue)
+{
+    const RequestQueue queue;
+    EXPECT_EQ(make_request(1, send_and_never_answer), WITHDRAWN);
+    EXPECT_FALSE(queue.take(code, IPC_NOWAIT));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1); // the child has been killed
+}
+
+TEST(BoundedCall, LeavesAChildThatSendsItsRequestWhenTheQueueHasRoom)
+{
+    const RequestQueue queue;
+    queue.fill();
+    EXPECT_EQ(make_request(1, send_and_never_answer), PENDING);
+    EXPECT_FALSE(queue.take(code, IPC_NOWAIT));
+    ASSERT_TRUE(queue.take(code + 1, IPC_NOWAIT));
+    EXPECT_TRUE(queue.take(code, 0));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), 0); // the child still waits for the reply
+}
+
+TEST(BoundedCall, FailsAtOnceWhenTheCallCrashes)
+{
+    const Timer timer;
+    EXPECT_EQ(make_request(10, [](void *) -> int { abort(); }), FAILED);
+    EXPECT_LT(timer.passed(), milliseconds(5000));
+    EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1); // no child is left
 }
 
 volatile sig_atomic_t signals;
@@ -123,7 +176,7 @@ TEST(BoundedCall, GoesOnAfterASignalWithTheTimeThatIsLeft)
     setitimer(ITIMER_REAL, &often, nullptr);
 
     const Timer timer;
-    EXPECT_EQ(make_request(2, never_answer), PICKED_UP);
+    EXPECT_EQ(make_request(2, never_answer), PENDING);
     EXPECT_GE(timer.passed(), milliseconds(1990));
     const itimerval off{};
     setitimer(ITIMER_REAL, &off, nullptr);
