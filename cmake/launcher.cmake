@@ -11,6 +11,7 @@ file(GLOB launcher_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/sandbox/*.cpp
 file(GLOB launcher_headers CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/sandbox/*.h)
 add_custom_command(
   OUTPUT ${launcher}
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${PROJECT_BINARY_DIR}/bin # which Makefiles don't make
   COMMAND ${HOST_CXX} -std=c++20 -O1 -I${PROJECT_SOURCE_DIR} -o ${launcher} ${launcher_sources}
   DEPENDS ${launcher_sources} ${launcher_headers} ${PROJECT_SOURCE_DIR}/cmif/cmif.h
   VERBATIM)
