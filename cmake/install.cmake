@@ -11,10 +11,14 @@ function(install_program name component)
   if(CMAKE_CROSSCOMPILING)
     return()
   endif()
+  set(run ${CMAKE_COMMAND} -E env) # finds the libraries with CMAKE_SKIP_RPATH, too
+  foreach(library cmif tarn_store)
+    list(APPEND run --modify LD_LIBRARY_PATH=path_list_prepend:$<TARGET_FILE_DIR:${library}>)
+  endforeach()
   add_custom_command(OUTPUT ${name}.1 ${name}.bash _${name}
-    COMMAND ${name} manual > ${name}.1
-    COMMAND ${name} completion bash > ${name}.bash
-    COMMAND ${name} completion zsh > _${name}
+    COMMAND ${run} $<TARGET_FILE:${name}> manual > ${name}.1
+    COMMAND ${run} $<TARGET_FILE:${name}> completion bash > ${name}.bash
+    COMMAND ${run} $<TARGET_FILE:${name}> completion zsh > _${name}
     DEPENDS ${name} VERBATIM)
   add_custom_target(${name}-texts ALL DEPENDS ${name}.1 ${name}.bash _${name})
   set(texts ${CMAKE_CURRENT_BINARY_DIR})
