@@ -57,6 +57,15 @@ build_simulator() {
     cmake --build --preset release --target cmif-sim isolate
 }
 
+# The commands of docs/embedding.md. What they have built is installed, and finds the store by its name.
+build_as_documented() {
+    commands=$(sed -n "/^### The platform's store/,/^### /{/^\`\`\`sh/,/^\`\`\`/{/^\`\`\`/!p}}" docs/embedding.md)
+    rm -rf build/platform build/libfile_store.so
+    sh -eux -c "$commands"
+    cmake --install build/platform --prefix build/platform/installed
+    LD_LIBRARY_PATH=build build/platform/installed/bin/cmifctl --version
+}
+
 build_cmifd() {
     configure dev
     cmake --build --preset dev --target cmif-sim cmifctl cmifd
@@ -118,6 +127,7 @@ run() {
         ;;
     store)
         install $managed jq make python3-jsonschema python3-kconfiglib
+        step "build as docs/embedding.md says" build_as_documented
         step "build the simulator" build_simulator
         step "build over a platform's store" tests/platform/platform_store_build.sh build/store
         step "run over it" env PATH="$PWD/build/store/bin:$PWD/build/release/bin:$PATH" \

@@ -2,7 +2,7 @@
  * A configuration store over plain files: the four functions of tarn_nvram_config.h, for a router
  * that has none. The library and cmifctl are built over it with CMIF_STORE_LIBRARY.
  *
- *     cc -shared -fPIC -Iplatform -Wl,-soname,libfile_store.so.1 -o libfile_store.so \
+ *     cc -shared -fPIC -Iplatform -Wl,-soname,libfile_store.so -o build/libfile_store.so \
  *         examples/file_store/file_store.c
  *
  * A file holds "key=value" texts, each with its NUL, so that a value may be any text; `tr '\0'
