@@ -8,6 +8,9 @@
  * A file holds "key=value" texts, each with its NUL, so that a value may be any text; `tr '\0'
  * '\n'` shows it. It is only ever replaced as a whole, by a rename: a reader sees the old file or
  * the new one, and what a killed writer leaves does not count.
+ *
+ * Only the user who writes the files may read them, since passwords are in them: the programs of a
+ * router that use the store run as one user.
  */
 #include "tarn_nvram_config.h"
 
@@ -98,9 +101,13 @@ static int replace_file(const char *path, const char *key, const char *value)
 {
     char temporary[sizeof FILE_STORE_RUNNING + sizeof FILE_STORE_SAVED];
     snprintf(temporary, sizeof temporary, "%s.new", path);
-    FILE *file = fopen(temporary, "we");
-    if (file == NULL)
+    unlink(temporary); /* what a killed writer has left, whatever its mode is */
+    const int number = open(temporary, O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
+    FILE *file = number < 0 ? NULL : fdopen(number, "w");
+    if (file == NULL) {
+        close(number);
         return -1;
+    }
     const struct texts running = map_running();
     const int written = write_texts(file, running, key, value);
     unmap(running);

@@ -30,6 +30,8 @@ exits 0 cmifctl config save
 exits 0 cmifctl config set example.key ''
 exits 0 cmifctl config set example.k 3
 is example.key ''
+[ "$(stat -c %a /tmp/file_store.running /data/file_store.saved)" = '600
+600' ] || fail 'other users may read the files'
 rm /tmp/file_store.running
 is example.key 22
 is example.k 'a=b c\n%s'
