@@ -7,7 +7,9 @@
  * Conventions:
  *
  *  1. Results. Every call but get_time returns an int: 0 for success, or one of `enum cmif_result`.
- *     An AT request returns the daemon's own code unchanged, which may also be 2, 3 or -1.
+ *     An AT request returns the daemon's own code unchanged, which may also be 2, 3 or -1. Those of
+ *     the daemons supplied are the numbers of +CME ERROR (3GPP TS 27.007) from 10 on, its smaller
+ *     ones plus 200, 220 "file not written" and 221 "a search is running".
  *  2. Memory. The library allocates nothing and keeps no pointer after a call. Outputs go to memory
  *     that the caller owns. A text is copied whole and without a bound: its buffer must hold the
  *     longest value that the platform's store can hold, and a NUL. Where a size is stated, that
@@ -19,7 +21,8 @@
  *  4. Blocking. Getters don't block. An AT request blocks while the request queue is full, and then
  *     until the daemon answers with the same request code. There is no time-out: a failed receive
  *     is repeated at once, forever. A QMI call blocks in the same way, but a failed receive ends
- *     it.
+ *     it. A signal handler that runs while the request queue is full ends the send: the result is
+ *     3, and nothing was sent.
  *  5. Threads. The library creates no threads; its only lock is the debug log's semaphore. Any
  *     thread may call at any time unless a function says otherwise, provided that the platform's
  *     store answers each thread in a buffer of its own, as the store supplied with the library
@@ -81,7 +84,9 @@ enum cmif_result {
  * cmif_getters(3): plain getters, one stored value each
  *
  * Each copies a value unchanged: `out` receives the text and a NUL, and needs room for the longest
- * value of the store.
+ * value of the store. The SIM's status is "READY", what it asks for ("SIM PIN", "SIM PUK", or
+ * "PH-NET PIN" for the key of the network personalization lock), "NOT INSERTED", "NOT READY", or
+ * "SIM FAILURE". The access technology in use is "GSM", "UMTS" or "LTE".
  *
  * Result: 0, or 5 for NULL.
  * Blocks: no.
@@ -97,7 +102,7 @@ int shared_CMIF_get_mobileIMEI(char *out);      /* IMEI, 15 digits */
 /* The SIM */
 int shared_CMIF_get_mobileIMSI(char *out);       /* IMSI */
 int shared_CMIF_get_mobileSimICCID(char *out);   /* ICCID */
-int shared_CMIF_get_mobileSimStatus(char *out);  /* what it asks for, in the daemon's words */
+int shared_CMIF_get_mobileSimStatus(char *out);  /* its status, a text of those above */
 int shared_CMIF_get_SubscriberNumber(char *out); /* the subscriber's telephone number */
 
 /* The serving cell, and the previous one */
@@ -116,7 +121,7 @@ int shared_CMIF_get_mobile_3G_RSSI(char *out);      /* RSSI on 3G, in dBm */
 int shared_CMIF_get_mobileRSRP(char *out);          /* RSRP in dBm */
 int shared_CMIF_get_mobileRSRQ(char *out);          /* RSRQ in dB */
 int shared_CMIF_get_mobileRSSINR(char *out);        /* SINR in dB */
-int shared_CMIF_get_mobileRadioBand(char *out);     /* band */
+int shared_CMIF_get_mobileRadioBand(char *out);     /* band: "LTE BAND 3" */
 int shared_CMIF_get_mobileChannelNumber(char *out); /* channel number; always prints its line */
 int shared_CMIF_get_mobileACtiveNetwork(char *out); /* access technology in use */
 
@@ -145,18 +150,20 @@ int shared_CMIF_get_mobileLastKnownAPN(
  * Prints: a line, traced.
  * ---------------------------------------------------------------------------------------------- */
 
-/* Network search mode: `mode` receives 0 to 3 as stored, 4 for anything else. */
+/* Network search mode: `mode` receives 0 all technologies, 1 GSM alone, 2 UMTS alone, 3 LTE alone,
+ * as stored, 4 for anything else. */
 int shared_CMIF_get_mobileNetworkMode(int *mode);
 
 /* Band region, from the same stored value as the network search mode: for stored 0 `region`
- * receives 1, for 2 it is 2, for 3 it is 3; for anything else, 1 too, it is 4. */
+ * receives 1 (all technologies), for 2 it is 2 (UMTS alone), for 3 it is 3 (LTE alone); for
+ * anything else, 1 too, it is 4. */
 int shared_CMIF_GetBandRegion(int *region);
 
 /* Operator selection mode: `mode` receives 1 automatic (stored "0"), 2 manual (anything else),
  * both traced. */
 int shared_CMIF_GetNetworkMode(int *mode);
 
-/* International roaming: for stored "255" `mode` receives 0, for "2" 1, for "1" 2; else
+/* International roaming: `mode` receives 0 automatic (stored "255"), 1 on ("2"), 2 off ("1"); else
  * unchanged. */
 int shared_CMIF_get_mobileInternationalRoam(int *mode);
 
@@ -164,8 +171,9 @@ int shared_CMIF_get_mobileInternationalRoam(int *mode);
  * denied, unknown or anything else. */
 int shared_CMIF_get_mobileNetworkStatus(int *status);
 
-/* Access technology (3GPP TS 27.007 <AcT>): for stored 0, 2, 3, 4, 5, 6, 7, 100 `technology`
- * receives 0 to 7 in this order; else unchanged.
+/* Access technology: `technology` receives 0 GSM, 1 UTRAN, 2 EGPRS, 3 HSDPA, 4 HSUPA, 5 HSPA, 6
+ * E-UTRAN, for stored 0, 2, 3, 4, 5, 6, 7 (3GPP TS 27.007 <AcT>), and 7 for stored 100, which has
+ * no meaning there; else unchanged.
  * Prints: nothing. */
 int shared_CMIF_get_OperatorSelectAct(int *technology);
 
@@ -173,8 +181,8 @@ int shared_CMIF_get_OperatorSelectAct(int *technology);
  * Prints: a line, traced, with `type`'s number in any case: initialise it. */
 int shared_CMIF_get_mobileNetworkPDPType(int *type);
 
-/* On LTE `out` receives the duplex mode, a space and the access technology; otherwise the
- * technology alone. `out` needs room for two of the longest values, a space and a NUL. */
+/* On LTE `out` receives the duplex mode, a space and the access technology ("FDD LTE"); otherwise
+ * the technology alone. `out` needs room for two of the longest values, a space and a NUL. */
 int shared_CMIF_get_mobile4gMode(char *out);
 
 /* `out` receives the number of digits of the MNC as decimal text, and needs 11 bytes. Also stores
@@ -234,8 +242,8 @@ int shared_CMIF_GetWirelessBroadbandInfo(WirelessBroadbandInfo *info);
  * three characters of a stored value count; a key that was never stored gives 0. */
 int shared_CMIF_get_mobilePINPUKC(int counters[4]);
 
-/* `out` receives whether the SIM asks for its PIN, as text in the daemon's words: room as for a
- * plain getter.
+/* `out` receives whether the SIM asks for its PIN: "1" it does, "0" it doesn't, "" unknown. Room as
+ * for a plain getter.
  * Result: 5 for NULL, else as above. */
 int shared_CMIF_get_mobileSimPINMode(char *out);
 
@@ -245,8 +253,8 @@ int shared_CMIF_get_mobileSimPINMode(char *out);
 int shared_CMIF_set_mobileSimPINMode(const char *first, const char *second);
 
 /* Sets the network personalization lock. The daemon takes `first` as the facility ("PN"), at most
- * 21 characters, `second` as its mode, `third` as the network and `fourth` as the control key, each
- * of at most 29. */
+ * 21 characters, `second` as its mode ("1" lock, "0" unlock), `third` as the network (MCC and MNC,
+ * 5 or 6 digits) and `fourth` as the control key, each of at most 29. */
 int shared_CMIF_set_NetworkPersonalizationLock(const char *first, const char *second,
                                                const char *third, const char *fourth);
 
@@ -287,18 +295,18 @@ int shared_CMIF_set_FactoryReset(void);
 /* Sets the modem's time zone; the daemon takes it from the system. */
 int shared_CMIF_set_timezone(void);
 
-/* Network search mode: `mode` 0 to 3. */
+/* Network search mode: `mode` 0 all technologies, 1 GSM alone, 2 UMTS alone, 3 LTE alone. */
 int shared_CMIF_set_mobileNetworkMode(int mode);
 
-/* Packet-switched domain: `status` 0 or 1. */
+/* Packet-switched domain: `status` 0 detaches, 1 attaches. */
 int shared_CMIF_set_DomainServiceStatus(int status);
 
-/* `out` receives the packet-switched domain's state, as text in the daemon's words: room as for a
- * plain getter.
+/* `out` receives the packet-switched domain's state: "0" detached, "1" attached, "" unknown. Room
+ * as for a plain getter.
  * Result: 5 for NULL, else as above. */
 int shared_CMIF_get_DomainServiceStatus(char *out);
 
-/* International roaming: `mode` 0, 1 or 2, as shared_CMIF_get_mobileInternationalRoam gives it. */
+/* International roaming: `mode` 0 automatic, 1 on, 2 off. */
 int shared_CMIF_set_mobileInternationalRoam(int mode);
 
 /* `mode` 1 selects the operator automatically. Any other number sends nothing.
@@ -340,12 +348,14 @@ typedef struct cmif_provider_info {
  * Prints: the file and its groups, always. */
 int shared_CMIF_GetNetworkProviderList(cmif_provider_info *list);
 
-/* Registers with one operator. The daemon takes `provider` as its numeric code and `provider2` as
- * the access technology, each of at most 29 characters.
+/* Registers with one operator. The daemon takes `provider` as its numeric code (MCC and MNC) and
+ * `provider2` as the access technology (3GPP TS 27.007 <AcT>: "0" GSM, "2" UTRAN, "7" E-UTRAN; ""
+ * any), each of at most 29 characters.
  * Result: 5 when either is NULL, else as above. */
 int shared_CMIF_SetNetworkProvider(const char *provider, const char *provider2);
 
-/* State of the search: the daemon's code is the whole answer. */
+/* State of the search: the daemon's code is the whole answer. 221 while a search is running, else
+ * the code that the last search has returned; 0 before the first. */
 int shared_CMIF_get_ModeManualSearch(void);
 
 /* Searches for operators. The daemon writes the provider list and then answers, after seconds or
@@ -386,7 +396,8 @@ typedef struct cmif_sms_info {
 int shared_CMIF_get_mobileSMSInfo(cmif_sms_info *messages, int *count, int *unreads);
 
 /* Deletes messages. The daemon takes `index` as the index and `index2` as the delete flag of 3GPP
- * TS 27.005: flag 0 deletes that message, 4 deletes all. */
+ * TS 27.005: 0 that message; whatever the index is, 1 all that are read, 2 also those sent, 3 also
+ * those not sent, 4 all. */
 int shared_CMIF_set_DeletemobileSMS(int index, int index2);
 
 /* ------------------------------------------------------------------------------------------------
@@ -398,8 +409,8 @@ int shared_CMIF_set_DeletemobileSMS(int index, int index2);
  * Prints: its steps and fields, traced.
  * ---------------------------------------------------------------------------------------------- */
 
-/* Band region: `region` 1, 2 or 3, as shared_CMIF_GetBandRegion returns it. Any other number is
- * sent too, with an empty value. Has the request code of shared_CMIF_set_mobileNetworkMode. */
+/* Band region: `region` 1 all technologies, 2 UMTS alone, 3 LTE alone. Any other number is sent
+ * too, with an empty value. Has the request code of shared_CMIF_set_mobileNetworkMode. */
 int shared_CMIF_SetBandRegion(int region);
 
 /* Functionality level (3GPP TS 27.007 <fun>): `mode` 0 minimum, 1 full, 4 radio off. Only the low 8
@@ -407,14 +418,15 @@ int shared_CMIF_SetBandRegion(int region);
  * Result: as above, but 2 when either queue can't be looked up; never -1 of its own. */
 int shared_CMIF_set_phone_functionality(int mode);
 
-/* Sets a connection profile by its number, `profile_id`. The daemon takes `first` as the PDP type
- * and `second` as the APN; each is cut to 29 characters. */
+/* Sets a connection profile of the modem by its number, `profile_id`, 1 to 16. The daemon takes
+ * `first` as the PDP type ("IP", "PPP", "IPV6" or "IPV4V6") and `second` as the APN; each is cut to
+ * 29 characters. */
 int shared_CMIF_set_Profile(int profile_id, const char *first, const char *second);
 
 /* Starts an over-the-air device-management session. */
 int shared_CMIF_set_TriggerOTADMSession(void);
 
-/* Updates the stored profile from the modem's. */
+/* Updates the stored PDP type and APN from the modem's profile 3. */
 int shared_CMIF_get_SyncProfile3(void);
 
 /* ------------------------------------------------------------------------------------------------
@@ -438,8 +450,8 @@ int shared_CMIF_get_SyncProfile3(void);
  * Prints: nothing. */
 const char *get_time(void);
 
-/* `state` receives 1 disconnected, 3 connected; 0 and 2 are neither. A stored state other than 0 to
- * 3 gives 0. Reads the store alone.
+/* `state` receives 0 unknown, 1 disconnected, 2 between the two, 3 connected. A stored state other
+ * than 0 to 3 gives 0. Reads the store alone.
  * Result: 0; 5 for NULL; 7 while a profile is being modified (`state` is then unchanged).
  * Blocks: no.
  * Threads: any.
@@ -523,8 +535,8 @@ int shared_CMIF_get_device_rev_id(char *out);
  * Result: 5 for NULL, else as above. */
 int shared_CMIF_get_sim_status(int *status);
 
-/* `out` receives the packet-switched service's state: exactly 50 bytes, padded with zeros; an
- * answer of 50 characters or more has no NUL.
+/* `out` receives the packet-switched service's state, "attached", "detached" or "": exactly 50
+ * bytes, padded with zeros; an answer of 50 characters or more has no NUL.
  * Result: 5 for NULL, else as above. */
 int shared_CMIF_get_ps_service(char *out);
 
