@@ -37,6 +37,13 @@ function begin_list(heading) {
     put(".Bl -tag -width Ds")
 }
 
+# A page says once where the trace is explained.
+function traced(    i, all) {
+    for (i = 1; i <= functions; ++i) all = all descriptions[i]
+    for (i = 1; i <= labels; ++i) all = all group_texts[i]
+    return all ~ /traced/
+}
+
 # A group's page is written when all of it is known.
 function end_group(    i) {
     if (current == "") return
@@ -56,6 +63,7 @@ function end_group(    i) {
     }
     for (i = 1; i <= labels; ++i)
         if (group_texts[i] != "") put(".Sh " sections[label[i]] "\n" escaped(capital(group_texts[i])))
+    if (traced()) put(".Sh TRACE\nA line that is traced is printed when its switch is on:\n.Xr libcmif 3 .")
     put(".Sh SEE ALSO\n.Xr libcmif 3")
     end_page()
 }
