@@ -9,6 +9,9 @@
 #
 # The kernel needs System V queues, CONFIG_SYSVIPC, which no recipe but the kernel's can switch on.
 #
+# cmifd.service runs as the user cmif, which systemd-sysusers makes at boot: systemd needs its
+# PACKAGECONFIG "sysusers". The image has to enable the service.
+#
 # Not tried: bitbake, which Debian does not have; nothing has read this file but a test of its CMake
 # options (tests/packaging). With these the library, cmifctl and cmif-record were built for ARM by
 # Debian's compiler; cmifd only natively.

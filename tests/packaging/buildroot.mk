@@ -7,6 +7,7 @@ options: dependencies
 	@printf '%s\n' $$(CMIF_CONF_OPTS)
 dependencies:
 	@test "$$(CMIF_DEPENDENCIES)" = " json-for-modern-cpp host-pkgconf libglib2"
+	@test "$$(strip $$(CMIF_USERS))" = "cmif -1 cmif -1 * /var/lib/cmif - dialout Connection-manager daemons"
 	@test "$$(strip $$(CMIF_LINUX_CONFIG_FIXUPS))" = "enable CONFIG_SYSVIPC"
 	@test -e "$$(CMIF_SITE)/$$(CMIF_LICENSE_FILES)"
 	@test $$(CMIF_OVERRIDE_SRCDIR_RSYNC_EXCLUSIONS) = --exclude=/build

@@ -32,6 +32,11 @@ endif
 ifeq ($(BR2_PACKAGE_CMIF_CMIFD),y)
 CMIF_CONF_OPTS += -DCMIF_MODEMMANAGER=ON
 CMIF_DEPENDENCIES += host-pkgconf libglib2
+
+# The user of cmifd.service, for images without systemd-sysusers.
+define CMIF_USERS
+	cmif -1 cmif -1 * /var/lib/cmif - dialout Connection-manager daemons
+endef
 else
 CMIF_CONF_OPTS += -DCMIF_MODEMMANAGER=OFF
 endif
