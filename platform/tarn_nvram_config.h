@@ -14,6 +14,8 @@
  * - One configuration for all processes, which see a change at once.
  * - Calls from any thread at any time, with an answer of its own for each thread. If all threads
  *   share one, only programs with a single thread are safe, such as cmifctl; cmifd is not.
+ * - Use in a child after fork() without exec, where the parent has used the store: cmifctl makes
+ *   each request in such a child. A store that talks to a server needs a new connection there.
  * - An answer that lives until the same thread's next call of any of the four functions, no longer.
  *   CMIF has used or copied it by then, never changes it, and passes none as an argument.
  * - Nothing on standard output, and none of the functions may end the process. CMIF passes no null
