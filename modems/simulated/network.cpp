@@ -17,29 +17,28 @@ constexpr auto registration_time = 3s;
 constexpr bool open_to_us = false, forbidden = true;
 
 // In the order in which automatic selection prefers them. All codes are reserved for tests (MCC
-// 001) and for private networks (MCC 999).
+// 001) and for private networks (MCC 999). The forbidden one is last: nothing is ever served by it.
 // clang-format off
 constexpr Cell cells[] = {
     // MCC   MNC   long name              short name technology          LAC     cell identity band           channel  RSSI RSRP  RSRQ SINR
     {"001", "01", "Test Network",        "Test",    eutran, open_to_us, "1A2B", "01A2D003",   "LTE BAND 3",  "1300",  {-63,  -92,  -9, 15}},
     {"001", "01", "Test Network",        "Test",    utran,  open_to_us, "1A2C", "0011A2C7",   "WCDMA 2100",  "10700", {-75,    0,   0,  0}},
     {"001", "02", "Second Test Network", "Second",  eutran, open_to_us, "2B01", "02B01001",   "LTE BAND 20", "6300",  {-77, -106, -12,  7}},
-    {"001", "03", "Closed Test Network", "Closed",  eutran, forbidden,  "3C01", "03C01001",   "LTE BAND 7",  "3100",  {-70,  -99, -11, 10}},
     {"999", "70", "Private Campus",      "Campus",  utran,  open_to_us, "4D01", "004D0101",   "WCDMA 900",   "2963",  {-81,    0,   0,  0}},
     {"999", "71", "Harbour Test",        "Harbour", gsm,    open_to_us, "5E01", "00005E01",   "GSM 900",     "62",    {-85,    0,   0,  0}},
+    {"001", "03", "Closed Test Network", "Closed",  eutran, forbidden},
 };
 
-// To each of them its neighbour, to which a handover leads.
+// The neighbour of each open cell, to which a handover leads.
 constexpr Cell neighbours[] = {
     {"001", "01", "Test Network",        "Test",    eutran, open_to_us, "1A2B", "01A2E107",   "LTE BAND 20", "6200",  {-71,  -99, -10, 11}},
     {"001", "01", "Test Network",        "Test",    utran,  open_to_us, "1A2C", "0011A2D8",   "WCDMA 900",   "2988",  {-79,    0,   0,  0}},
     {"001", "02", "Second Test Network", "Second",  eutran, open_to_us, "2B01", "02B02105",   "LTE BAND 3",  "1650",  {-80, -109, -13,  5}},
-    {"001", "03", "Closed Test Network", "Closed",  eutran, forbidden,  "3C01", "03C02105",   "LTE BAND 20", "6350",  {-74, -103, -12,  8}},
     {"999", "70", "Private Campus",      "Campus",  utran,  open_to_us, "4D01", "004D0212",   "WCDMA 2100",  "10638", {-84,    0,   0,  0}},
     {"999", "71", "Harbour Test",        "Harbour", gsm,    open_to_us, "5E01", "00005E12",   "GSM 1800",    "700",   {-88,    0,   0,  0}},
 };
 // clang-format on
-static_assert(std::size(neighbours) == std::size(cells));
+static_assert(std::size(neighbours) + 1 == std::size(cells) && std::rbegin(cells)->forbidden);
 
 const Cell *neighbour_of(const Cell *cell)
 {

@@ -21,7 +21,7 @@ using daemons::Technology;
 
 // What a cell's measurements drift around.
 struct SignalMeans {
-    int rssi, rsrp, rsrq, sinr;
+    int rssi = 0, rsrp = 0, rsrq = 0, sinr = 0;
 };
 
 // One operator on one technology, and its nearest cell.
@@ -30,8 +30,8 @@ struct Cell {
     std::string_view long_name, short_name; // at most 19 characters fit the summary's fields
     Technology technology;
     bool forbidden;
-    std::string_view lac, cell_id, band, channel;
-    SignalMeans means;
+    std::string_view lac{}, cell_id{}, band{}, channel{};
+    SignalMeans means{};
 
     std::string plmn() const { return std::string(mcc) += mnc; }
 };
