@@ -1,13 +1,14 @@
 #!/bin/sh
-# documents_test.sh HEADER FUNCTIONS CHANNELS
+# documents_test.sh HEADER FORMS FUNCTIONS CHANNELS
 #
 # The documents give the header's request codes, queue keys, fields, offsets and files: the table of
-# all functions (FUNCTIONS) and the description of what travels (CHANNELS).
+# all functions (FUNCTIONS) and the description of what travels (CHANNELS). FORMS is the daemon's
+# table of the fields that each request fills.
 #
 # Columns are found by their names, in any order: "function", "code", "channel", "key", "fields...".
 # shellcheck disable=SC2016 # the back quotes are the documents'
 set -eu
-header=$1 functions=$2 channels=$3
+header=$1 forms=$2 functions=$3 channels=$4
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
@@ -102,9 +103,36 @@ columns "$channels" key | grep -x '[0-9]*' | sort >"$work/document"
 sed -n 's/^#define CMIF_[A-Z]*_[A-Z]*_KEY *\([0-9]*\).*/\1/p' "$header" | sort >"$work/header"
 compare "queue keys in $channels"
 
-columns "$channels" code fields | cut -f 2 | grep -o '`set_[a-z0-9]*`' | tr -d '`' | sort -u >"$work/document"
-members cmif_msg | awk '$2 { print $1 }' | sort >"$work/header"
-compare "fields of the AT record in $channels"
+# A line for each field that a request fills: its code, its place in the order, its name.
+columns "$channels" code fields | sed 's/the byte at offset 0/`first_byte`/' | awk '{
+    code = $1; place = 0
+    while (match($0, /`(set_[a-z0-9]+|first_byte)`/)) {
+        print code, ++place, substr($0, RSTART + 1, RLENGTH - 2)
+        $0 = substr($0, RSTART + RLENGTH)
+    } }' | sort -u >"$work/document"
+{ enum cmif_at_code; cat "$forms"; } | awk '
+    NF == 2 && $1 ~ /^CMIF_AT_/ { number[$1] = $2; next }
+    /^ *[{]CMIF_AT_/ { code = $1; gsub(/[{,]/, "", code); place = 0 }
+    { while (match($0, /[{](value|string[123]|first_byte), "/)) {
+        print number[code], ++place, substr($0, RSTART + 1, RLENGTH - 4)
+        $0 = substr($0, RSTART + RLENGTH)
+    } }' | sed 's/ string1$/ string/; s/ \(string[23]*\|value\)$/ set_\1/' | sort >"$work/header"
+compare "codes and fields in $channels"
+
+# Code and function of each row of the daemon's table.
+sed -n 's/^ *{\(CMIF_AT_[A-Z_]*\), *"\([A-Za-z_0-9]*\)".*/\1 \2/p' "$forms" | sort >"$work/document"
+sed -n 's/^ *\(CMIF_AT_[A-Z_]*\) = [0-9]*,* *\/\* \(sh[A-Za-z_0-9]*\).*/\1 \2/p' "$header" | sort >"$work/header"
+compare "functions of the codes in $forms"
+
+# In the drawings of records, the line below the names has the sizes.
+for record in cmif_msg qmi_profile_payload; do
+    members "$record" | awk '$2' >"$work/header"
+    awk -F '│' -v first="$(head -n 1 "$work/header" | cut -d ' ' -f 1)" '
+        { gsub(/ /, "") }
+        names { for (i = 1; i <= columns; ++i) if (name[i] != 0 && $i ~ /^[0-9]+(bytes)?$/) print name[i], $i + 0; names = 0 }
+        index($0, "│" first "│") { columns = split($0, name, "│"); names = 1 }' "$channels" >"$work/document"
+    compare "sizes of $record in $channels"
+done
 
 for record in cmif_msg qmi_profile_payload; do
     offsets "$record" >"$work/header"

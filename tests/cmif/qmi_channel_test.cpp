@@ -8,6 +8,8 @@
 #include <cerrno>
 #include <cstring>
 #include <gtest/gtest.h>
+#include <map>
+#include <sstream>
 #include <sys/msg.h>
 
 namespace
@@ -59,6 +61,27 @@ TEST_F(QmiChannel, RequestsTravelWithTheirLengths)
             continue; // a profile: its bytes are not all zero
         EXPECT_EQ(sent->payload, std::string(sent->payload.size(), '\0'));
     }
+}
+
+TEST_F(QmiChannel, TheDocumentGivesTheLengthsOfRequests)
+{
+    std::istringstream document(read_file(CHANNELS_DOCUMENT));
+    std::map<long, int> lengths;
+    bool in_table = false;
+    for (std::string line; std::getline(document, line);) {
+        long code = 0;
+        int length = 0;
+        if (line.find("| bytes sent ") != std::string::npos)
+            in_table = true;
+        else if (line.empty())
+            in_table = false;
+        else if (in_table && sscanf(line.c_str(), "| %ld | %d,", &code, &length) == 2)
+            lengths[code] = length;
+    }
+    std::map<long, int> sent;
+    for (const QmiRequest &request : qmi_requests)
+        sent[request.code] = request.length;
+    EXPECT_EQ(lengths, sent);
 }
 
 TEST_F(QmiChannel, TakesAllStepsInOrder)
