@@ -2,6 +2,7 @@
 
 #include "argument_rows.h"
 #include "cli/about.h"
+#include "cmif/cmif.h"
 #include "cmifctl/verbs/verbs.h"
 #include "exit_meanings.h"
 #include "generated.h"
@@ -130,10 +131,10 @@ constexpr cli::Term environment[] = {
 };
 
 constexpr cli::Term files[] = {
-    {"/tmp/lte_provider_list",                "the operators of the last search"},
-    {"/tmp/lte_qmi_msg_handler_thread_ready", "exists while the QMI daemon serves"},
-    {"/tmp/modify_profile_in_progress",       "exists while a profile change is in progress"},
-    {"/data/debug_lte.txt",                   "the debug log, with two older ones beside it"},
+    {CMIF_PROVIDER_LIST_FILE, "the operators of the last search"},
+    {CMIF_QMI_READY_FILE,     "exists while the QMI daemon serves"},
+    {CMIF_PROFILE_BUSY_FILE,  "exists while a profile change is in progress"},
+    {CMIF_LOG_FILE,           "the debug log, with two older ones beside it"},
 };
 
 constexpr const char *description =
