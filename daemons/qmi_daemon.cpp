@@ -96,15 +96,16 @@ void QmiDaemon::serve(const char *bytes, std::size_t payload)
     reply(code, request->name, answer);
 }
 
-// Always the whole payload, zero after the answer.
+// Always the whole payload, zero after the answer. The line comes first, before what the caller
+// does next.
 void QmiDaemon::reply(long code, const char *name, const QmiAnswer &answer)
 {
     qmi_msg record{};
     record.mtype = code;
     const std::string bytes = std::visit([](const auto &value) { return bytes_of(value); }, answer);
     std::memcpy(record.payload, bytes.data(), std::min(bytes.size(), sizeof record.payload - 1));
-    if (link_.send(&record, CMIF_QMI_PAYLOAD, stop_))
-        std::visit([&](const auto &value) { log_.reply(code, name, shown(value)); }, answer);
+    std::visit([&](const auto &value) { log_.reply(code, name, shown(value)); }, answer);
+    link_.send(&record, CMIF_QMI_PAYLOAD, stop_);
 }
 
 } // namespace daemons

@@ -1,5 +1,5 @@
 // A reply queue that its callers don't empty: the daemons go on, without the replies that found no
-// room.
+// room. The log has the answer before the drop.
 #include "tests/support/qmi_server.h"
 
 namespace
@@ -26,29 +26,39 @@ bool contains(const std::string &text, const std::string &part)
     return text.find(part) != std::string::npos;
 }
 
+cmif_sim::ServerOptions verbose(cmif_sim::ServerOptions options)
+{
+    options.verbose = true;
+    return options;
+}
+
 TEST_F(FullQueue, DoesNotStopTheAtDaemon)
 {
-    start();
+    start(verbose(both()));
     fill_at(AtServer::replies());
     AtServer::send(record_of(4, {}));
     AtServer::send(record_of(12, {"1234"}));
     EXPECT_TRUE(eventually_equals("lte_sim_status", "READY"));
     msgctl(AtServer::replies(), IPC_RMID, nullptr);
     EXPECT_EQ(ask(4), answer::ok);
-    EXPECT_TRUE(
-        contains(server->errors(), "reply to request 4 dropped: message queue 900 is full\n"))
+    EXPECT_TRUE(contains(server->errors(),
+                         "AT <- 4 shared_CMIF_get_mobilePINPUKC ret_code=0 (ok)\n"
+                         "full_queue_test: reply to request 4 dropped: message queue "
+                         "900 is full\n"))
         << server->errors();
 }
 
 TEST_F(FullQueue, DoesNotStopTheQmiDaemon)
 {
-    start();
+    start(verbose(both()));
     fill(replies(), qmi_msg{99, ""}, CMIF_QMI_PAYLOAD);
     send(6, "");
     send(3, wire_profile("own.example"));
     EXPECT_TRUE(eventually_equals("lte_qmi_apn", "own.example"));
-    EXPECT_TRUE(
-        contains(server->errors(), "reply to request 6 dropped: message queue 1159 is full\n"))
+    EXPECT_TRUE(contains(server->errors(),
+                         "QMI <- 6 shared_CMIF_get_sim_status status=3\n"
+                         "full_queue_test: reply to request 6 dropped: message queue "
+                         "1159 is full\n"))
         << server->errors();
 }
 
