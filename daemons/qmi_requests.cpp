@@ -62,16 +62,21 @@ QmiAnswer sim_status(Modem &modem, Payload)
     return QmiSimStatus::ready;
 }
 
+consteval QmiForm form(cmif_qmi_code code)
+{
+    return *find_qmi_form(code);
+}
+
 // Requests without arguments are served whatever else their payload holds.
 // clang-format off
 const QmiRequest qmi_requests[] = {
-    {CMIF_QMI_GET_DEVICE_REVISION, "shared_CMIF_get_device_rev_id",       device_revision},
-    {CMIF_QMI_MODIFY_PROFILE,      "shared_CMIF_modify_profile_settings", modify_profile, describe_profile},
-    {CMIF_QMI_START,               "shared_CMIF_start_network_interface", start},
-    {CMIF_QMI_STOP,                "shared_CMIF_stop_network_interface",  stop},
-    {CMIF_QMI_GET_SIM_STATUS,      "shared_CMIF_get_sim_status",          sim_status},
-    {CMIF_QMI_GET_PACKET_SERVICE,  "shared_CMIF_get_ps_service",          packet_service},
-    {CMIF_QMI_DOWNLOAD_MODE,       "shared_CMIF_set_CM_qfirehose",        nullptr},
+    {form(CMIF_QMI_GET_DEVICE_REVISION), device_revision},
+    {form(CMIF_QMI_MODIFY_PROFILE),      modify_profile, describe_profile},
+    {form(CMIF_QMI_START),               start},
+    {form(CMIF_QMI_STOP),                stop},
+    {form(CMIF_QMI_GET_SIM_STATUS),      sim_status},
+    {form(CMIF_QMI_GET_PACKET_SERVICE),  packet_service},
+    {form(CMIF_QMI_DOWNLOAD_MODE),       nullptr},
 };
 // clang-format on
 

@@ -2,8 +2,8 @@
 #ifndef DAEMONS_QMI_REQUESTS_H
 #define DAEMONS_QMI_REQUESTS_H
 
-#include "cmif/cmif.h"
 #include "modem.h"
+#include "qmi_forms.h"
 
 #include <string>
 #include <string_view>
@@ -25,9 +25,7 @@ enum class QmiSimStatus : int {
 // At the start of a reply: a number, or text with its NUL.
 using QmiAnswer = std::variant<CmeError, QmiSimStatus, std::string>;
 
-struct QmiRequest {
-    cmif_qmi_code code;
-    const char *name;
+struct QmiRequest : QmiForm {
     // Gets the payload as it came, of any size. None for a request that is never answered.
     QmiAnswer (*verb)(Modem &, std::string_view payload);
     // The arguments, secret ones masked, for a person to read; none without arguments.

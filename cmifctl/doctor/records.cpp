@@ -1,4 +1,5 @@
-#include "cmif/cmif.h"
+#include "daemons/at_forms.h"
+#include "daemons/qmi_forms.h"
 #include "look.h"
 
 #include <algorithm>
@@ -9,9 +10,8 @@ namespace cmifctl
 
 bool is_known(Channel channel, long code)
 {
-    const long last = channel == Channel::at ? static_cast<long>(CMIF_AT_SYNCHRONIZE_PROFILE)
-                                             : static_cast<long>(CMIF_QMI_DOWNLOAD_MODE);
-    return code >= 1 && code <= last;
+    return channel == Channel::at ? daemons::find_at_form(code) != nullptr
+                                  : daemons::find_qmi_form(code) != nullptr;
 }
 
 std::vector<long> codes_of(const std::vector<QueuedRecord> &records)

@@ -87,6 +87,21 @@ TEST_F(Doctor, FindsAndTakesForeignReplies)
     EXPECT_EQ(found(), Names{});
 }
 
+// Numbers between those that the interface has.
+TEST_F(Doctor, TakesUnusedCodesForForeign)
+{
+    put(900, 5);
+    put(1159, 2, CMIF_QMI_PAYLOAD);
+    put(1159, 7, CMIF_QMI_PAYLOAD);
+    EXPECT_EQ(found(), (Names{"replies_foreign", "replies_foreign"}));
+    put(900, 27);
+    put(1159, 9, CMIF_QMI_PAYLOAD);
+    EXPECT_EQ(found(),
+              (Names{"replies_foreign", "replies_foreign", "replies_stale", "replies_stale"}));
+    fixed();
+    EXPECT_EQ(found(), Names{});
+}
+
 // The doctor sends nothing then: its own request would stay unanswered.
 TEST_F(Doctor, FindsAReplyQueueThatForeignRepliesFill)
 {
