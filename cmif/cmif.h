@@ -620,6 +620,7 @@ int shared_debug_lte_backup_log_file(void);
  * receive.
  * ---------------------------------------------------------------------------------------------- */
 
+/* clang-format off */
 #define CMIF_AT_REQUEST_KEY     899  /* key of the queue to the AT daemon */
 #define CMIF_AT_REPLY_KEY       900  /* key of the queue of its replies */
 #define CMIF_QMI_REQUEST_KEY    1158 /* key of the queue to the QMI daemon */
@@ -627,39 +628,39 @@ int shared_debug_lte_backup_log_file(void);
 #define CMIF_AT_PAYLOAD         116  /* bytes of a record of the AT channel, without the type */
 #define CMIF_QMI_PAYLOAD        312  /* bytes of a record of the QMI channel, without the type */
 
-#define CMIF_PROVIDER_LIST_FILE "/tmp/lte_provider_list" /* written by the AT daemon */
+#define CMIF_PROVIDER_LIST_FILE "/tmp/lte_provider_list"                /* written by the AT daemon */
 #define CMIF_QMI_READY_FILE     "/tmp/lte_qmi_msg_handler_thread_ready" /* "on" when ready */
 #define CMIF_PROFILE_BUSY_FILE  "/tmp/modify_profile_in_progress"       /* exists during a change */
 #define CMIF_LOG_FILE           "/data/debug_lte.txt"                   /* the debug log */
-#define CMIF_LOG_FILE_1         "/data/debug_lte_1.txt" /* the previous generation */
-#define CMIF_LOG_FILE_2         "/data/debug_lte_2.txt" /* the oldest */
+#define CMIF_LOG_FILE_1         "/data/debug_lte_1.txt"                 /* the previous generation */
+#define CMIF_LOG_FILE_2         "/data/debug_lte_2.txt"                 /* the oldest */
 
 /* Request codes of the AT channel. 5 is not used. */
 enum cmif_at_code {
-    CMIF_AT_SET_TIME_ZONE = 1,        /* shared_CMIF_set_timezone */
-    CMIF_AT_SET_SEARCH_MODE = 2,      /* shared_CMIF_set_mobileNetworkMode; the band region too */
-    CMIF_AT_SELECT_AUTOMATICALLY = 3, /* shared_CMIF_SetNetworkMode */
-    CMIF_AT_GET_PIN_COUNTERS = 4,     /* shared_CMIF_get_mobilePINPUKC */
-    CMIF_AT_GET_PACKET_DOMAIN = 6,    /* shared_CMIF_get_DomainServiceStatus */
-    CMIF_AT_SET_PACKET_DOMAIN = 7,    /* shared_CMIF_set_DomainServiceStatus */
-    CMIF_AT_GET_PIN_MODE = 8,         /* shared_CMIF_get_mobileSimPINMode */
-    CMIF_AT_SET_PIN_MODE = 9,         /* shared_CMIF_set_mobileSimPINMode */
-    CMIF_AT_LOCK_NETWORK = 10,        /* shared_CMIF_set_NetworkPersonalizationLock */
-    CMIF_AT_UNLOCK_NETWORK = 11,      /* shared_CMIF_set_NetworkPersonalizationUNLock */
-    CMIF_AT_ENTER_PIN = 12,           /* shared_CMIF_set_EntermobilePIN */
-    CMIF_AT_CHANGE_PIN = 13,          /* shared_CMIF_set_ChangemobileSimPIN */
-    CMIF_AT_ENTER_PUK = 14,           /* shared_CMIF_set_EntermobilePINPUK */
-    CMIF_AT_SET_ROAMING = 15,         /* shared_CMIF_set_mobileInternationalRoam */
-    CMIF_AT_SET_OPERATOR_FORMAT = 16, /* shared_Set_Operator_Selection_switch_format */
-    CMIF_AT_SELECT_OPERATOR = 17,     /* shared_CMIF_SetNetworkProvider */
-    CMIF_AT_LIST_MESSAGES = 18,       /* shared_CMIF_get_mobileSMSInfo */
-    CMIF_AT_DELETE_MESSAGES = 19,     /* shared_CMIF_set_DeletemobileSMS */
-    CMIF_AT_DOWNLOAD_MODE = 20,       /* shared_CMIF_set_AT_qfirehose: never answered */
-    CMIF_AT_FACTORY_RESET = 21,       /* shared_CMIF_set_FactoryReset */
-    CMIF_AT_SET_FUNCTIONALITY = 22,   /* shared_CMIF_set_phone_functionality */
-    CMIF_AT_GET_SEARCH_STATE = 23,    /* shared_CMIF_get_ModeManualSearch */
-    CMIF_AT_SEARCH = 24,              /* shared_CMIF_set_ModeManualSearch */
-    CMIF_AT_SET_PROFILE = 25,         /* shared_CMIF_set_Profile */
+    CMIF_AT_SET_TIME_ZONE = 1,            /* shared_CMIF_set_timezone */
+    CMIF_AT_SET_SEARCH_MODE = 2,          /* shared_CMIF_set_mobileNetworkMode; the band region too */
+    CMIF_AT_SELECT_AUTOMATICALLY = 3,     /* shared_CMIF_SetNetworkMode */
+    CMIF_AT_GET_PIN_COUNTERS = 4,         /* shared_CMIF_get_mobilePINPUKC */
+    CMIF_AT_GET_PACKET_DOMAIN = 6,        /* shared_CMIF_get_DomainServiceStatus */
+    CMIF_AT_SET_PACKET_DOMAIN = 7,        /* shared_CMIF_set_DomainServiceStatus */
+    CMIF_AT_GET_PIN_MODE = 8,             /* shared_CMIF_get_mobileSimPINMode */
+    CMIF_AT_SET_PIN_MODE = 9,             /* shared_CMIF_set_mobileSimPINMode */
+    CMIF_AT_LOCK_NETWORK = 10,            /* shared_CMIF_set_NetworkPersonalizationLock */
+    CMIF_AT_UNLOCK_NETWORK = 11,          /* shared_CMIF_set_NetworkPersonalizationUNLock */
+    CMIF_AT_ENTER_PIN = 12,               /* shared_CMIF_set_EntermobilePIN */
+    CMIF_AT_CHANGE_PIN = 13,              /* shared_CMIF_set_ChangemobileSimPIN */
+    CMIF_AT_ENTER_PUK = 14,               /* shared_CMIF_set_EntermobilePINPUK */
+    CMIF_AT_SET_ROAMING = 15,             /* shared_CMIF_set_mobileInternationalRoam */
+    CMIF_AT_SET_OPERATOR_FORMAT = 16,     /* shared_Set_Operator_Selection_switch_format */
+    CMIF_AT_SELECT_OPERATOR = 17,         /* shared_CMIF_SetNetworkProvider */
+    CMIF_AT_LIST_MESSAGES = 18,           /* shared_CMIF_get_mobileSMSInfo */
+    CMIF_AT_DELETE_MESSAGES = 19,         /* shared_CMIF_set_DeletemobileSMS */
+    CMIF_AT_DOWNLOAD_MODE = 20,           /* shared_CMIF_set_AT_qfirehose: never answered */
+    CMIF_AT_FACTORY_RESET = 21,           /* shared_CMIF_set_FactoryReset */
+    CMIF_AT_SET_FUNCTIONALITY = 22,       /* shared_CMIF_set_phone_functionality */
+    CMIF_AT_GET_SEARCH_STATE = 23,        /* shared_CMIF_get_ModeManualSearch */
+    CMIF_AT_SEARCH = 24,                  /* shared_CMIF_set_ModeManualSearch */
+    CMIF_AT_SET_PROFILE = 25,             /* shared_CMIF_set_Profile */
     CMIF_AT_START_DEVICE_MANAGEMENT = 26, /* shared_CMIF_set_TriggerOTADMSession */
     CMIF_AT_SYNCHRONIZE_PROFILE = 27      /* shared_CMIF_get_SyncProfile3 */
 };
@@ -674,6 +675,7 @@ enum cmif_qmi_code {
     CMIF_QMI_GET_PACKET_SERVICE = 8,  /* shared_CMIF_get_ps_service */
     CMIF_QMI_DOWNLOAD_MODE = 9        /* shared_CMIF_set_CM_qfirehose: never answered */
 };
+/* clang-format on */
 
 /* A request to the AT daemon, and its reply, of which only the type and ret_code count. */
 struct cmif_msg {

@@ -112,6 +112,7 @@ function take_comment() {
     } else heading = comment
 }
 
+/^\/\* clang-format (off|on) \*\/$/ { next }
 /^#if|^#endif|^#else|^#pragma|^#ifndef|^#define CMIF_(H|PRINTF_LIKE)|^extern "C"|^}$/ { next }
 /^$/ && depth == 0 { comment = ""; next }
 
