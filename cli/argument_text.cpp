@@ -7,7 +7,7 @@ std::string usage_of(const Argument &argument)
 {
     std::string value = argument.value;
     const std::string letter =
-        argument.letter != '\0' ? std::string("-") + argument.letter + ", " : "";
+        argument.traits.letter != '\0' ? std::string("-") + argument.traits.letter + ", " : "";
     switch (argument.kind) {
     case Argument::Kind::required:
         return value;

@@ -12,8 +12,8 @@ namespace
 
 std::vector<Candidate> values_of(const Argument &argument)
 {
-    if (argument.known_values != nullptr)
-        return argument.known_values();
+    if (argument.traits.known_values != nullptr)
+        return argument.traits.known_values();
     std::vector<Candidate> values;
     for (const Choice &choice : argument.choices)
         values.push_back({choice.name, argument.choices.size() > 1 ? choice.text : argument.help});
@@ -25,7 +25,7 @@ std::vector<Candidate> possible_options(const Line &line)
     std::vector<Candidate> options;
     for (const Argument *option : options_of(line)) {
         const bool given = line.arguments.has(option->name) || line.options.has(option->name);
-        if (option->repeats || !given)
+        if (option->traits.repeats || !given)
             options.push_back({std::string("--") + option->name, option->help});
     }
     return options;
@@ -53,8 +53,8 @@ std::vector<Candidate> words_after(const Walker &walker)
     const Argument *next = walker.next_positional();
     if (next == nullptr)
         return words;
-    const auto values = next->known_after != nullptr
-                            ? next->known_after(walker.line().arguments.all(next->name))
+    const auto values = next->traits.known_after != nullptr
+                            ? next->traits.known_after(walker.line().arguments.all(next->name))
                             : values_of(*next);
     words.insert(words.end(), values.begin(), values.end());
     return words;

@@ -22,7 +22,7 @@ std::string summary_of(const Program &program, const std::string &path)
 bool takes_secrets(const Command &command)
 {
     return std::any_of(command.arguments.begin(), command.arguments.end(),
-                       [](const Argument &argument) { return argument.secret; });
+                       [](const Argument &argument) { return argument.traits.secret; });
 }
 
 const Command *find_command(const Program &program, std::string_view path)

@@ -18,6 +18,16 @@ struct Candidate {
     std::string description;
 };
 
+// What few arguments have: rows name it, {.secret = true}.
+struct ArgumentTraits {
+    bool secret = false;  // users may type a secret in its place, which is never repeated
+    char letter = '\0';   // of the short form of an option or flag
+    bool repeats = false; // an option; a positional argument takes all words from there on
+    std::vector<Candidate> (*known_values)() = nullptr; // for completion
+    // For completion of a positional argument that takes all words: what may follow these of them.
+    std::vector<Candidate> (*known_after)(const std::vector<std::string> &words) = nullptr;
+};
+
 struct Argument {
     // `rest` is every word after "--".
     enum class Kind { required, optional, rest, option, flag };
@@ -26,22 +36,17 @@ struct Argument {
     const char *name;  // the key under which the program finds it
     const char *value; // its placeholder in the help; a flag takes one after = if it has one
     const char *help;
-    Choices choices{};    // empty: any text
-    bool secret = false;  // users may type a secret in its place, which is never repeated
-    char letter = '\0';   // of the short form of an option or flag
-    bool repeats = false; // an option; a positional argument takes all words from there on
-    std::vector<Candidate> (*known_values)() = nullptr; // for completion
-    // For completion of a positional argument that takes all words: what may follow these of them.
-    std::vector<Candidate> (*known_after)(const std::vector<std::string> &words) = nullptr;
+    Choices choices{}; // empty: any text
+    ArgumentTraits traits{};
 
     constexpr bool positional() const { return kind == Kind::required || kind == Kind::optional; }
     constexpr bool by_name() const { return kind == Kind::option || kind == Kind::flag; }
 };
 using ArgumentRows = std::span<const Argument>;
 
-constexpr Argument help_option{Argument::Kind::flag, "help", "", "show help", {}, false, 'h'};
-constexpr Argument version_option{
-    Argument::Kind::flag, "version", "", "show the version", {}, false, 'V'};
+constexpr Argument help_option{Argument::Kind::flag, "help", "", "show help", {}, {.letter = 'h'}};
+constexpr Argument version_option{Argument::Kind::flag, "version", "",
+                                  "show the version",   {},        {.letter = 'V'}};
 
 // Whether a command only reads; `either` reads unless its first argument gives the value to set.
 enum class Access { reads, acts, either };

@@ -50,7 +50,7 @@ bool takes_secret_source(const Line &line)
     return line.command != nullptr &&
            std::any_of(line.command->arguments.begin(), line.command->arguments.end(),
                        [](const Argument &argument) {
-                           return argument.secret && argument.positional() &&
+                           return argument.traits.secret && argument.positional() &&
                                   !argument.choices.empty();
                        });
 }
@@ -148,9 +148,9 @@ void fail_missing_argument(const Line &line, const Argument &argument)
 
 void fail_choice(const Line &line, const Argument &argument, const std::string &text)
 {
-    if (argument.secret && argument.positional())
+    if (argument.traits.secret && argument.positional())
         fail_secret(line, "too many arguments");
-    if (argument.secret)
+    if (argument.traits.secret)
         throw UsageError(no_secrets, "Give " + dashed(argument) + " ask to be asked, or " +
                                          dashed(argument) + " - to read standard input.");
     const std::string shown = takes_secrets(*line.command) ? "" : " " + quoted(text);

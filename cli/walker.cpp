@@ -14,7 +14,8 @@ using Kind = Argument::Kind;
 const Argument *find(ArgumentRows rows, const std::string &option)
 {
     const auto found = std::find_if(rows.begin(), rows.end(), [&option](const Argument &row) {
-        const bool by_letter = row.letter != '\0' && option == std::string("-") + row.letter;
+        const bool by_letter =
+            row.traits.letter != '\0' && option == std::string("-") + row.traits.letter;
         return row.by_name() && (by_letter || option == std::string("--") + row.name);
     });
     return found == rows.end() ? nullptr : &*found;
@@ -87,7 +88,7 @@ void Walker::take_positional(const std::string &word)
     if (argument == nullptr)
         fail_unexpected_argument(line_, word);
     line_.arguments.add(argument->name, word);
-    if (argument->repeats)
+    if (argument->traits.repeats)
         rest_ = argument;
 }
 
@@ -116,7 +117,7 @@ void Walker::take_option(const std::string &word)
         equals == std::string::npos ? std::nullopt : std::optional(word.substr(equals + 1));
     if (option->kind == Kind::flag)
         return take_flag(*option, assigned);
-    if (!option->repeats && arguments_with(*option).has(option->name))
+    if (!option->traits.repeats && arguments_with(*option).has(option->name))
         fail_repeated(line_, *option);
     if (!assigned)
         awaiting_ = option;

@@ -68,9 +68,9 @@ constexpr Argument no_both {flag,   "no-daemons", "",    "run the modem and the 
 constexpr Argument script  {option, "scenario", "FILE",  "commands, with the moments when they are carried out"};
 constexpr Argument clock_  {option, "clock",    "CLOCK", "what time the simulation runs by", clocks};
 constexpr Argument state   {option, "state",    "STATE", "bring the modem there before the start", states};
-constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)", {}, false, '\0', false, known_boxes};
+constexpr Argument box     {option, "box",     "PID",    "which router, by the process number that status shows (default: the only one)", {}, {.known_values = known_boxes}};
 constexpr Argument json    {flag,   "json",    "",       "as a JSON document, for programs"};
-constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, false, '\0', true, nullptr, known_commands};
+constexpr Argument line    {optional, "line",  "WORD...", "a command; without one, commands are read from standard input, one on each line", {}, {.repeats = true, .known_after = known_commands}};
 constexpr Argument record  {option, "record",  "FILE",   "write what the daemons exchange and set, one line of JSON each"};
 constexpr Argument secrets {flag,   "with-secrets", "",  "keep secrets and identities in the recording as they are"};
 constexpr Argument recording{required, "recording", "FILE", "what cmif-record or --record has written"};

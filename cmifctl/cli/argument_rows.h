@@ -15,18 +15,18 @@ using enum Argument::Kind;
 // clang-format off
 
 // Shared by several commands.
-//                                kind      name            value     help                                               choices
+//                                kind      name            value     help                        choices, traits
 constexpr Argument secret_input  {optional, "source",       "-",      "read the secrets from standard input, one line each, instead of asking",
-                                                                                                                         enums::from_input, true};
+                                                                                                enums::from_input, {.secret = true}};
 constexpr Argument force         {flag,     "force",        "",       "send it even with one attempt left, with unknown attempts, or to a SIM that asks for none"};
 constexpr Argument yes           {flag,     "yes",          "",       "don't ask for confirmation"};
 constexpr Argument no_wait       {flag,     "no-wait",      "",       "return when the daemon has accepted the request"};
 constexpr Argument show_secrets  {flag,     "show-secrets", "",       "show passwords in clear"};
-constexpr Argument message_id    {required, "id",           "ID",     "its index in the list",    {}, false, '\0', false, known_messages};
-constexpr Argument key           {required, "key",          "KEY",    "its name",                 {}, false, '\0', false, known_settings};
+constexpr Argument message_id    {required, "id",           "ID",     "its index in the list",    {}, {.known_values = known_messages}};
+constexpr Argument key           {required, "key",          "KEY",    "its name",                 {}, {.known_values = known_settings}};
 
 constexpr Argument global[] = {
-    {option, "output",  "FORMAT",  "how the result is written",   enums::output_formats, false, 'o'},
+    {option, "output",  "FORMAT",  "how the result is written",   enums::output_formats, {.letter = 'o'}},
     {flag,   "json",    "",        "short for --output json: one document, also for errors"},
     {option, "color",   "WHEN",    "colour for people",           enums::colours},
     {option, "timeout", "SECONDS", "how long to wait for an answer (default 30; 0 = no limit)"},
@@ -37,7 +37,7 @@ constexpr Argument global[] = {
 // What only reads can be repeated, and its document looked at before anything depends on it.
 constexpr Argument of_readings[] = {
     {option, "field",   "PATH",    "only this value of the document, alone on its line; can be repeated",
-                                                                  {}, false, '\0', true},
+                                                                  {}, {.repeats = true}},
     {flag,   "watch",   "SECONDS", "read again every 2 seconds, or as often as given, until interrupted"},
 };
 
@@ -52,7 +52,7 @@ constexpr Argument pin_mode[] = {
     force,
 };
 constexpr Argument lock_network[] = {
-    {option,   "network",    "CODE",       "MCC and MNC; default: the SIM's own network",      {}, false, '\0', false, known_operators},
+    {option,   "network",    "CODE",       "MCC and MNC; default: the SIM's own network",      {}, {.known_values = known_operators}},
     {option,   "facility",   "NAME",       "which lock (default PN)"},
     secret_input,
 };
@@ -74,7 +74,7 @@ constexpr Argument functionality[] = {
 };
 
 constexpr Argument select_operator[] = {
-    {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits",                       {}, false, '\0', false, known_operators},
+    {required, "code",       "CODE",       "MCC and MNC, 5 or 6 digits",                       {}, {.known_values = known_operators}},
     {option,   "technology", "GENERATION", "access technology (default: any)",                 enums::selectable_technology},
     no_wait,
 };
@@ -84,7 +84,7 @@ constexpr Argument name_format[] = {
 
 constexpr Argument one_message[] = {message_id};
 constexpr Argument delete_messages[] = {
-    {optional, "id",         "ID",         "its index in the list",                            {}, false, '\0', false, known_messages},
+    {optional, "id",         "ID",         "its index in the list",                            {}, {.known_values = known_messages}},
     {flag,     "all",        "",           "delete every message"},
     yes,
 };
@@ -96,7 +96,7 @@ constexpr Argument auto_connect[] = {
 constexpr Argument set_profile[] = {
     {option,   "apn",        "NAME",       "access point name, at most 40 bytes"},
     {option,   "user",       "NAME",       "user name, at most 128 bytes"},
-    {option,   "password",   "SOURCE",     "ask for it, or read it from standard input",       enums::password_source, true},
+    {option,   "password",   "SOURCE",     "ask for it, or read it from standard input",       enums::password_source, {.secret = true}},
     {option,   "auth",       "TYPE",       "authentication",                                   enums::authentication},
     {option,   "pdp",        "TYPE",       "PDP type",                                         enums::pdp_type},
     {option,   "family",     "FAMILY",     "IP family",                                        enums::ip_family},
@@ -120,11 +120,11 @@ constexpr Argument log_text[] = {
 constexpr Argument one_setting[] = {key, show_secrets};
 constexpr Argument change_setting[] = {
     key,
-    {optional, "value",      "VALUE",      "its value; - reads it from standard input",        {}, true},
+    {optional, "value",      "VALUE",      "its value; - reads it from standard input",        {}, {.secret = true}},
     show_secrets,
 };
 constexpr Argument list_settings[] = {
-    {optional, "prefix",     "PREFIX",     "only the settings whose names begin with it",      {}, false, '\0', false, known_settings},
+    {optional, "prefix",     "PREFIX",     "only the settings whose names begin with it",      {}, {.known_values = known_settings}},
     show_secrets,
 };
 

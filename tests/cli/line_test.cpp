@@ -72,7 +72,7 @@ TEST(Line, LeavesAllWordsFromARepeatedArgumentOnToTheProgram)
     using enum cli::Argument::Kind;
     static constexpr cli::Argument arguments[] = {
         {flag, "loud", "", "as a shout"},
-        {optional, "text", "WORD...", "what to say", {}, false, '\0', true},
+        {optional, "text", "WORD...", "what to say", {}, {.repeats = true}},
     };
     static constexpr cli::Command commands[] = {
         {"say", "speak", cli::Access::acts, "", arguments},

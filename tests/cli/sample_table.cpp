@@ -27,24 +27,24 @@ constexpr cli::Choice colours[] = {{1, "red"}, {2, "blue"}};
 constexpr cli::Choice input[]   = {{0, "-"}};
 
 constexpr Argument plant_arguments[] = {
-    {required, "plant",  "PLANT",  "which plant", {}, false, '\0', false, known_plants},
+    {required, "plant",  "PLANT",  "which plant", {}, {.known_values = known_plants}},
     {optional, "colour", "COLOUR", "its colour",  colours},
     {option,   "depth",  "CM",     "how deep"},
-    {option,   "beside", "PLANT",  "which neighbours", {}, false, '\0', true, known_plants},
+    {option,   "beside", "PLANT",  "which neighbours", {}, {.repeats = true, .known_values = known_plants}},
     {flag,     "dry",    "",       "without water"},
 };
 constexpr Argument unlock_arguments[] = {
-    {optional, "source", "-",      "read the code from standard input", input, true},
+    {optional, "source", "-",      "read the code from standard input", input, {.secret = true}},
 };
 constexpr Argument run_arguments[] = {
     {flag,     "quiet",  "",       "without output"},
     {rest,     "words",  "TOOL [ARGUMENT...]", "the tool"},
 };
 constexpr Argument sing_arguments[] = {
-    {optional, "verse",  "WORD...", "what to sing", {}, false, '\0', true, nullptr, known_verses},
+    {optional, "verse",  "WORD...", "what to sing", {}, {.repeats = true, .known_after = known_verses}},
 };
 constexpr Argument options[] = {
-    {option,   "colour", "WHEN",   "colour of the output", colours, false, 'c'},
+    {option,   "colour", "WHEN",   "colour of the output", colours, {.letter = 'c'}},
     cli::help_option,
     cli::version_option,
 };
