@@ -37,8 +37,9 @@ long long Arguments::number(const std::string &name, const char *label, long lon
     const std::optional<long long> number = whole_number(text(name));
     if (number && *number >= min && *number <= max)
         return *number;
-    throw UsageError(std::string(label) + " takes a whole number from " + std::to_string(min) +
-                     " to " + std::to_string(max) + ", not '" + text(name) + "'");
+    throw UsageError(std::string("invalid ") + label + " '" + text(name) + "'",
+                     "A whole number from " + std::to_string(min) + " to " + std::to_string(max) +
+                         ".");
 }
 
 } // namespace cli

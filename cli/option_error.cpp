@@ -42,7 +42,7 @@ void fail_repeated(const Line &line, const Argument &option)
 
 void fail_seconds(const std::string &source, const std::string &text, const std::string &range)
 {
-    throw UsageError(source + " takes a number of seconds, not " + quoted(text), range);
+    throw UsageError("invalid " + source + " " + quoted(text), range);
 }
 
 void fail_exclusive(const std::string &option, const std::string &other)

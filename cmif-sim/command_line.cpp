@@ -185,7 +185,7 @@ double pace_of(const std::string &text)
     const auto parsed = std::from_chars(text.data(), end, factor);
     const bool in_range = factor >= 0 && factor <= max_pace; // false for NaN
     if (parsed.ec != std::errc() || parsed.ptr != end || !in_range)
-        throw cli::UsageError("--pace takes a number from 0 to 1000, not '" + text + "'");
+        throw cli::UsageError("invalid --pace '" + text + "'", "A number from 0 to 1000.");
     return factor;
 }
 

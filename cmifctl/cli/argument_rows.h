@@ -28,7 +28,7 @@ constexpr Argument key           {required, "key",          "KEY",    "its name"
 constexpr Argument global[] = {
     {option, "output",  "FORMAT",  "how the result is written",   enums::output_formats, {.letter = 'o'}},
     {flag,   "json",    "",        "short for --output json: one document, also for errors"},
-    {option, "color",   "WHEN",    "colour for people",           enums::colours},
+    {option, "color",   "WHEN",    "when to use colour",          enums::colours},
     {option, "timeout", "SECONDS", "how long to wait for an answer (default 30; 0 = no limit)"},
     {flag,   "trace",   "",        "show the library's trace lines on standard error"},
     cli::help_option,
@@ -129,7 +129,7 @@ constexpr Argument list_settings[] = {
 };
 
 constexpr Argument doctor[] = {
-    {flag,     "fix",        "",           "take away what no process waits for: stale replies, left-over markers"},
+    {flag,     "fix",        "",           "remove what no process waits for: stale replies, left-over markers"},
 };
 
 // clang-format on

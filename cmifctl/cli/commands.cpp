@@ -38,8 +38,8 @@ constexpr Verb verbs[] = {
     {status,               {"status",               "show all that is known, with or without the daemons",        reads,   ""}},
     {summary,              {"summary",              "show the library's summary of the modem",                    reads,   ""}},
 
-    {doctor,               {"doctor",               "say what is wrong and how to cure it",                       either,  "",                                   arguments::doctor,
-                           "Takes nothing away without --fix. The exit status is 1 when something is wrong."}},
+    {doctor,               {"doctor",               "diagnose problems and suggest fixes",                        either,  "",                                   arguments::doctor,
+                           "Removes nothing without --fix. The exit status is 1 when something is wrong."}},
 
     {sim_status,           {"sim status",           "show the SIM's state and identity",                          reads,   ""}},
     {sim_retries,          {"sim retries",          "show the attempts left for PIN and PUK",                     reads,   "--json"}},
@@ -57,7 +57,7 @@ constexpr Verb verbs[] = {
                            "Asks for the control key."}},
 
     {radio_show,           {"radio show",           "show measurements and settings",                             reads,   "--watch=1"}},
-    {radio_mode,           {"radio mode",           "show or set the generations to search for",                  either,  "4g",                                 arguments::search_mode}},
+    {radio_mode,           {"radio mode",           "show or set the generations to search for",                  either,  "eutran",                             arguments::search_mode}},
     {radio_band,           {"radio band",           "show or set the band region",                                either,  "all",                                arguments::band_region,
                            "The same setting of the modem as the search mode, under other names."}},
     {radio_roaming,        {"radio roaming",        "show or set international roaming",                          either,  "off",                                arguments::roaming}},
@@ -74,7 +74,7 @@ constexpr Verb verbs[] = {
                            "May take minutes: waits 180 seconds unless --timeout is given."}},
     {network_scan_state,   {"network scan-state",   "show whether a search is running",                           reads,   ""}},
     {network_list,         {"network list",         "list the operators of the last search",                      reads,   "--json"}},
-    {network_select,       {"network select",       "register with one operator, and wait until it is done",      acts,    "00101 --technology 4g",              arguments::select_operator}},
+    {network_select,       {"network select",       "register with one operator, and wait until it is done",      acts,    "00101 --technology eutran",          arguments::select_operator}},
     {network_auto,         {"network auto",         "let the modem choose the operator",                          acts,    ""}},
     {network_format,       {"network format",       "set the format of the operator's name",                      acts,    "numeric",                            arguments::name_format}},
 

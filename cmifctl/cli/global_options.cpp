@@ -26,13 +26,13 @@ double seconds(const std::string &source, const std::string &text, double min,
 
 double timeout(const std::string &source, const std::string &text)
 {
-    return seconds(source, text, 0, "From 0 to 1000000; 0 = no limit.");
+    return seconds(source, text, 0, "A number of seconds from 0 to 1000000; 0 = no limit.");
 }
 
 double watch_interval(const std::string &text)
 {
     return text.empty() ? default_watch
-                        : seconds("--watch", text, min_watch, "From 0.1 to 1000000.");
+                        : seconds("--watch", text, min_watch, "A number of seconds from 0.1 to 1000000.");
 }
 
 OutputOptions output_options(const Arguments &given)

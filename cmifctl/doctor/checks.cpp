@@ -17,7 +17,7 @@ constexpr const char *fix_takes = "'cmifctl doctor --fix' removes them.";
 constexpr Check rows[] = {
     //name                    severity   find                  cure
     {"queue_missing",          "error",   missing_queues,       "Start the daemon: it creates its queues."},
-    {"queue_permissions",      "error",   queue_permissions,    "Remove it with 'ipcrm -Q %' as its owner and restart the daemon, which creates it for everybody (mode 0666)."},
+    {"queue_permissions",      "error",   queue_permissions,    "Remove it with 'ipcrm -Q %' as its owner and restart the daemon, which creates it for all users (mode 0666)."},
     {"locks_unusable",         "error",   unusable_locks,       "As their owner or root, remove them: ipcrm -S 0x434d4946; ipcrm -M 0x434d4946."},
     {"queue_full",             "error",   full_queues,          "Restart the daemon if it doesn't take requests; 'cmifctl doctor --fix' removes replies that no caller waits for."},
     {"daemon_ended",           "error",   ended_daemons,        start_daemon},

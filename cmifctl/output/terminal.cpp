@@ -28,7 +28,7 @@ void print(const std::string &text)
 void note(const std::string &text)
 {
     clear_progress();
-    std::fprintf(stderr, "cmifctl: %s\n", escape_controls(text).c_str());
+    std::fprintf(stderr, "cmifctl: note: %s\n", escape_controls(text).c_str());
 }
 
 void show_trace_line(std::string_view line)

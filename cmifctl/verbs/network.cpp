@@ -27,8 +27,8 @@ void show_search_progress(std::chrono::steady_clock::time_point started)
 void check_operator_code(const std::string &code)
 {
     if (!daemons::is_plmn_code(code))
-        throw Failure(Exit::usage, "CODE takes 5 or 6 digits, not '" + code + "'",
-                      "MCC and MNC, as 'cmifctl network list' shows them.");
+        throw Failure(Exit::usage, "invalid CODE '" + code + "'",
+                      "MCC and MNC, 5 or 6 digits, as 'cmifctl network list' shows them.");
 }
 
 } // namespace

@@ -13,7 +13,7 @@ void check_key(const std::string &key)
 {
     if (key.empty() || key.size() > host_store_key_limit)
         throw Failure(Exit::invalid,
-                      "KEY takes a name of 1 to " + std::to_string(host_store_key_limit) + " bytes",
+                      "invalid KEY: not 1 to " + std::to_string(host_store_key_limit) + " bytes",
                       "'cmifctl config list' shows the settings.");
 }
 

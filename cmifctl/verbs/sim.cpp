@@ -124,8 +124,8 @@ void sim_lock_network(Context &context)
     const std::string facility = context.arguments.given("facility").value_or("PN");
     const std::string network = context.arguments.text("network");
     if (!network.empty() && !daemons::is_plmn_code(network))
-        throw Failure(Exit::usage, "--network takes 5 or 6 digits",
-                      "MCC and MNC, for example 00101.");
+        throw Failure(Exit::usage, "invalid --network",
+                      "MCC and MNC, 5 or 6 digits, for example 00101.");
     check_length("facility", facility, sizeof cmif_msg::set_value - 1);
     const std::string key = ask_control_key(context);
     at_call(context, {.request = at_request("shared_CMIF_set_NetworkPersonalizationLock",

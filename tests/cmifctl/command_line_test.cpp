@@ -104,16 +104,16 @@ TEST(CommandLine, ReportsMissingAndUnexpectedValues)
         {{"--timeout", "--json", "status"},
                                       "--timeout needs a value, not another option | Write --timeout=VALUE for a value that begins with --."},
         {{"--timeout=", "status"},    "--timeout= has no value | Give the value as the next word; '' is an empty one."},
-        {{"--timeout", "", "status"}, "--timeout takes a number of seconds, not '' | From 0 to 1000000; 0 = no limit."},
+        {{"--timeout", "", "status"}, "invalid --timeout '' | A number of seconds from 0 to 1000000; 0 = no limit."},
         {{"status", "--timeout", "-1"},
-                                      "--timeout takes a number of seconds, not '-1' | From 0 to 1000000; 0 = no limit."},
+                                      "invalid --timeout '-1' | A number of seconds from 0 to 1000000; 0 = no limit."},
         {{"--json=true", "status"},   "--json takes no value | Give --json alone."},
         {{"-o", "xml", "status"},     "invalid FORMAT 'xml' for --output | One of: human, json, keyvalue."},
         {{"--json", "-o", "human", "status"},
                                       "--json and --output human exclude each other | Give one of them."},
         {{"--json", "--field", "a", "status"},
                                       "--field and --json exclude each other | Give one of them."},
-        {{"status", "--watch=0"},     "--watch takes a number of seconds, not '0' | From 0.1 to 1000000."},
+        {{"status", "--watch=0"},     "invalid --watch '0' | A number of seconds from 0.1 to 1000000."},
     });
 }
 

@@ -89,7 +89,7 @@ grep -qF "$bold" "$work/out" || fail 'no colour'
 
 # The time limit of the environment.
 exits 2 env CMIF_TIMEOUT=soon cmifctl status
-complains 'CMIF_TIMEOUT takes a number of seconds'
+complains 'invalid CMIF_TIMEOUT'
 unlock
 exits 3 env CMIF_TIMEOUT=0.01 cmifctl network scan
 complains 'within 0.01 s'

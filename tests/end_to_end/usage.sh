@@ -19,7 +19,7 @@ done
 exits 2 cmifctl --json=true status
 holds error.code=2 'error.message="--json takes no value"'
 exits 2 cmifctl --timeout '' status
-complains "--timeout takes a number of seconds, not ''"
+complains "invalid --timeout ''"
 exits 2 cmifctl --timeout= status
 complains '--timeout= has no value'
 exits 2 cmifctl --json status --timeout=
@@ -45,11 +45,14 @@ hides ecret
 
 # The message names what is expected.
 exits 2 cmifctl log show --lines -3
-complains "--lines takes a whole number from 1 to 1000000, not '-3'"
+complains "invalid --lines '-3'"
+complains '  A whole number from 1 to 1000000.'
 exits 2 cmifctl log show --generation 7
-complains "--generation takes a whole number from 0 to 2, not '7'"
+complains "invalid --generation '7'"
+complains '  A whole number from 0 to 2.'
 exits 2 cmifctl sms show abc
-complains "ID takes a whole number from 0 to 2147483647, not 'abc'"
+complains "invalid ID 'abc'"
+complains '  A whole number from 0 to 2147483647.'
 exits 2 cmifctl sms delete 1 --all
 complains 'an ID and --all exclude each other'
 
@@ -86,7 +89,7 @@ exits 2 cmifctl sim enter-pin -- --help
 complains 'secrets are not taken from the command line'
 prints_example() { grep -qFx -e "  $1" "$work/out" || fail "no example '$1'"; }
 exits 0 cmifctl network select --help
-prints_example 'cmifctl network select 00101 --technology 4g'
+prints_example 'cmifctl network select 00101 --technology eutran'
 
 # The manual pages are in order as mandoc sees it.
 programs='cmifctl cmif-sim cmif-record'
