@@ -15,7 +15,7 @@ constexpr const char *fix_takes = "'cmifctl doctor --fix' removes them.";
 
 // clang-format off
 constexpr Check rows[] = {
-    //name                    severity   find                  cure
+    //name                    severity   find                  hint
     {"queue_missing",          "error",   missing_queues,       "Start the daemon: it creates its queues."},
     {"queue_permissions",      "error",   queue_permissions,    "Remove it with 'ipcrm -Q %' as its owner and restart the daemon, which creates it for all users (mode 0666)."},
     {"locks_unusable",         "error",   unusable_locks,       "As their owner or root, remove them: ipcrm -S 0x434d4946; ipcrm -M 0x434d4946."},
@@ -68,12 +68,12 @@ std::span<const Check> all_checks()
     return rows;
 }
 
-std::string cure_of(const Check &check, const Trouble &trouble)
+std::string hint_of(const Check &check, const Trouble &trouble)
 {
-    std::string cure = check.cure;
-    if (const std::size_t place = cure.find('%'); place != std::string::npos)
-        cure.replace(place, 1, trouble.target);
-    return cure;
+    std::string hint = check.hint;
+    if (const std::size_t place = hint.find('%'); place != std::string::npos)
+        hint.replace(place, 1, trouble.target);
+    return hint;
 }
 
 } // namespace cmifctl

@@ -12,7 +12,7 @@
 namespace cmifctl
 {
 
-// One place where something is wrong. The target takes the place of % in the cure.
+// One place where something is wrong. The target takes the place of % in the hint.
 struct Trouble {
     Trouble(const char *what) : text(what) {}
     Trouble(std::string what, std::string of = {}) : text(std::move(what)), target(std::move(of)) {}
@@ -26,12 +26,12 @@ struct Check {
     const char *name;
     const char *severity; // "error": something doesn't work; "warning"; "note": no trouble
     Troubles (*find)(const Look &);      // what is wrong, one for each place
-    const char *cure;                    // % is the target
-    void (*fix)(const Look &) = nullptr; // takes away what no process waits for
+    const char *hint;                    // % is the target
+    void (*fix)(const Look &) = nullptr; // removes what no process waits for
 };
 
 std::span<const Check> all_checks();
-std::string cure_of(const Check &check, const Trouble &trouble);
+std::string hint_of(const Check &check, const Trouble &trouble);
 
 // clang-format off
 namespace checks

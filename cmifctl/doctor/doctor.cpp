@@ -15,7 +15,7 @@ namespace
 struct Finding {
     const Check *check;
     std::string text;
-    std::string cure;
+    std::string hint;
     bool fixed = false;
 
     bool operator==(const Finding &other) const
@@ -30,7 +30,7 @@ std::vector<Finding> examine(const Look &look)
     std::vector<Finding> findings;
     for (const Check &check : all_checks())
         for (const Trouble &trouble : check.find(look))
-            findings.push_back({&check, trouble.text, cure_of(check, trouble)});
+            findings.push_back({&check, trouble.text, hint_of(check, trouble)});
     return findings;
 }
 
@@ -64,7 +64,7 @@ Json json_of(const Finding &finding)
     return {{"name", finding.check->name},
             {"severity", finding.check->severity},
             {"text", finding.text},
-            {"cure", finding.cure},
+            {"hint", finding.hint},
             {"fixed", finding.fixed}};
 }
 
@@ -76,7 +76,7 @@ void report_findings(Report &report, const std::vector<Finding> &findings)
         const std::string severity = finding.fixed ? "fixed" : finding.check->severity;
         report.line(severity + ": " + finding.text);
         if (!finding.fixed)
-            report.line(std::string(severity.size() + 2, ' ') + finding.cure);
+            report.line(std::string(severity.size() + 2, ' ') + finding.hint);
     }
     report.data("findings", std::move(rows));
 }

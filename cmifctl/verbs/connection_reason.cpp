@@ -8,7 +8,7 @@ namespace cmifctl
 namespace
 {
 
-std::string sim_cure(int state)
+std::string sim_hint(int state)
 {
     constexpr int pin_required = 3;
     constexpr int puk_required = 4;
@@ -37,7 +37,7 @@ Reason connection_reason(const Context &context)
     constexpr int ready = 2;
     const Json sim = qmi_call(context, sim_state_call());
     if (sim != ready)
-        return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim), sim_cure(sim)};
+        return {"the SIM's state is: " + enumeration_text(enums::sim_state, sim), sim_hint(sim)};
     const Json registration =
         enumeration(enums::registration, setting(context, "lte_network_reg_status_state"))["name"];
     if (registration == "searching")

@@ -40,7 +40,7 @@ std::string long_line(const std::string &text)
 [[noreturn]] void fail_not_written()
 {
     if (const auto obstacle = log_obstacle())
-        throw Failure(Exit::other, "the log was not written: " + obstacle->text, obstacle->cure);
+        throw Failure(Exit::other, "the log was not written: " + obstacle->text, obstacle->hint);
     throw Failure(Exit::other, "the log was not written: " CMIF_LOG_FILE " did not grow",
                   "'cmifctl doctor' may show why.");
 }

@@ -27,7 +27,7 @@ off_t log_size(const char *path);
 // Why a process of this user can't write the log.
 struct LogObstacle {
     std::string text;
-    const char *cure;
+    const char *hint;
 };
 std::optional<LogObstacle> log_obstacle();
 

@@ -46,10 +46,10 @@ int read_providers(Json &output)
                   "Search for operators first: 'cmifctl network scan'.");
 }
 
-[[noreturn]] void fail_unreadable(const std::string &reason, const char *cure)
+[[noreturn]] void fail_unreadable(const std::string &reason, const char *hint)
 {
     throw Failure(Exit::other,
-                  "the provider list " CMIF_PROVIDER_LIST_FILE " can't be read: " + reason, cure);
+                  "the provider list " CMIF_PROVIDER_LIST_FILE " can't be read: " + reason, hint);
 }
 
 // To the library, a list that it can't open is missing, and a FIFO is an empty list.

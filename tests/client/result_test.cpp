@@ -65,7 +65,7 @@ TEST(Result, HintsNameTheRemedy)
     struct {
         const char *function;
         daemons::CmeError error;
-        const char *cure;
+        const char *hint;
     } const rows[]{
         {"shared_CMIF_set_ModeManualSearch", daemons::CmeError::network_pin_required,
          "insert one of those, or give the control key with 'cmifctl sim unlock-network'"},
@@ -96,7 +96,7 @@ TEST(Result, HintsNameTheRemedy)
             check_at(row.function, static_cast<int>(row.error), true);
             FAIL();
         } catch (const Failure &failure) {
-            EXPECT_NE(failure.hint().find(row.cure), std::string::npos)
+            EXPECT_NE(failure.hint().find(row.hint), std::string::npos)
                 << row.function << ": " << failure.hint();
         }
     }

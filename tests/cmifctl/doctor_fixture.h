@@ -80,7 +80,7 @@ protected:
     {
         return first_of(name, [](const Check &, const Trouble &trouble) { return trouble.text; });
     }
-    static std::string cure_for(const std::string &name) { return first_of(name, cure_of); }
+    static std::string hint_for(const std::string &name) { return first_of(name, hint_of); }
     static bool finds(const std::string &name)
     {
         const Names names = found();

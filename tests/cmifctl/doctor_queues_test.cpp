@@ -29,7 +29,7 @@ TEST_F(Doctor, FindsAQueueThatOtherUsersMayNotUse)
     EXPECT_EQ(found(), Names{"queue_permissions"});
     EXPECT_EQ(text_of("queue_permissions"),
               "the AT reply queue (900) may not be used by every user (mode 0600)");
-    EXPECT_NE(cure_for("queue_permissions").find("'ipcrm -Q 900'"), std::string::npos);
+    EXPECT_NE(hint_for("queue_permissions").find("'ipcrm -Q 900'"), std::string::npos);
 }
 
 TEST_F(Doctor, FindsAQueueThatThisUserMayNotUse)
@@ -176,7 +176,7 @@ TEST_F(Doctor, FindsAFrozenCaller)
     EXPECT_EQ(found(), Names{"caller_frozen"});
     const std::string process = std::to_string(caller.process());
     EXPECT_NE(text_of("caller_frozen").find("process " + process), std::string::npos);
-    EXPECT_EQ(cure_for("caller_frozen"),
+    EXPECT_EQ(hint_for("caller_frozen"),
               "Continue it with 'kill -CONT " + process + "', or end it.");
 }
 

@@ -33,7 +33,7 @@ TEST_F(Doctor, EndsWithAnErrorWhenSomethingIsWrong)
     EXPECT_EQ(finding["name"], "sim_pin_required");
     EXPECT_EQ(finding["severity"], "warning");
     EXPECT_EQ(finding["text"], "the SIM asks for its PIN");
-    EXPECT_EQ(finding["cure"], "Enter it with 'cmifctl sim enter-pin'.");
+    EXPECT_EQ(finding["hint"], "Enter it with 'cmifctl sim enter-pin'.");
     EXPECT_EQ(finding["fixed"], false);
 }
 
@@ -53,7 +53,7 @@ TEST_F(Doctor, FindsAFrozenDaemon)
     EXPECT_TRUE(finds("daemon_frozen"));
     const std::string process = std::to_string(at_->process());
     EXPECT_NE(text_of("daemon_frozen").find("process " + process), std::string::npos);
-    EXPECT_EQ(cure_for("daemon_frozen"),
+    EXPECT_EQ(hint_for("daemon_frozen"),
               "Continue it with 'kill -CONT " + process + "', or restart it.");
 }
 
@@ -62,7 +62,7 @@ TEST_F(Doctor, FindsADaemonThatWasFrozenBeforeItTookARequest)
 {
     at_->signal(SIGSTOP);
     EXPECT_EQ(found(), Names{"daemon_silent"});
-    EXPECT_NE(cure_for("daemon_silent").find("it is stopped: 'kill -CONT'"), std::string::npos);
+    EXPECT_NE(hint_for("daemon_silent").find("it is stopped: 'kill -CONT'"), std::string::npos);
 }
 
 TEST_F(Doctor, FindsADaemonThatDoesNotAnswer)
@@ -103,7 +103,7 @@ TEST_F(Doctor, FindsFilesThatAreNotRegular)
     EXPECT_EQ(found(), (Names{"file_irregular", "file_irregular"}));
     EXPECT_NE(text_of("file_irregular").find("a program that opens it may block"),
               std::string::npos);
-    EXPECT_EQ(cure_for("file_irregular"),
+    EXPECT_EQ(hint_for("file_irregular"),
               std::string("Remove it: rm -r ") + provider_list_path + ".");
     EXPECT_EQ(fixed(), Names{});
 }
@@ -245,7 +245,7 @@ TEST_F(Doctor, FindsSwitchesThatLeakSecrets)
     set("debug_at_cmif", "2");
     set("debug_qmi_cmif", "1");
     EXPECT_EQ(found(), (Names{"secrets_traced", "secrets_traced"}));
-    EXPECT_NE(cure_for("secrets_traced").find("'cmifctl config set debug_at_cmif 0'"),
+    EXPECT_NE(hint_for("secrets_traced").find("'cmifctl config set debug_at_cmif 0'"),
               std::string::npos);
     set("debug_at_cmif", "0");
     EXPECT_EQ(found(), Names{"secrets_traced"});
@@ -269,14 +269,14 @@ TEST_F(Doctor, FindsEachStateOfTheSimAndTheNetwork)
         set("lte_sim_status", status);
         EXPECT_EQ(found(), Names{name});
     }
-    EXPECT_EQ(cure_for("sim_blocked"), "Ask the operator for another SIM.");
+    EXPECT_EQ(hint_for("sim_blocked"), "Ask the operator for another SIM.");
     set("lte_mobile_pin1c", "1");
     set("lte_mobile_puk1c", "1");
     for (const auto &[status, name] :
          {std::pair{"SIM PIN", "sim_pin_last"}, {"SIM PUK", "sim_puk_last"}}) {
         set("lte_sim_status", status);
         EXPECT_EQ(found(), Names{name});
-        EXPECT_NE(cure_for(name).find(" --force"), std::string::npos);
+        EXPECT_NE(hint_for(name).find(" --force"), std::string::npos);
     }
     set("lte_sim_status", "READY");
     const std::pair<const char *, const char *> network[]{{"0", "not_registered"},

@@ -19,7 +19,7 @@ found queue_missing
 start_router --pace 0.1
 found sim_pin_required
 holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'sim.state.name="pin_required"' 'daemons.at.state="answers"' \
-    'findings.0.name="sim_pin_required"' "findings.0.cure=\"Enter it with 'cmifctl sim enter-pin'.\""
+    'findings.0.name="sim_pin_required"' "findings.0.hint=\"Enter it with 'cmifctl sim enter-pin'.\""
 register
 exits 0 cmifctl config save
 exits 0 cmifctl doctor
