@@ -31,8 +31,9 @@ double timeout(const std::string &source, const std::string &text)
 
 double watch_interval(const std::string &text)
 {
-    return text.empty() ? default_watch
-                        : seconds("--watch", text, min_watch, "A number of seconds from 0.1 to 1000000.");
+    return text.empty()
+               ? default_watch
+               : seconds("--watch", text, min_watch, "A number of seconds from 0.1 to 1000000.");
 }
 
 OutputOptions output_options(const Arguments &given)

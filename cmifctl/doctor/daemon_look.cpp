@@ -112,8 +112,8 @@ std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi)
     const bool locked = client::lock_process({Channel::qmi, CMIF_QMI_MODIFY_PROFILE}).has_value();
     const bool queued =
         std::find(waiting.begin(), waiting.end(), CMIF_QMI_MODIFY_PROFILE) != waiting.end();
-    constexpr DaemonState idle[]{DaemonState::answers, DaemonState::ended, DaemonState::not_running,
-                                 DaemonState::not_ready};
+    constexpr DaemonState idle[]{DaemonState::responding, DaemonState::ended,
+                                 DaemonState::not_running, DaemonState::not_ready};
     const bool daemon_may =
         std::find(std::begin(idle), std::end(idle), qmi.daemon.state) == std::end(idle);
     return ProfileChange{age, age < short_change || locked || queued || daemon_may};

@@ -18,7 +18,7 @@ std::string StoreLook::name() const
 bool Look::served() const
 {
     return std::any_of(channels.begin(), channels.end(), [](const ChannelLook &channel) {
-        return channel.daemon.state == DaemonState::answers;
+        return channel.daemon.state == DaemonState::responding;
     });
 }
 

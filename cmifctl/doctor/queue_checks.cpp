@@ -67,7 +67,7 @@ Troubles checks::waiting_requests(const Look &look)
 {
     Troubles troubles;
     for (const ChannelLook &channel : look.channels)
-        if (channel.daemon.state != DaemonState::answers && !channel.requests.records.empty())
+        if (channel.daemon.state != DaemonState::responding && !channel.requests.records.empty())
             troubles.push_back(channel.requests.name + " holds " +
                                listed(channel.requests.records, "request"));
     return troubles;

@@ -39,7 +39,7 @@ try {
 DaemonState state_of(pid_t process, Asked asked)
 {
     if (asked == Asked::answered)
-        return DaemonState::answers;
+        return DaemonState::responding;
     if (client::process_is_stopped(process))
         return DaemonState::stopped;
     const bool exists = client::process_exists(process);
@@ -57,8 +57,8 @@ DaemonState state_of(pid_t process, Asked asked)
 
 Json identifier(DaemonState state)
 {
-    const Json names{"answers", "running", "not_running", "not_ready",
-                     "stopped", "ended",   "silent",      nullptr};
+    const Json names{"responding", "running", "not_running", "not_ready",
+                     "stopped",    "ended",   "silent",      nullptr};
     return names[static_cast<std::size_t>(state)];
 }
 
@@ -80,7 +80,7 @@ std::string text_of(const Daemon &daemon, std::optional<long long> age)
     const Json name = identifier(daemon.state);
     std::string text = name.is_null() ? "unknown" : name.get<std::string>();
     std::replace(text.begin(), text.end(), '_', ' ');
-    if (daemon.process > 0 && daemon.state != DaemonState::answers)
+    if (daemon.process > 0 && daemon.state != DaemonState::responding)
         text += " (" + client::process_name(daemon.process) +
                 (age ? ", last read " + duration(*age) + " ago)" : ")");
     return text + (daemon.reason.empty() ? "" : "\n" + daemon.reason);

@@ -14,7 +14,7 @@ namespace cmifctl
 
 // `running`: its process exists; it was not asked. `not_running`: it has no queue.
 enum class DaemonState {
-    answers,
+    responding,
     running,
     not_running,
     not_ready,

@@ -18,14 +18,14 @@ found queue_missing
 
 start_router --pace 0.1
 found sim_pin_required
-holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'sim.state.name="pin_required"' 'daemons.at.state="answers"' \
+holds 'findings.0.severity="warning"' 'findings.0.fixed=false' 'sim.state.name="pin_required"' 'daemons.at.state="responding"' \
     'findings.0.name="sim_pin_required"' "findings.0.hint=\"Enter it with 'cmifctl sim enter-pin'.\""
 register
 exits 0 cmifctl config save
 exits 0 cmifctl doctor
 prints 'nothing wrong'
 shows 'state: ready'
-shows 'AT daemon: answers'
+shows 'AT daemon: responding'
 shows 'registration: registered (home)'
 exits 0 cmifctl --json doctor
 holds 'findings=[]' "store.directory=\"$CMIF_STORE\""

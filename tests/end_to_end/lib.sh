@@ -135,7 +135,7 @@ free_port() {
 
 # For tests that start and stop the router themselves.
 at_answers() { cmifctl sim retries; }
-qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: answers$'; }
+qmi_answers() { cmifctl sim status | grep -q 'QMI daemon: responding$'; }
 
 start_router() {
     cmif-sim serve "$@" &

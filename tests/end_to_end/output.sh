@@ -6,7 +6,7 @@
 # One field a line, in the order asked for; unknown values are empty lines.
 exits 0 cmifctl sim status --field sim.state --field sim.state.code --field sim.imsi \
     --field daemons.qmi.state --field command
-printf 'pin_required\n3\n\nanswers\nsim status\n' >"$work/expected"
+printf 'pin_required\n3\n\nresponding\nsim status\n' >"$work/expected"
 cmp -s "$work/out" "$work/expected" || fail 'other fields'
 exits 2 cmifctl sim status --field sim.status
 complains "unknown field 'sim.status'"

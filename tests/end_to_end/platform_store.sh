@@ -78,7 +78,7 @@ exits 0 cmifctl config set debug_at_cmif ''
 start_router --pace 0.1
 register
 exits 0 cmifctl --json status
-holds 'sim.state.name="ready"' store.directory=null 'daemons.qmi.state="answers"'
+holds 'sim.state.name="ready"' store.directory=null 'daemons.qmi.state="responding"'
 [ ! -s "$work/err" ] || fail 'a note'
 exits 0 cmifctl data auto-connect on
 is lte_qmi_auto_connect_when_start_up on

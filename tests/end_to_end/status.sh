@@ -7,7 +7,7 @@ exits 0 cmifctl --json status
 holds 'modem.imei="001010012345672"' 'sim.state.name="pin_required"' sim.imsi=null sim.number=null \
     network.operator=null network.mcc=null radio.rsrp_dbm=null data.ipv4=null data.ipv6=null \
     'modem.device_revision="SIMFW_01.02.03"' \
-    'daemons.qmi.state="answers"' daemons.qmi.reason=null
+    'daemons.qmi.state="responding"' daemons.qmi.reason=null
 exits 0 cmifctl status
 hides operator
 hides null
@@ -21,7 +21,7 @@ for row in 'hardware: CMIF-SIM LTE R1' 'firmware: SIMFW_01.02.03' 'imei: 0010100
     'technology: E-UTRAN' 'mcc: 001' 'mnc: 01' 'lac: 1A2B' 'cell id: 01A2D003' \
     'search mode: auto' 'roaming: auto' 'access mode: FDD LTE' 'band: LTE BAND 3' 'channel: 1300' \
     'state: disconnected' 'packet service: attached' \
-    'QMI daemon: answers'; do
+    'QMI daemon: responding'; do
     shows "$row"
 done
 
