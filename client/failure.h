@@ -2,15 +2,14 @@
 #ifndef CLIENT_FAILURE_H
 #define CLIENT_FAILURE_H
 
+#include "json_fwd.h"
+
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <stdexcept>
 #include <string>
 
 namespace client
 {
-
-using Json = nlohmann::ordered_json; // json.h has its code
 
 enum class Exit {
     done,

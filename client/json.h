@@ -1,6 +1,8 @@
-// The documents of calls and commands: members keep the order in which they were added.
+// The documents of calls and commands.
 #ifndef CLIENT_JSON_H
 #define CLIENT_JSON_H
+
+#include "json_fwd.h"
 
 // The header's own literals, which nothing uses, would have every source compile a parser: as
 // templates they don't. A header that writes them in another way is read as it is.
@@ -34,12 +36,5 @@ namespace nlohmann
 CLIENT_JSON_MEMBERS(extern, basic_json<ordered_map>)
 
 } // namespace nlohmann
-
-namespace client
-{
-
-using Json = nlohmann::ordered_json;
-
-} // namespace client
 
 #endif
