@@ -231,8 +231,9 @@ TEST(CommandLine, TakesTheTimeLimitFromTheEnvironmentToo)
     EXPECT_EQ(parsed({"status"}).context.options.timeout, 7.5);
     EXPECT_EQ(parsed({"status", "--timeout", "1"}).context.options.timeout, 1);
     setenv("CMIF_TIMEOUT", "soon", 1);
-    EXPECT_EQ(usage_failure({"status"}), "CMIF_TIMEOUT takes a number of seconds, not 'soon' | "
-                                         "From 0 to 1000000; 0 = no limit.");
+    EXPECT_EQ(usage_failure({"status"}),
+              "invalid CMIF_TIMEOUT 'soon' | A number of seconds from 0 to "
+              "1000000; 0 = no limit.");
     EXPECT_TRUE(parsed({"--help"}).help);
     EXPECT_EQ(usage_failure({"manual"}), "accepted");
     EXPECT_EQ(usage_failure({"completion", "bash"}), "accepted");
