@@ -68,11 +68,11 @@ std::span<const Check> all_checks()
     return rows;
 }
 
-std::string hint_of(const Check &check, const Trouble &trouble)
+std::string hint_of(const Check &check, const Problem &problem)
 {
     std::string hint = check.hint;
     if (const std::size_t place = hint.find('%'); place != std::string::npos)
-        hint.replace(place, 1, trouble.target);
+        hint.replace(place, 1, problem.target);
     return hint;
 }
 

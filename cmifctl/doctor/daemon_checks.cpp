@@ -15,34 +15,34 @@ std::string named(const ChannelLook &channel)
            (process > 0 ? ", " + client::process_name(process) + "," : "");
 }
 
-Troubles of_daemons(const Look &look, DaemonState state, const std::string &text)
+Problems of_daemons(const Look &look, DaemonState state, const std::string &text)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels)
         if (channel.daemon.state == state)
-            troubles.emplace_back(named(channel) + " " + text,
+            problems.emplace_back(named(channel) + " " + text,
                                   std::to_string(channel.daemon.process));
-    return troubles;
+    return problems;
 }
 
 } // namespace
 
-Troubles checks::ended_daemons(const Look &look)
+Problems checks::ended_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::ended, "has ended");
 }
 
-Troubles checks::frozen_daemons(const Look &look)
+Problems checks::frozen_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::stopped, "is stopped");
 }
 
-Troubles checks::silent_daemons(const Look &look)
+Problems checks::silent_daemons(const Look &look)
 {
     return of_daemons(look, DaemonState::silent, "did not answer within 2 s");
 }
 
-Troubles checks::unready_daemon(const Look &look)
+Problems checks::unready_daemon(const Look &look)
 {
     const bool missing = access(CMIF_QMI_READY_FILE, F_OK) != 0;
     return of_daemons(look, DaemonState::not_ready,
@@ -50,7 +50,7 @@ Troubles checks::unready_daemon(const Look &look)
                           (missing ? " is missing" : " does not begin with \"on\""));
 }
 
-Troubles checks::stale_ready_marker(const Look &look)
+Problems checks::stale_ready_marker(const Look &look)
 {
     const DaemonState state = look.qmi().daemon.state;
     const bool gone = state == DaemonState::ended || state == DaemonState::not_running;

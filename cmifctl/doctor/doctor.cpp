@@ -22,15 +22,15 @@ struct Finding {
     {
         return check == other.check && text == other.text;
     }
-    bool is_trouble() const { return !fixed && std::string_view(check->severity) != "note"; }
+    bool is_problem() const { return !fixed && std::string_view(check->severity) != "note"; }
 };
 
 std::vector<Finding> examine(const Look &look)
 {
     std::vector<Finding> findings;
     for (const Check &check : all_checks())
-        for (const Trouble &trouble : check.find(look))
-            findings.push_back({&check, trouble.text, hint_of(check, trouble)});
+        for (const Problem &problem : check.find(look))
+            findings.push_back({&check, problem.text, hint_of(check, problem)});
     return findings;
 }
 
@@ -106,7 +106,7 @@ void doctor(Context &context)
     report_state(context.report, look);
     report_findings(context.report, findings);
     const bool healthy = std::none_of(findings.begin(), findings.end(),
-                                      [](const Finding &finding) { return finding.is_trouble(); });
+                                      [](const Finding &finding) { return finding.is_problem(); });
     if (healthy)
         context.report.line("nothing wrong");
     context.status = healthy ? Exit::done : Exit::other;

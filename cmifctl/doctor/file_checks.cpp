@@ -57,17 +57,17 @@ std::string kibibytes(unsigned long long bytes)
 
 } // namespace
 
-Troubles checks::irregular_files(const Look &)
+Problems checks::irregular_files(const Look &)
 {
-    Troubles troubles;
+    Problems problems;
     for (const char *path : {CMIF_QMI_READY_FILE, CMIF_PROFILE_BUSY_FILE, CMIF_PROVIDER_LIST_FILE,
                              CMIF_LOG_FILE, CMIF_LOG_FILE_1, CMIF_LOG_FILE_2})
         if (const std::string text = irregularity(path); !text.empty())
-            troubles.emplace_back(std::string(path) + " " + text, path);
-    return troubles;
+            problems.emplace_back(std::string(path) + " " + text, path);
+    return problems;
 }
 
-Troubles checks::stale_profile_marker(const Look &look)
+Problems checks::stale_profile_marker(const Look &look)
 {
     if (!look.profile_change || look.profile_change->worked_on)
         return {};
@@ -86,13 +86,13 @@ void checks::remove_profile_marker(const Look &)
     }
 }
 
-Troubles checks::new_profile_change(const Look &look)
+Problems checks::new_profile_change(const Look &look)
 {
     const bool present = is_worked_on(look) && look.profile_change->age < long_change;
-    return present ? Troubles{"a change of the profile is in progress"} : Troubles{};
+    return present ? Problems{"a change of the profile is in progress"} : Problems{};
 }
 
-Troubles checks::long_profile_change(const Look &look)
+Problems checks::long_profile_change(const Look &look)
 {
     if (!is_worked_on(look) || look.profile_change->age < long_change)
         return {};
@@ -100,28 +100,28 @@ Troubles checks::long_profile_change(const Look &look)
             std::to_string(static_cast<long>(long_change)) + " s"};
 }
 
-Troubles checks::unwritable_log(const Look &look)
+Problems checks::unwritable_log(const Look &look)
 {
     if (!log_is_on(look) || !irregularity(CMIF_LOG_FILE).empty()) // which is told already
         return {};
     const auto obstacle = log_obstacle();
-    return obstacle ? Troubles{"the debug log is on, and " + obstacle->text} : Troubles{};
+    return obstacle ? Problems{"the debug log is on, and " + obstacle->text} : Problems{};
 }
 
-Troubles checks::little_space(const Look &)
+Problems checks::little_space(const Look &)
 {
     constexpr unsigned long long enough = 1024ULL * 1024;
     constexpr unsigned long long large = 16 * enough;
     struct statvfs space {
     };
     const unsigned long long size = size_of_logs();
-    Troubles troubles;
+    Problems problems;
     if (size >= large)
-        troubles.push_back("the debug log takes " + kibibytes(size));
+        problems.push_back("the debug log takes " + kibibytes(size));
     if (statvfs(log_directory, &space) == 0 && space.f_blocks > 0 &&
         static_cast<unsigned long long>(space.f_bavail) * space.f_frsize < enough)
-        troubles.push_back("less than " + kibibytes(enough) + " is free in /data");
-    return troubles;
+        problems.push_back("less than " + kibibytes(enough) + " is free in /data");
+    return problems;
 }
 
 } // namespace cmifctl

@@ -24,72 +24,72 @@ std::string registration(const Look &look)
     return published(look, "lte_network_reg_status_state");
 }
 
-Troubles when(bool wrong, const char *text)
+Problems when(bool wrong, const char *text)
 {
-    return wrong ? Troubles{text} : Troubles{};
+    return wrong ? Problems{text} : Problems{};
 }
 
 } // namespace
 
-Troubles checks::sim_absent(const Look &look)
+Problems checks::sim_absent(const Look &look)
 {
     return when(sim_status(look) == "NOT INSERTED", "no SIM is inserted");
 }
 
-Troubles checks::sim_not_ready(const Look &look)
+Problems checks::sim_not_ready(const Look &look)
 {
     return when(sim_status(look) == "NOT READY", "the SIM is not ready");
 }
 
-Troubles checks::sim_pin_required(const Look &look)
+Problems checks::sim_pin_required(const Look &look)
 {
     return when(sim_status(look) == "SIM PIN" && published(look, pin_attempts) != "1",
                 "the SIM asks for its PIN");
 }
 
-Troubles checks::sim_pin_last(const Look &look)
+Problems checks::sim_pin_last(const Look &look)
 {
     return when(sim_status(look) == "SIM PIN" && published(look, pin_attempts) == "1",
                 "the SIM asks for its PIN, and only one attempt is left");
 }
 
-Troubles checks::sim_puk_required(const Look &look)
+Problems checks::sim_puk_required(const Look &look)
 {
     return when(sim_status(look) == "SIM PUK" && published(look, puk_attempts) != "1",
                 "the PIN is blocked: the SIM asks for its PUK");
 }
 
-Troubles checks::sim_puk_last(const Look &look)
+Problems checks::sim_puk_last(const Look &look)
 {
     return when(sim_status(look) == "SIM PUK" && published(look, puk_attempts) == "1",
                 "the PIN is blocked: the SIM asks for its PUK, and only one attempt is left");
 }
 
-Troubles checks::sim_network_locked(const Look &look)
+Problems checks::sim_network_locked(const Look &look)
 {
     return when(sim_status(look) == "PH-NET PIN",
                 "the modem is locked to the SIMs of another network");
 }
 
-Troubles checks::sim_blocked(const Look &look)
+Problems checks::sim_blocked(const Look &look)
 {
     return when(sim_status(look) == "SIM FAILURE",
                 "the SIM has failed: it is defective, or its PUK is used up");
 }
 
-Troubles checks::registration_denied(const Look &look)
+Problems checks::registration_denied(const Look &look)
 {
     return when(registration(look) == "3", "the network denies the registration");
 }
 
-Troubles checks::searching(const Look &look)
+Problems checks::searching(const Look &look)
 {
     return when(sim_status(look) == "READY" && registration(look) == "2",
                 "the modem is searching for a network");
 }
 
 // A locked SIM explains it.
-Troubles checks::not_registered(const Look &look)
+Problems checks::not_registered(const Look &look)
 {
     const std::string state = registration(look);
     return when(sim_status(look) == "READY" && (state == "0" || state == "4"),

@@ -12,14 +12,14 @@ namespace
 
 using Access = QueueLook::Access;
 
-Troubles of_queues(const Look &look, const std::function<std::string(const QueueLook &)> &text_of)
+Problems of_queues(const Look &look, const std::function<std::string(const QueueLook &)> &text_of)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels)
         for (const QueueLook *queue : {&channel.requests, &channel.replies})
             if (std::string text = text_of(*queue); !text.empty())
-                troubles.emplace_back(queue->name + " " + text, std::to_string(queue->key));
-    return troubles;
+                problems.emplace_back(queue->name + " " + text, std::to_string(queue->key));
+    return problems;
 }
 
 std::size_t payload_of(Channel channel)
@@ -29,14 +29,14 @@ std::size_t payload_of(Channel channel)
 
 } // namespace
 
-Troubles checks::missing_queues(const Look &look)
+Problems checks::missing_queues(const Look &look)
 {
     return of_queues(look, [](const QueueLook &queue) {
         return queue.access == Access::missing ? "does not exist" : "";
     });
 }
 
-Troubles checks::queue_permissions(const Look &look)
+Problems checks::queue_permissions(const Look &look)
 {
     constexpr unsigned everybody = 0666;
     return of_queues(look, [](const QueueLook &queue) -> std::string {
@@ -50,43 +50,43 @@ Troubles checks::queue_permissions(const Look &look)
     });
 }
 
-Troubles checks::full_queues(const Look &look)
+Problems checks::full_queues(const Look &look)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels) {
         if (channel.requests.full)
-            troubles.push_back(channel.requests.name + " is full: no request fits");
+            problems.push_back(channel.requests.name + " is full: no request fits");
         if (channel.replies.full)
-            troubles.push_back(channel.replies.name + " is full of replies that no caller takes: " +
+            problems.push_back(channel.replies.name + " is full of replies that no caller takes: " +
                                client::daemon_name(channel.channel) + " can't answer");
     }
-    return troubles;
+    return problems;
 }
 
-Troubles checks::waiting_requests(const Look &look)
+Problems checks::waiting_requests(const Look &look)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels)
         if (channel.daemon.state != DaemonState::responding && !channel.requests.records.empty())
-            troubles.push_back(channel.requests.name + " holds " +
+            problems.push_back(channel.requests.name + " holds " +
                                listed(channel.requests.records, "request"));
-    return troubles;
+    return problems;
 }
 
-Troubles checks::foreign_requests(const Look &look)
+Problems checks::foreign_requests(const Look &look)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels) {
         const auto foreign = some_of(channel.requests.records, [&](const QueuedRecord &record) {
             return !is_known(channel.channel, record.code) ||
                    record.size > payload_of(channel.channel);
         });
         if (!foreign.empty())
-            troubles.push_back(channel.requests.name + " holds " + listed(foreign, "record") +
+            problems.push_back(channel.requests.name + " holds " + listed(foreign, "record") +
                                ", which " + client::daemon_name(channel.channel) +
                                " does not understand");
     }
-    return troubles;
+    return problems;
 }
 
 } // namespace cmifctl

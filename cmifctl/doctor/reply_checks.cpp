@@ -20,14 +20,14 @@ std::vector<QueuedRecord> replies_of(const ChannelLook &look, bool known)
     });
 }
 
-Troubles left_replies(const Look &look, bool known, const std::string &what)
+Problems left_replies(const Look &look, bool known, const std::string &what)
 {
-    Troubles troubles;
+    Problems problems;
     for (const ChannelLook &channel : look.channels)
         if (const auto replies = replies_of(channel, known); !replies.empty())
-            troubles.push_back(channel.replies.name + " holds " + listed(replies, what) +
+            problems.push_back(channel.replies.name + " holds " + listed(replies, what) +
                                ", which no caller takes");
-    return troubles;
+    return problems;
 }
 
 // A code that is in use for longer than this is left as it is.
@@ -75,7 +75,7 @@ try {
 
 } // namespace
 
-Troubles checks::stale_replies(const Look &look)
+Problems checks::stale_replies(const Look &look)
 {
     return left_replies(look, true, "stale reply");
 }
@@ -85,7 +85,7 @@ void checks::take_stale_replies(const Look &look)
     take_replies(look, true);
 }
 
-Troubles checks::foreign_replies(const Look &look)
+Problems checks::foreign_replies(const Look &look)
 {
     return left_replies(look, false, "foreign reply");
 }
@@ -95,14 +95,14 @@ void checks::take_foreign_replies(const Look &look)
     take_replies(look, false);
 }
 
-Troubles checks::unanswered_requests(const Look &)
+Problems checks::unanswered_requests(const Look &)
 {
-    Troubles troubles;
+    Problems problems;
     for (const RequestCode &code : given_up())
-        troubles.push_back(client::daemon_name(code.channel) +
+        problems.push_back(client::daemon_name(code.channel) +
                            (" has not answered request " + std::to_string(code.code)) +
                            ", whose caller has given up; calls of this code wait for its reply");
-    return troubles;
+    return problems;
 }
 
 void checks::forget_unanswered(const Look &)
@@ -114,20 +114,20 @@ void checks::forget_unanswered(const Look &)
         });
 }
 
-Troubles checks::frozen_callers(const Look &)
+Problems checks::frozen_callers(const Look &)
 {
-    Troubles troubles;
+    Problems problems;
     for (const RequestCode &code : all_codes())
         if (const auto process = client::lock_process(code);
             process && client::process_is_stopped(*process))
-            troubles.emplace_back("request " + std::to_string(code.code) + " of " +
+            problems.emplace_back("request " + std::to_string(code.code) + " of " +
                                       client::daemon_name(code.channel) + " is kept by " +
                                       client::process_name(*process) + ", which is stopped",
                                   std::to_string(*process));
-    return troubles;
+    return problems;
 }
 
-Troubles checks::unusable_locks(const Look &)
+Problems checks::unusable_locks(const Look &)
 {
     constexpr RequestCode unused{Channel::at, 31}; // so its lock is free
     try {

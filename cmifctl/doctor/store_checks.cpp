@@ -39,19 +39,19 @@ std::string number_or_text(const Json &settings, const std::string &key)
 
 } // namespace
 
-Troubles checks::unreadable_store(const Look &look)
+Problems checks::unreadable_store(const Look &look)
 {
     if (look.store.error.empty())
         return {};
     return {look.store.name() + ": " + look.store.error};
 }
 
-Troubles checks::other_store(const Look &look)
+Problems checks::other_store(const Look &look)
 {
-    return look.store.other.empty() ? Troubles{} : Troubles{look.store.other};
+    return look.store.other.empty() ? Problems{} : Problems{look.store.other};
 }
 
-Troubles checks::empty_store(const Look &look)
+Problems checks::empty_store(const Look &look)
 {
     const StoreLook &store = look.store;
     const bool told = !store.error.empty() || !store.other.empty();
@@ -60,14 +60,14 @@ Troubles checks::empty_store(const Look &look)
     return {"the daemons answer, but have published nothing in " + store.name()};
 }
 
-Troubles checks::missing_modem(const Look &look)
+Problems checks::missing_modem(const Look &look)
 {
     const bool missing = look.served() && holds_modem_state(look.store) &&
                          look.store.value("lte_sim_status").empty();
-    return missing ? Troubles{"the daemons know nothing of their modem"} : Troubles{};
+    return missing ? Problems{"the daemons know nothing of their modem"} : Problems{};
 }
 
-Troubles checks::unsaved_settings(const Look &look)
+Problems checks::unsaved_settings(const Look &look)
 {
     if (!look.store.saved.is_object())
         return {};
@@ -80,20 +80,20 @@ Troubles checks::unsaved_settings(const Look &look)
         if (is_setting(key) &&
             number_or_text(look.store.running, key) != number_or_text(look.store.saved, key))
             changed += (changed.empty() ? "" : ", ") + key;
-    return changed.empty() ? Troubles{} : Troubles{"a restart loses the changes of " + changed};
+    return changed.empty() ? Problems{} : Problems{"a restart loses the changes of " + changed};
 }
 
-Troubles checks::traced_secrets(const Look &look)
+Problems checks::traced_secrets(const Look &look)
 {
-    Troubles troubles;
+    Problems problems;
     const std::pair<const char *, const char *> switches[]{
         {"debug_at_cmif", "PINs, PUKs and keys"}, {"debug_qmi_cmif", "the profile's password"}};
     for (const auto &[key, secrets] : switches)
         if (cli::whole_number(look.store.value(key)).value_or(0) > 0)
-            troubles.emplace_back(std::string(key) + " is on: programs print " + secrets +
+            problems.emplace_back(std::string(key) + " is on: programs print " + secrets +
                                       " on their standard output",
                                   key);
-    return troubles;
+    return problems;
 }
 
 } // namespace cmifctl

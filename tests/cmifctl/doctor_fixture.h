@@ -78,7 +78,7 @@ protected:
     }
     static std::string text_of(const std::string &name)
     {
-        return first_of(name, [](const Check &, const Trouble &trouble) { return trouble.text; });
+        return first_of(name, [](const Check &, const Problem &problem) { return problem.text; });
     }
     static std::string hint_for(const std::string &name) { return first_of(name, hint_of); }
     static bool finds(const std::string &name)
@@ -104,14 +104,14 @@ protected:
     std::unique_ptr<Child> at_, qmi_;
 
 private:
-    // Something about the first trouble with this name; "" without one.
+    // Something about the first problem with this name; "" without one.
     template <class About>
     static std::string first_of(const std::string &name, const About &about)
     {
         const Look look = take_look({});
         for (const Check &check : all_checks())
-            if (const Troubles troubles = check.find(look); check.name == name && !troubles.empty())
-                return about(check, troubles.front());
+            if (const Problems problems = check.find(look); check.name == name && !problems.empty())
+                return about(check, problems.front());
         return "";
     }
 };

@@ -1,4 +1,4 @@
-// The doctor's findings in queues and among callers, each with the trouble made for real.
+// The doctor's findings in queues and among callers, each with the problem made for real.
 #include "client/code_lock.h"
 #include "client/unanswered.h"
 #include "doctor_fixture.h"

@@ -1,4 +1,4 @@
-// The doctor's findings about daemons, files, the store and the modem, each with the trouble made
+// The doctor's findings about daemons, files, the store and the modem, each with the problem made
 // for real.
 #include "client/code_lock.h"
 #include "doctor_fixture.h"
