@@ -2,7 +2,7 @@
 #ifndef CMIFCTL_DOCTOR_CHECKS_H
 #define CMIFCTL_DOCTOR_CHECKS_H
 
-#include "look.h"
+#include "snapshot.h"
 
 #include <span>
 #include <string>
@@ -25,9 +25,9 @@ using Problems = std::vector<Problem>;
 struct Check {
     const char *name;
     const char *severity; // "error": something doesn't work; "warning"; "note": no problem
-    Problems (*find)(const Look &);      // what is wrong, one for each place
-    const char *hint;                    // % is the target
-    void (*fix)(const Look &) = nullptr; // removes what no process waits for
+    Problems (*find)(const Snapshot &);      // what is wrong, one for each place
+    const char *hint;                        // % is the target
+    void (*fix)(const Snapshot &) = nullptr; // removes what no process waits for
 };
 
 std::span<const Check> all_checks();
@@ -37,48 +37,48 @@ std::string hint_of(const Check &check, const Problem &problem);
 namespace checks
 {
 // Queues.
-Problems missing_queues(const Look &);
-Problems queue_permissions(const Look &);
-Problems full_queues(const Look &);
-Problems waiting_requests(const Look &);
-Problems foreign_requests(const Look &);
-Problems stale_replies(const Look &);          void take_stale_replies(const Look &);
-Problems foreign_replies(const Look &);        void take_foreign_replies(const Look &);
-Problems unanswered_requests(const Look &);    void forget_unanswered(const Look &);
-Problems frozen_callers(const Look &);
-Problems unusable_locks(const Look &);
+Problems missing_queues(const Snapshot &);
+Problems queue_permissions(const Snapshot &);
+Problems full_queues(const Snapshot &);
+Problems waiting_requests(const Snapshot &);
+Problems foreign_requests(const Snapshot &);
+Problems stale_replies(const Snapshot &);          void take_stale_replies(const Snapshot &);
+Problems foreign_replies(const Snapshot &);        void take_foreign_replies(const Snapshot &);
+Problems unanswered_requests(const Snapshot &);    void forget_unanswered(const Snapshot &);
+Problems frozen_callers(const Snapshot &);
+Problems unusable_locks(const Snapshot &);
 // Daemons.
-Problems ended_daemons(const Look &);
-Problems frozen_daemons(const Look &);
-Problems silent_daemons(const Look &);
-Problems unready_daemon(const Look &);
-Problems stale_ready_marker(const Look &);     void remove_ready_marker(const Look &);
+Problems ended_daemons(const Snapshot &);
+Problems frozen_daemons(const Snapshot &);
+Problems silent_daemons(const Snapshot &);
+Problems unready_daemon(const Snapshot &);
+Problems stale_ready_marker(const Snapshot &);     void remove_ready_marker(const Snapshot &);
 // Files.
-Problems irregular_files(const Look &);
-Problems stale_profile_marker(const Look &);   void remove_profile_marker(const Look &);
-Problems long_profile_change(const Look &);
-Problems new_profile_change(const Look &);
-Problems unwritable_log(const Look &);
-Problems little_space(const Look &);
+Problems irregular_files(const Snapshot &);
+Problems stale_profile_marker(const Snapshot &);   void remove_profile_marker(const Snapshot &);
+Problems long_profile_change(const Snapshot &);
+Problems new_profile_change(const Snapshot &);
+Problems unwritable_log(const Snapshot &);
+Problems little_space(const Snapshot &);
 // Store.
-Problems unreadable_store(const Look &);
-Problems other_store(const Look &);
-Problems empty_store(const Look &);
-Problems unsaved_settings(const Look &);
-Problems traced_secrets(const Look &);
+Problems unreadable_store(const Snapshot &);
+Problems other_store(const Snapshot &);
+Problems empty_store(const Snapshot &);
+Problems unsaved_settings(const Snapshot &);
+Problems traced_secrets(const Snapshot &);
 // SIM and network.
-Problems missing_modem(const Look &);
-Problems sim_absent(const Look &);
-Problems sim_not_ready(const Look &);
-Problems sim_pin_required(const Look &);
-Problems sim_pin_last(const Look &);
-Problems sim_puk_required(const Look &);
-Problems sim_puk_last(const Look &);
-Problems sim_network_locked(const Look &);
-Problems sim_blocked(const Look &);
-Problems registration_denied(const Look &);
-Problems searching(const Look &);
-Problems not_registered(const Look &);
+Problems missing_modem(const Snapshot &);
+Problems sim_absent(const Snapshot &);
+Problems sim_not_ready(const Snapshot &);
+Problems sim_pin_required(const Snapshot &);
+Problems sim_pin_last(const Snapshot &);
+Problems sim_puk_required(const Snapshot &);
+Problems sim_puk_last(const Snapshot &);
+Problems sim_network_locked(const Snapshot &);
+Problems sim_blocked(const Snapshot &);
+Problems registration_denied(const Snapshot &);
+Problems searching(const Snapshot &);
+Problems not_registered(const Snapshot &);
 } // namespace checks
 // clang-format on
 

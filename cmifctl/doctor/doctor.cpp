@@ -25,11 +25,11 @@ struct Finding {
     bool is_problem() const { return !fixed && std::string_view(check->severity) != "note"; }
 };
 
-std::vector<Finding> examine(const Look &look)
+std::vector<Finding> examine(const Snapshot &snapshot)
 {
     std::vector<Finding> findings;
     for (const Check &check : all_checks())
-        for (const Problem &problem : check.find(look))
+        for (const Problem &problem : check.find(snapshot))
             findings.push_back({&check, problem.text, hint_of(check, problem)});
     return findings;
 }
@@ -39,12 +39,12 @@ bool has(const std::vector<Finding> &findings, const Finding &finding)
     return std::find(findings.begin(), findings.end(), finding) != findings.end();
 }
 
-void run_fixes(const std::vector<Finding> &found, const Look &look)
+void run_fixes(const std::vector<Finding> &found, const Snapshot &snapshot)
 {
     const Check *last = nullptr;
     for (const Finding &finding : found) {
         if (finding.check != last && finding.check->fix != nullptr)
-            finding.check->fix(look);
+            finding.check->fix(snapshot);
         last = finding.check;
     }
 }
@@ -81,13 +81,13 @@ void report_findings(Report &report, const std::vector<Finding> &findings)
     report.data("findings", std::move(rows));
 }
 
-void report_state(Report &report, const Look &look)
+void report_state(Report &report, const Snapshot &snapshot)
 {
-    const Json sim = text_or_null(look.store.value("lte_sim_status"));
-    const Json registration = text_or_null(look.store.value("lte_network_reg_status_state"));
+    const Json sim = text_or_null(snapshot.store.value("lte_sim_status"));
+    const Json registration = text_or_null(snapshot.store.value("lte_network_reg_status_state"));
     report.field("sim", coded("state", enums::sim_state, sim));
     report.field("network", coded("registration", enums::registration, registration));
-    for (const ChannelLook &channel : look.channels)
+    for (const ChannelSnapshot &channel : snapshot.channels)
         report_daemon(report, channel.channel, channel.daemon);
     report_store(report, !sim.is_null());
 }
@@ -96,14 +96,14 @@ void report_state(Report &report, const Look &look)
 
 void doctor(Context &context)
 {
-    Look look = take_look(context);
-    std::vector<Finding> findings = examine(look);
+    Snapshot snapshot = take_snapshot(context);
+    std::vector<Finding> findings = examine(snapshot);
     if (context.arguments.has("fix")) {
-        run_fixes(findings, look);
-        look = take_look(context);
-        findings = compare(std::move(findings), examine(look));
+        run_fixes(findings, snapshot);
+        snapshot = take_snapshot(context);
+        findings = compare(std::move(findings), examine(snapshot));
     }
-    report_state(context.report, look);
+    report_state(context.report, snapshot);
     report_findings(context.report, findings);
     const bool healthy = std::none_of(findings.begin(), findings.end(),
                                       [](const Finding &finding) { return finding.is_problem(); });

@@ -12,9 +12,9 @@ namespace cmifctl
 namespace
 {
 
-bool log_is_on(const Look &look)
+bool log_is_on(const Snapshot &snapshot)
 {
-    return cli::whole_number(look.store.value("debug_lte_enable")).value_or(0) != 0;
+    return cli::whole_number(snapshot.store.value("debug_lte_enable")).value_or(0) != 0;
 }
 
 // What is there in place of a regular file, and what comes of it; empty when nothing is wrong.
@@ -45,9 +45,9 @@ unsigned long long size_of_logs()
 
 constexpr double long_change = 60; // seconds; the daemon waits for a connection to end
 
-bool is_worked_on(const Look &look)
+bool is_worked_on(const Snapshot &snapshot)
 {
-    return look.profile_change && look.profile_change->worked_on;
+    return snapshot.profile_change && snapshot.profile_change->worked_on;
 }
 
 std::string kibibytes(unsigned long long bytes)
@@ -57,7 +57,7 @@ std::string kibibytes(unsigned long long bytes)
 
 } // namespace
 
-Problems checks::irregular_files(const Look &)
+Problems checks::irregular_files(const Snapshot &)
 {
     Problems problems;
     for (const char *path : {CMIF_QMI_READY_FILE, CMIF_PROFILE_BUSY_FILE, CMIF_PROVIDER_LIST_FILE,
@@ -67,16 +67,16 @@ Problems checks::irregular_files(const Look &)
     return problems;
 }
 
-Problems checks::stale_profile_marker(const Look &look)
+Problems checks::stale_profile_marker(const Snapshot &snapshot)
 {
-    if (!look.profile_change || look.profile_change->worked_on)
+    if (!snapshot.profile_change || snapshot.profile_change->worked_on)
         return {};
     return {CMIF_PROFILE_BUSY_FILE " marks a change of the profile that no process works on; it "
                                    "delays each start and stop of the data connection, whose state "
                                    "can't be read meanwhile"};
 }
 
-void checks::remove_profile_marker(const Look &)
+void checks::remove_profile_marker(const Snapshot &)
 {
     const client::RequestCode change{Channel::qmi, CMIF_QMI_MODIFY_PROFILE};
     try {
@@ -86,29 +86,29 @@ void checks::remove_profile_marker(const Look &)
     }
 }
 
-Problems checks::new_profile_change(const Look &look)
+Problems checks::new_profile_change(const Snapshot &snapshot)
 {
-    const bool present = is_worked_on(look) && look.profile_change->age < long_change;
+    const bool present = is_worked_on(snapshot) && snapshot.profile_change->age < long_change;
     return present ? Problems{"a change of the profile is in progress"} : Problems{};
 }
 
-Problems checks::long_profile_change(const Look &look)
+Problems checks::long_profile_change(const Snapshot &snapshot)
 {
-    if (!is_worked_on(look) || look.profile_change->age < long_change)
+    if (!is_worked_on(snapshot) || snapshot.profile_change->age < long_change)
         return {};
     return {"a change of the profile has been in progress for more than " +
             std::to_string(static_cast<long>(long_change)) + " s"};
 }
 
-Problems checks::unwritable_log(const Look &look)
+Problems checks::unwritable_log(const Snapshot &snapshot)
 {
-    if (!log_is_on(look) || !irregularity(CMIF_LOG_FILE).empty()) // which is told already
+    if (!log_is_on(snapshot) || !irregularity(CMIF_LOG_FILE).empty()) // which is told already
         return {};
     const auto obstacle = log_obstacle();
     return obstacle ? Problems{"the debug log is on, and " + obstacle->text} : Problems{};
 }
 
-Problems checks::little_space(const Look &)
+Problems checks::little_space(const Snapshot &)
 {
     constexpr unsigned long long enough = 1024ULL * 1024;
     constexpr unsigned long long large = 16 * enough;

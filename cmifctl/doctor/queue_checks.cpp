@@ -10,13 +10,14 @@ namespace cmifctl
 namespace
 {
 
-using Access = QueueLook::Access;
+using Access = QueueSnapshot::Access;
 
-Problems of_queues(const Look &look, const std::function<std::string(const QueueLook &)> &text_of)
+Problems of_queues(const Snapshot &snapshot,
+                   const std::function<std::string(const QueueSnapshot &)> &text_of)
 {
     Problems problems;
-    for (const ChannelLook &channel : look.channels)
-        for (const QueueLook *queue : {&channel.requests, &channel.replies})
+    for (const ChannelSnapshot &channel : snapshot.channels)
+        for (const QueueSnapshot *queue : {&channel.requests, &channel.replies})
             if (std::string text = text_of(*queue); !text.empty())
                 problems.emplace_back(queue->name + " " + text, std::to_string(queue->key));
     return problems;
@@ -29,17 +30,17 @@ std::size_t payload_of(Channel channel)
 
 } // namespace
 
-Problems checks::missing_queues(const Look &look)
+Problems checks::missing_queues(const Snapshot &snapshot)
 {
-    return of_queues(look, [](const QueueLook &queue) {
+    return of_queues(snapshot, [](const QueueSnapshot &queue) {
         return queue.access == Access::missing ? "does not exist" : "";
     });
 }
 
-Problems checks::queue_permissions(const Look &look)
+Problems checks::queue_permissions(const Snapshot &snapshot)
 {
     constexpr unsigned everybody = 0666;
-    return of_queues(look, [](const QueueLook &queue) -> std::string {
+    return of_queues(snapshot, [](const QueueSnapshot &queue) -> std::string {
         if (queue.access == Access::forbidden)
             return "may not be used by this user";
         if (queue.access == Access::missing || (queue.mode & everybody) == everybody)
@@ -50,10 +51,10 @@ Problems checks::queue_permissions(const Look &look)
     });
 }
 
-Problems checks::full_queues(const Look &look)
+Problems checks::full_queues(const Snapshot &snapshot)
 {
     Problems problems;
-    for (const ChannelLook &channel : look.channels) {
+    for (const ChannelSnapshot &channel : snapshot.channels) {
         if (channel.requests.full)
             problems.push_back(channel.requests.name + " is full: no request fits");
         if (channel.replies.full)
@@ -63,20 +64,20 @@ Problems checks::full_queues(const Look &look)
     return problems;
 }
 
-Problems checks::waiting_requests(const Look &look)
+Problems checks::waiting_requests(const Snapshot &snapshot)
 {
     Problems problems;
-    for (const ChannelLook &channel : look.channels)
+    for (const ChannelSnapshot &channel : snapshot.channels)
         if (channel.daemon.state != DaemonState::responding && !channel.requests.records.empty())
             problems.push_back(channel.requests.name + " holds " +
                                listed(channel.requests.records, "request"));
     return problems;
 }
 
-Problems checks::foreign_requests(const Look &look)
+Problems checks::foreign_requests(const Snapshot &snapshot)
 {
     Problems problems;
-    for (const ChannelLook &channel : look.channels) {
+    for (const ChannelSnapshot &channel : snapshot.channels) {
         const auto foreign = some_of(channel.requests.records, [&](const QueuedRecord &record) {
             return !is_known(channel.channel, record.code) ||
                    record.size > payload_of(channel.channel);

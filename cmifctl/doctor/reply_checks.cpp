@@ -13,17 +13,17 @@ using client::RequestCode;
 
 constexpr double lock_timeout = 1; // seconds
 
-std::vector<QueuedRecord> replies_of(const ChannelLook &look, bool known)
+std::vector<QueuedRecord> replies_of(const ChannelSnapshot &snapshot, bool known)
 {
-    return some_of(look.replies.records, [&](const QueuedRecord &record) {
-        return is_known(look.channel, record.code) == known;
+    return some_of(snapshot.replies.records, [&](const QueuedRecord &record) {
+        return is_known(snapshot.channel, record.code) == known;
     });
 }
 
-Problems left_replies(const Look &look, bool known, const std::string &what)
+Problems left_replies(const Snapshot &snapshot, bool known, const std::string &what)
 {
     Problems problems;
-    for (const ChannelLook &channel : look.channels)
+    for (const ChannelSnapshot &channel : snapshot.channels)
         if (const auto replies = replies_of(channel, known); !replies.empty())
             problems.push_back(channel.replies.name + " holds " + listed(replies, what) +
                                ", which no caller takes");
@@ -36,13 +36,13 @@ void with_lock(RequestCode code, const std::function<void()> &work)
     try {
         const client::CodeLock lock = client::lock_codes({.timeout = lock_timeout}, {code});
         work();
-    } catch (const Failure &) { // the next look shows what is left
+    } catch (const Failure &) { // the next snapshot shows what is left
     }
 }
 
-void take_replies(const Look &look, bool known)
+void take_replies(const Snapshot &snapshot, bool known)
 {
-    for (const ChannelLook &channel : look.channels)
+    for (const ChannelSnapshot &channel : snapshot.channels)
         for (const long number : codes_of(replies_of(channel, known))) {
             const RequestCode code{channel.channel, number};
             with_lock(code,
@@ -75,27 +75,27 @@ try {
 
 } // namespace
 
-Problems checks::stale_replies(const Look &look)
+Problems checks::stale_replies(const Snapshot &snapshot)
 {
-    return left_replies(look, true, "stale reply");
+    return left_replies(snapshot, true, "stale reply");
 }
 
-void checks::take_stale_replies(const Look &look)
+void checks::take_stale_replies(const Snapshot &snapshot)
 {
-    take_replies(look, true);
+    take_replies(snapshot, true);
 }
 
-Problems checks::foreign_replies(const Look &look)
+Problems checks::foreign_replies(const Snapshot &snapshot)
 {
-    return left_replies(look, false, "foreign reply");
+    return left_replies(snapshot, false, "foreign reply");
 }
 
-void checks::take_foreign_replies(const Look &look)
+void checks::take_foreign_replies(const Snapshot &snapshot)
 {
-    take_replies(look, false);
+    take_replies(snapshot, false);
 }
 
-Problems checks::unanswered_requests(const Look &)
+Problems checks::unanswered_requests(const Snapshot &)
 {
     Problems problems;
     for (const RequestCode &code : given_up())
@@ -105,7 +105,7 @@ Problems checks::unanswered_requests(const Look &)
     return problems;
 }
 
-void checks::forget_unanswered(const Look &)
+void checks::forget_unanswered(const Snapshot &)
 {
     for (const RequestCode &code : given_up())
         with_lock(code, [code] {
@@ -114,7 +114,7 @@ void checks::forget_unanswered(const Look &)
         });
 }
 
-Problems checks::frozen_callers(const Look &)
+Problems checks::frozen_callers(const Snapshot &)
 {
     Problems problems;
     for (const RequestCode &code : all_codes())
@@ -127,7 +127,7 @@ Problems checks::frozen_callers(const Look &)
     return problems;
 }
 
-Problems checks::unusable_locks(const Look &)
+Problems checks::unusable_locks(const Snapshot &)
 {
     constexpr RequestCode unused{Channel::at, 31}; // so its lock is free
     try {

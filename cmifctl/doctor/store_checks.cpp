@@ -24,7 +24,7 @@ bool is_setting(std::string_view key)
            std::find(settings.begin(), settings.end(), key) != settings.end();
 }
 
-bool holds_modem_state(const StoreLook &store)
+bool holds_modem_state(const StoreSnapshot &store)
 {
     const auto items = store.running.items();
     return std::any_of(items.begin(), items.end(),
@@ -39,57 +39,57 @@ std::string number_or_text(const Json &settings, const std::string &key)
 
 } // namespace
 
-Problems checks::unreadable_store(const Look &look)
+Problems checks::unreadable_store(const Snapshot &snapshot)
 {
-    if (look.store.error.empty())
+    if (snapshot.store.error.empty())
         return {};
-    return {look.store.name() + ": " + look.store.error};
+    return {snapshot.store.name() + ": " + snapshot.store.error};
 }
 
-Problems checks::other_store(const Look &look)
+Problems checks::other_store(const Snapshot &snapshot)
 {
-    return look.store.other.empty() ? Problems{} : Problems{look.store.other};
+    return snapshot.store.other.empty() ? Problems{} : Problems{snapshot.store.other};
 }
 
-Problems checks::empty_store(const Look &look)
+Problems checks::empty_store(const Snapshot &snapshot)
 {
-    const StoreLook &store = look.store;
+    const StoreSnapshot &store = snapshot.store;
     const bool told = !store.error.empty() || !store.other.empty();
-    if (told || !look.served() || holds_modem_state(store))
+    if (told || !snapshot.served() || holds_modem_state(store))
         return {};
     return {"the daemons answer, but have published nothing in " + store.name()};
 }
 
-Problems checks::missing_modem(const Look &look)
+Problems checks::missing_modem(const Snapshot &snapshot)
 {
-    const bool missing = look.served() && holds_modem_state(look.store) &&
-                         look.store.value("lte_sim_status").empty();
+    const bool missing = snapshot.served() && holds_modem_state(snapshot.store) &&
+                         snapshot.store.value("lte_sim_status").empty();
     return missing ? Problems{"the daemons know nothing of their modem"} : Problems{};
 }
 
-Problems checks::unsaved_settings(const Look &look)
+Problems checks::unsaved_settings(const Snapshot &snapshot)
 {
-    if (!look.store.saved.is_object())
+    if (!snapshot.store.saved.is_object())
         return {};
     std::set<std::string> keys;
-    for (const Json *side : {&look.store.running, &look.store.saved})
+    for (const Json *side : {&snapshot.store.running, &snapshot.store.saved})
         for (const auto &[key, value] : side->items())
             keys.insert(key);
     std::string changed;
     for (const std::string &key : keys)
-        if (is_setting(key) &&
-            number_or_text(look.store.running, key) != number_or_text(look.store.saved, key))
+        if (is_setting(key) && number_or_text(snapshot.store.running, key) !=
+                                   number_or_text(snapshot.store.saved, key))
             changed += (changed.empty() ? "" : ", ") + key;
     return changed.empty() ? Problems{} : Problems{"a restart loses the changes of " + changed};
 }
 
-Problems checks::traced_secrets(const Look &look)
+Problems checks::traced_secrets(const Snapshot &snapshot)
 {
     Problems problems;
     const std::pair<const char *, const char *> switches[]{
         {"debug_at_cmif", "PINs, PUKs and keys"}, {"debug_qmi_cmif", "the profile's password"}};
     for (const auto &[key, secrets] : switches)
-        if (cli::whole_number(look.store.value(key)).value_or(0) > 0)
+        if (cli::whole_number(snapshot.store.value(key)).value_or(0) > 0)
             problems.emplace_back(std::string(key) + " is on: programs print " + secrets +
                                       " on their standard output",
                                   key);

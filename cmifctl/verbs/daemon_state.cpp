@@ -88,7 +88,7 @@ std::string text_of(const Daemon &daemon, std::optional<long long> age)
 
 } // namespace
 
-Daemon look_at_daemon(client::Channel channel, Asked asked)
+Daemon inspect_daemon(client::Channel channel, Asked asked)
 {
     if (!queue_state(channel)) {
         if (errno == ENOENT)

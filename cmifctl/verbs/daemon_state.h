@@ -33,7 +33,7 @@ struct Daemon {
 // What became of a request; `no` when none was sent.
 enum class Asked { no, answered, not_ready, silent };
 
-Daemon look_at_daemon(client::Channel channel, Asked asked = Asked::no);
+Daemon inspect_daemon(client::Channel channel, Asked asked = Asked::no);
 
 // In the section "daemons": its state, how long ago it took a request, how many wait for it.
 void report_daemon(Report &report, client::Channel channel, const Daemon &daemon);

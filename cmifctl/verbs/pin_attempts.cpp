@@ -2,7 +2,7 @@
 
 #include "client/result.h"
 #include "daemons/cme_error.h"
-#include "sim_look.h"
+#include "sim_snapshot.h"
 
 namespace cmifctl
 {
@@ -12,9 +12,9 @@ namespace
 using daemons::CmeError;
 
 // With --force an attempt is made without the counters, too.
-SimLook look_if_possible(const Context &context)
+SimSnapshot inspect_if_possible(const Context &context)
 try {
-    return look_at_sim(context);
+    return inspect_sim(context);
 } catch (const Failure &failure) {
     if (failure.status() != Exit::other)
         throw;
@@ -36,11 +36,11 @@ Json attempts(const Json &before, const Json &after)
     return {{"attempts", {{"before", before}, {"after", after}}}};
 }
 
-void check_counter(const Attempt &attempt, const SimLook &look, bool forced)
+void check_counter(const Attempt &attempt, const SimSnapshot &snapshot, bool forced)
 {
     const std::string secret = attempt.secret;
-    const Json left = look.left(attempt.counter);
-    const Json puk_left = look.left("puk1");
+    const Json left = snapshot.left(attempt.counter);
+    const Json puk_left = snapshot.left("puk1");
     if (left.is_null() && !forced)
         throw Failure(Exit::other, "the attempts left for the " + secret + " are not known",
                       std::string(unknown_counters_hint) + " Use --force to try anyway.",
@@ -54,44 +54,44 @@ void check_counter(const Attempt &attempt, const SimLook &look, bool forced)
                       attempts(left, left));
 }
 
-std::string hint_without_question(const SimLook &look, const std::string &secret)
+std::string hint_without_question(const SimSnapshot &snapshot, const std::string &secret)
 {
-    if (look.status == "PH-NET PIN")
+    if (snapshot.status == "PH-NET PIN")
         return client::daemon_error_hint(static_cast<int>(CmeError::network_pin_required), "");
-    if (look.status == "SIM FAILURE")
+    if (snapshot.status == "SIM FAILURE")
         return client::daemon_error_hint(static_cast<int>(CmeError::sim_failure), "");
     return "Use --force to try anyway: a wrong " + secret + " uses up an attempt.";
 }
 
 // A secret that the SIM has not asked for costs an attempt when it is wrong, and gains nothing.
-void check_asked(const Attempt &attempt, const SimLook &look, bool forced)
+void check_asked(const Attempt &attempt, const SimSnapshot &snapshot, bool forced)
 {
     const std::string_view asked_when = attempt.asked_when;
-    if (forced || asked_when.empty() || look.status == asked_when)
+    if (forced || asked_when.empty() || snapshot.status == asked_when)
         return;
     const std::string secret = attempt.secret;
-    const bool known = !look.status.empty();
-    const Json left = look.left(attempt.counter);
+    const bool known = !snapshot.status.empty();
+    const Json left = snapshot.left(attempt.counter);
     throw Failure(known ? Exit::invalid : Exit::other,
-                  known ? "the SIM does not ask for its " + secret + " (" + look.status + ")"
+                  known ? "the SIM does not ask for its " + secret + " (" + snapshot.status + ")"
                         : "the state of the SIM is not known",
-                  hint_without_question(look, secret), attempts(left, left));
+                  hint_without_question(snapshot, secret), attempts(left, left));
 }
 
 Json check_attempt(const Context &context, const Attempt &attempt)
 {
     const bool forced = context.arguments.has("force");
-    const SimLook look = forced ? look_if_possible(context) : look_at_sim(context);
-    check_counter(attempt, look, forced);
-    check_asked(attempt, look, forced);
-    return look.left(attempt.counter);
+    const SimSnapshot snapshot = forced ? inspect_if_possible(context) : inspect_sim(context);
+    check_counter(attempt, snapshot, forced);
+    check_asked(attempt, snapshot, forced);
+    return snapshot.left(attempt.counter);
 }
 
 // The attempts left after an attempt; null when they can no longer be read.
 Json counter_after(const Context &context, const char *counter)
 {
     try {
-        return look_at_sim(context).left(counter);
+        return inspect_sim(context).left(counter);
     } catch (const Failure &) {
         return nullptr;
     }

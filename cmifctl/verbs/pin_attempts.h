@@ -1,5 +1,5 @@
-// Attempts at a PIN or PUK, of which a SIM allows few, from the look at the counters to the
-// verdict.
+// Attempts at a PIN or PUK, of which a SIM allows few, from the first reading of the counters to
+// the verdict.
 #ifndef CMIFCTL_VERBS_PIN_ATTEMPTS_H
 #define CMIFCTL_VERBS_PIN_ATTEMPTS_H
 
@@ -25,8 +25,8 @@ struct Attempt {
     const char *done;   // for people
 };
 
-// One pass: looks at the counters, asks for the secrets, and then, with the SIM's requests locked
-// against other callers, looks again, makes the attempt, judges the answer by the counters and
+// One pass: reads the counters, asks for the secrets, and then, with the SIM's requests locked
+// against other callers, reads them again, makes the attempt, judges the answer by the counters and
 // reports. Refuses an attempt that could block the SIM, or that the SIM has not asked for, unless
 // --force is given.
 void make_attempt(Context &context, const Attempt &attempt);

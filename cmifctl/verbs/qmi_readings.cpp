@@ -121,11 +121,11 @@ void report_qmi_readings(Context &context, std::initializer_list<std::string_vie
     Daemon daemon;
     try {
         answer = client::call(impatient(context.options), call);
-        daemon = look_at_daemon(client::Channel::qmi, Asked::answered);
+        daemon = inspect_daemon(client::Channel::qmi, Asked::answered);
         client::check_qmi(call.request.name, answer.result);
     } catch (const Failure &failure) {
         if (!answer.answered)
-            daemon = look_at_daemon(client::Channel::qmi, asked(failure));
+            daemon = inspect_daemon(client::Channel::qmi, asked(failure));
         daemon.reason = failure.what();
         answer.output = nullptr;
     }

@@ -4,7 +4,7 @@
 #include "pin_attempts.h"
 #include "qmi_readings.h"
 #include "readings.h"
-#include "sim_look.h"
+#include "sim_snapshot.h"
 #include "store.h"
 #include "verbs.h"
 
@@ -39,7 +39,7 @@ void sim_status(Context &context)
 
 void sim_retries(Context &context)
 {
-    const Json counters = look_at_sim(context).counters;
+    const Json counters = inspect_sim(context).counters;
     bool any = false;
     for (const auto &[counter, left] : counters.items()) {
         context.report.field("retries", {counter, left});

@@ -69,11 +69,11 @@ protected:
     // The names of what is wrong; a name for each text.
     static Names found()
     {
-        const Look look = take_look({});
+        const Snapshot snapshot = take_snapshot({});
         Names names;
         for (const Check &check : all_checks())
             if (std::string_view(check.severity) != "note")
-                names.insert(names.end(), check.find(look).size(), check.name);
+                names.insert(names.end(), check.find(snapshot).size(), check.name);
         return names;
     }
     static std::string text_of(const std::string &name)
@@ -108,9 +108,10 @@ private:
     template <class About>
     static std::string first_of(const std::string &name, const About &about)
     {
-        const Look look = take_look({});
+        const Snapshot snapshot = take_snapshot({});
         for (const Check &check : all_checks())
-            if (const Problems problems = check.find(look); check.name == name && !problems.empty())
+            if (const Problems problems = check.find(snapshot);
+                check.name == name && !problems.empty())
                 return about(check, problems.front());
         return "";
     }

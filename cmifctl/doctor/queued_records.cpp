@@ -1,6 +1,6 @@
 #include "daemons/at_forms.h"
 #include "daemons/qmi_forms.h"
-#include "look.h"
+#include "snapshot.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "sim_look.h"
+#include "sim_snapshot.h"
 
 #include "cmif/cmif.h"
 #include "store.h"
@@ -37,7 +37,7 @@ int read_counters(Json &output)
 
 } // namespace
 
-SimLook look_at_sim(const Context &context)
+SimSnapshot inspect_sim(const Context &context)
 {
     const Json read = at_reading(
         context, {.request = at_request("shared_CMIF_get_mobilePINPUKC", CMIF_AT_GET_PIN_COUNTERS),

@@ -1,6 +1,6 @@
 // The SIM's status and retry counters, as the AT daemon reads them from the SIM.
-#ifndef CMIFCTL_VERBS_SIM_LOOK_H
-#define CMIFCTL_VERBS_SIM_LOOK_H
+#ifndef CMIFCTL_VERBS_SIM_SNAPSHOT_H
+#define CMIFCTL_VERBS_SIM_SNAPSHOT_H
 
 #include "cmifctl/calls.h"
 
@@ -9,7 +9,7 @@
 namespace cmifctl
 {
 
-struct SimLook {
+struct SimSnapshot {
     Json counters = Json::object(); // "pin1", "puk1", "pin2", "puk2"; null for one that is unknown
     std::string status{};           // "SIM PIN"; empty when it is unknown
 
@@ -17,7 +17,7 @@ struct SimLook {
 };
 
 // Fails without the daemons' store.
-SimLook look_at_sim(const Context &context);
+SimSnapshot inspect_sim(const Context &context);
 
 constexpr const char *unknown_counters_hint =
     "The AT daemon has published none; 'cmifctl doctor' may show why.";

@@ -1,6 +1,7 @@
-// What the doctor sees of the router at one moment. A look takes nothing and is bounded in time.
-#ifndef CMIFCTL_DOCTOR_LOOK_H
-#define CMIFCTL_DOCTOR_LOOK_H
+// What the doctor sees of the router at one moment. Taking one removes nothing and is bounded in
+// time.
+#ifndef CMIFCTL_DOCTOR_SNAPSHOT_H
+#define CMIFCTL_DOCTOR_SNAPSHOT_H
 
 #include "client/channel.h"
 #include "cmifctl/context.h"
@@ -17,14 +18,14 @@ namespace cmifctl
 
 using client::Channel;
 
-// A record that stayed in a queue for as long as the look took.
+// A record that stayed in a queue while the snapshot was taken.
 struct QueuedRecord {
     long code;
     std::size_t size;
     auto operator<=>(const QueuedRecord &) const = default;
 };
 
-struct QueueLook {
+struct QueueSnapshot {
     key_t key;
     std::string name; // "the AT reply queue (900)"
     enum class Access { missing, forbidden, usable } access = Access::missing;
@@ -33,14 +34,14 @@ struct QueueLook {
     std::vector<QueuedRecord> records{};
 };
 
-struct ChannelLook {
+struct ChannelSnapshot {
     Channel channel;
-    QueueLook requests;
-    QueueLook replies;
+    QueueSnapshot requests;
+    QueueSnapshot replies;
     Daemon daemon{};
 };
 
-struct StoreLook {
+struct StoreSnapshot {
     Json running{};    // all settings; null when they can't be read
     Json saved{};      // the same of the saved configuration
     std::string error; // why they can't be read
@@ -57,23 +58,23 @@ struct ProfileChange {
     bool worked_on; // by a process that is known, or maybe by one that isn't
 };
 
-struct Look {
-    std::array<ChannelLook, 2> channels;
-    StoreLook store;
+struct Snapshot {
+    std::array<ChannelSnapshot, 2> channels;
+    StoreSnapshot store;
     std::optional<ProfileChange> profile_change;
 
-    const ChannelLook &at() const { return channels[0]; }
-    const ChannelLook &qmi() const { return channels[1]; }
+    const ChannelSnapshot &at() const { return channels[0]; }
+    const ChannelSnapshot &qmi() const { return channels[1]; }
     bool served() const;
 };
 
-Look take_look(const Context &context);
+Snapshot take_snapshot(const Context &context);
 
 // Parts of it.
-std::array<ChannelLook, 2> look_at_queues();
-void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels);
-StoreLook look_at_store(const Context &context);
-std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi);
+std::array<ChannelSnapshot, 2> inspect_queues();
+void inspect_daemons(const Context &context, std::array<ChannelSnapshot, 2> &channels);
+StoreSnapshot inspect_store(const Context &context);
+std::optional<ProfileChange> inspect_profile_change(const ChannelSnapshot &qmi);
 
 // Whether the interface has the code.
 bool is_known(Channel channel, long code);

@@ -1,8 +1,8 @@
 #include "cmifctl/calls.h"
 #include "cmifctl/verbs/store.h"
-#include "look.h"
 #include "platform/host_store.h"
 #include "platform/tarn_nvram_config.h"
+#include "snapshot.h"
 
 namespace cmifctl
 {
@@ -45,21 +45,21 @@ int read_store(Json &output)
 
 } // namespace
 
-StoreLook look_at_store(const Context &context)
+StoreSnapshot inspect_store(const Context &context)
 {
-    StoreLook look{.error = "", .path = host_store_directory(), .other = other_store()};
+    StoreSnapshot snapshot{.error = "", .path = host_store_directory(), .other = other_store()};
     client::CallOptions options = context.options;
     options.timeout = store_timeout;
     try {
         const Json read =
             client::call(options, {.request = no_request("reading the store"), .body = read_store})
                 .output;
-        look.running = read["running"];
-        look.saved = read["saved"];
+        snapshot.running = read["running"];
+        snapshot.saved = read["saved"];
     } catch (const Failure &failure) {
-        look.error = failure.what();
+        snapshot.error = failure.what();
     }
-    return look;
+    return snapshot;
 }
 
 } // namespace cmifctl

@@ -6,7 +6,7 @@
 #include "cmifctl/calls.h"
 #include "cmifctl/verbs/qmi_readings.h"
 #include "cmifctl/verbs/readings.h"
-#include "look.h"
+#include "snapshot.h"
 
 #include <algorithm>
 #include <ctime>
@@ -38,9 +38,9 @@ std::vector<Call> probes_of(Channel channel)
 }
 
 // A call takes stale replies of its code away, waits for earlier ones and for another caller.
-bool is_free(const ChannelLook &look, client::RequestCode code)
+bool is_free(const ChannelSnapshot &snapshot, client::RequestCode code)
 try {
-    const std::vector<long> left = codes_of(look.replies.records);
+    const std::vector<long> left = codes_of(snapshot.replies.records);
     return std::find(left.begin(), left.end(), code.code) == left.end() &&
            !client::lock_process(code) && !client::Unanswered().is_awaited(code);
 } catch (const Failure &) {
@@ -48,16 +48,16 @@ try {
 }
 
 // The answer would find no room in a full queue, and stay due.
-Asked ask(const Context &context, const ChannelLook &look)
+Asked ask(const Context &context, const ChannelSnapshot &snapshot)
 {
-    if (look.channel == Channel::qmi && !is_marked_ready())
+    if (snapshot.channel == Channel::qmi && !is_marked_ready())
         return Asked::not_ready;
-    if (client::filling_of(look.channel, client::reply_key(look.channel)).full)
+    if (client::filling_of(snapshot.channel, client::reply_key(snapshot.channel)).full)
         return Asked::no;
     client::CallOptions options = context.options;
     options.timeout = probe_timeout;
-    for (const Call &probe : probes_of(look.channel)) {
-        if (!is_free(look, probe.request.code))
+    for (const Call &probe : probes_of(snapshot.channel)) {
+        if (!is_free(snapshot, probe.request.code))
             continue;
         try {
             const bool answered = client::call(options, probe).answered; // with an error, too
@@ -70,23 +70,23 @@ Asked ask(const Context &context, const ChannelLook &look)
 }
 
 // A daemon that is stopped is not asked: it would answer long after.
-Daemon daemon_of(const Context &context, const ChannelLook &look)
+Daemon daemon_of(const Context &context, const ChannelSnapshot &snapshot)
 {
-    using Access = QueueLook::Access;
-    Daemon seen = look_at_daemon(look.channel);
+    using Access = QueueSnapshot::Access;
+    Daemon seen = inspect_daemon(snapshot.channel);
     const bool usable =
-        look.requests.access == Access::usable && look.replies.access != Access::forbidden;
+        snapshot.requests.access == Access::usable && snapshot.replies.access != Access::forbidden;
     if (!usable || seen.state == DaemonState::stopped)
         return seen;
-    return look_at_daemon(look.channel, ask(context, look));
+    return inspect_daemon(snapshot.channel, ask(context, snapshot));
 }
 
 } // namespace
 
-void look_at_daemons(const Context &context, std::array<ChannelLook, 2> &channels)
+void inspect_daemons(const Context &context, std::array<ChannelSnapshot, 2> &channels)
 {
-    for (ChannelLook &look : channels)
-        look.daemon = daemon_of(context, look);
+    for (ChannelSnapshot &snapshot : channels)
+        snapshot.daemon = daemon_of(context, snapshot);
 }
 
 bool is_marked_ready()
@@ -101,7 +101,7 @@ bool is_marked_ready()
 
 // The QMI daemon serves one request after the other: while it answers another one, it carries out
 // no change.
-std::optional<ProfileChange> look_at_profile_change(const ChannelLook &qmi)
+std::optional<ProfileChange> inspect_profile_change(const ChannelSnapshot &qmi)
 {
     struct stat marker {
     };
