@@ -54,7 +54,7 @@ CallMonitor::CallMonitor(const CallOptions &options, const Call &call)
       filter_(call.secret, options.trace), tracing_(options.trace != nullptr)
 {
     const std::vector<RequestCode> codes = codes_of(call);
-    if (place_of(call.request.code)) {
+    if (slot_of(call.request.code)) {
         if (options.lock == nullptr || !options.lock->holds(call.request.code))
             lock_.emplace(codes, timeout_, [this] { signals_.check(); });
         unanswered_.emplace();

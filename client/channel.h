@@ -1,4 +1,4 @@
-// The two channels to the daemons, and a place in shared tables for each of their request codes.
+// The two channels to the daemons, and a slot in shared tables for each of their request codes.
 #ifndef CLIENT_CHANNEL_H
 #define CLIENT_CHANNEL_H
 
@@ -33,21 +33,21 @@ constexpr const char *daemon_name(Channel channel)
 }
 
 // All programs of one system agree on these numbers: they index the semaphores and the table of
-// unanswered requests. Codes that the interface doesn't have get no place.
-constexpr int max_places = 64;
-constexpr int places_of_channel = max_places / 2;
+// unanswered requests. Codes that the interface doesn't have get no slot.
+constexpr int max_slots = 64;
+constexpr int slots_of_channel = max_slots / 2;
 
 // Of no code, because those begin with 1: for what concerns the whole channel.
-constexpr int place_of(Channel channel)
+constexpr int slot_of(Channel channel)
 {
-    return channel == Channel::at ? 0 : places_of_channel;
+    return channel == Channel::at ? 0 : slots_of_channel;
 }
 
-constexpr std::optional<int> place_of(RequestCode request)
+constexpr std::optional<int> slot_of(RequestCode request)
 {
-    if (request.channel == Channel::none || request.code < 1 || request.code >= places_of_channel)
+    if (request.channel == Channel::none || request.code < 1 || request.code >= slots_of_channel)
         return std::nullopt;
-    return place_of(request.channel) + static_cast<int>(request.code);
+    return slot_of(request.channel) + static_cast<int>(request.code);
 }
 
 } // namespace client

@@ -24,14 +24,14 @@ constexpr int slice_ms = 50;
 
 int semaphores()
 {
-    return semget(lock_key, max_places, IPC_CREAT | 0666);
+    return semget(lock_key, max_slots, IPC_CREAT | 0666);
 }
 
-std::optional<pid_t> holder_of(int set, int place)
+std::optional<pid_t> holder_of(int set, int slot)
 {
-    if (semctl(set, place, GETVAL) <= 0)
+    if (semctl(set, slot, GETVAL) <= 0)
         return std::nullopt;
-    return semctl(set, place, GETPID);
+    return semctl(set, slot, GETPID);
 }
 
 } // namespace
@@ -41,9 +41,9 @@ CodeLock::CodeLock(const std::vector<RequestCode> &codes, double seconds,
     : set_(semaphores())
 {
     for (const RequestCode &request : codes)
-        if (const auto place = place_of(request))
-            places_.push_back(*place);
-    if (places_.empty())
+        if (const auto slot = slot_of(request))
+            slots_.push_back(*slot);
+    if (slots_.empty())
         return;
     const auto end = Clock::now() + std::chrono::duration<double>(seconds);
     while (!try_lock(slice_ms)) {
@@ -56,16 +56,16 @@ CodeLock::CodeLock(const std::vector<RequestCode> &codes, double seconds,
 CodeLock::~CodeLock()
 {
     std::vector<sembuf> steps;
-    for (const int place : places_)
-        steps.push_back({static_cast<unsigned short>(place), -1, IPC_NOWAIT | SEM_UNDO});
+    for (const int slot : slots_)
+        steps.push_back({static_cast<unsigned short>(slot), -1, IPC_NOWAIT | SEM_UNDO});
     if (!steps.empty())
         semop(set_, steps.data(), steps.size());
 }
 
 bool CodeLock::holds(RequestCode request) const
 {
-    const auto place = place_of(request);
-    return place && std::find(places_.begin(), places_.end(), *place) != places_.end();
+    const auto slot = slot_of(request);
+    return slot && std::find(slots_.begin(), slots_.end(), *slot) != slots_.end();
 }
 
 // A fresh semaphore is 0, which means free: creating the set needs no second step that could be
@@ -73,8 +73,8 @@ bool CodeLock::holds(RequestCode request) const
 bool CodeLock::try_lock(int milliseconds)
 {
     std::vector<sembuf> steps;
-    for (const int place : places_) {
-        const auto number = static_cast<unsigned short>(place);
+    for (const int slot : slots_) {
+        const auto number = static_cast<unsigned short>(slot);
         steps.push_back({number, 0, 0});
         steps.push_back({number, 1, SEM_UNDO});
     }
@@ -96,9 +96,9 @@ bool CodeLock::try_lock(int milliseconds)
 void CodeLock::fail(double seconds) const
 {
     std::optional<pid_t> holder;
-    for (const int place : places_)
+    for (const int slot : slots_)
         if (!holder)
-            holder = holder_of(set_, place);
+            holder = holder_of(set_, slot);
     throw Failure(Exit::no_answer,
                   "another call of the same request" +
                       (holder ? ", made by " + process_name(*holder) + "," : "") +
@@ -108,16 +108,16 @@ void CodeLock::fail(double seconds) const
 }
 
 WithdrawalLock::WithdrawalLock(Channel channel)
-    : set_(semaphores()), place_(static_cast<unsigned short>(place_of(channel)))
+    : set_(semaphores()), slot_(static_cast<unsigned short>(slot_of(channel)))
 {
-    sembuf steps[]{{place_, 0, 0}, {place_, 1, SEM_UNDO}};
+    sembuf steps[]{{slot_, 0, 0}, {slot_, 1, SEM_UNDO}};
     constexpr timespec limit{1, 0};
     held_ = semtimedop(set_, steps, 2, &limit) == 0;
 }
 
 WithdrawalLock::~WithdrawalLock()
 {
-    sembuf step{place_, -1, IPC_NOWAIT | SEM_UNDO};
+    sembuf step{slot_, -1, IPC_NOWAIT | SEM_UNDO};
     if (held_)
         semop(set_, &step, 1);
 }
@@ -125,8 +125,8 @@ WithdrawalLock::~WithdrawalLock()
 std::optional<pid_t> lock_process(RequestCode request)
 {
     const int set = semget(lock_key, 0, 0);
-    const auto place = place_of(request);
-    return set == -1 || !place ? std::nullopt : holder_of(set, *place);
+    const auto slot = slot_of(request);
+    return set == -1 || !slot ? std::nullopt : holder_of(set, *slot);
 }
 
 } // namespace client

@@ -34,12 +34,12 @@ private:
     [[noreturn]] void fail(double seconds) const;
 
     int set_ = -1;
-    std::vector<int> places_;
+    std::vector<int> slots_;
 };
 
-// One withdrawal at a time from the request queue of a channel: its note of who read the queue
-// before is true only if no other withdrawal comes between. Never waits long: when the holder does
-// not finish (it was stopped), it does without.
+// One withdrawal at a time from the request queue of a channel: a withdrawal notes which process
+// read the queue last, which is wrong when another one comes between. Never waits long: when the
+// holder does not finish (it was stopped), the withdrawal goes on without the lock.
 class WithdrawalLock
 {
 public:
@@ -50,7 +50,7 @@ public:
 
 private:
     int set_;
-    unsigned short place_;
+    unsigned short slot_;
     bool held_;
 };
 

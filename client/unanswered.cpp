@@ -50,7 +50,7 @@ struct Unanswered::Table {
         return withdrawers.at(channel == Channel::at ? 0 : 1);
     }
 
-    std::array<Entry, max_places> entries;
+    std::array<Entry, max_slots> entries;
     std::array<Withdrawer, 2> withdrawers; // of the AT and the QMI channel
 };
 
@@ -73,22 +73,22 @@ Unanswered::~Unanswered()
 
 int Unanswered::count(RequestCode request) const
 {
-    const auto place = place_of(request);
-    return place ? table_->entries.at(static_cast<std::size_t>(*place)).count : 0;
+    const auto slot = slot_of(request);
+    return slot ? table_->entries.at(static_cast<std::size_t>(*slot)).count : 0;
 }
 
 double Unanswered::age(RequestCode request) const
 {
-    const auto place = place_of(request);
-    return place ? boot_time_now() - table_->entries.at(static_cast<std::size_t>(*place)).since : 0;
+    const auto slot = slot_of(request);
+    return slot ? boot_time_now() - table_->entries.at(static_cast<std::size_t>(*slot)).since : 0;
 }
 
 void Unanswered::add(RequestCode request)
 {
-    const auto place = place_of(request);
-    if (!place)
+    const auto slot = slot_of(request);
+    if (!slot)
         return;
-    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    Entry &entry = table_->entries.at(static_cast<std::size_t>(*slot));
     if (entry.count == 0) {
         entry.queue = msgget(request_key(request.channel), 0);
         entry.since = boot_time_now();
@@ -98,10 +98,10 @@ void Unanswered::add(RequestCode request)
 
 void Unanswered::remove(RequestCode request, int replies)
 {
-    const auto place = place_of(request);
-    if (!place)
+    const auto slot = slot_of(request);
+    if (!slot)
         return;
-    Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    Entry &entry = table_->entries.at(static_cast<std::size_t>(*slot));
     entry.count = std::max(0, entry.count - replies);
 }
 
@@ -112,10 +112,10 @@ bool Unanswered::is_awaited(RequestCode request) const
 
 bool Unanswered::is_lost(RequestCode request) const
 {
-    const auto place = place_of(request);
-    if (!place)
+    const auto slot = slot_of(request);
+    if (!slot)
         return false;
-    const Entry &entry = table_->entries.at(static_cast<std::size_t>(*place));
+    const Entry &entry = table_->entries.at(static_cast<std::size_t>(*slot));
     const pid_t daemon = daemon_of(request.channel);
     const bool queue_remade = entry.queue != msgget(request_key(request.channel), 0);
     const bool daemon_ended = daemon > 0 && !process_exists(daemon);

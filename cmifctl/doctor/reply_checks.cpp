@@ -54,7 +54,7 @@ std::vector<RequestCode> all_codes()
 {
     std::vector<RequestCode> codes;
     for (const Channel channel : {Channel::at, Channel::qmi})
-        for (long code = 1; client::place_of({channel, code}); ++code)
+        for (long code = 1; client::slot_of({channel, code}); ++code)
             if (is_known(channel, code))
                 codes.push_back({channel, code});
     return codes;

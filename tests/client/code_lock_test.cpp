@@ -113,11 +113,11 @@ TEST(CodeLock, HasNoPlaceForUnknownCodes)
 {
     const CodeLock one({{Channel::at, 1000}}, 1, no_pause);
     EXPECT_TRUE(is_free({Channel::at, 1000}));
-    EXPECT_EQ(client::place_of({Channel::at, 31}), 31);
-    EXPECT_EQ(client::place_of({Channel::at, 32}), std::nullopt);
-    EXPECT_EQ(client::place_of({Channel::qmi, 1}), 33);
-    EXPECT_EQ(client::place_of({Channel::at, 0}), std::nullopt);
-    EXPECT_EQ(client::place_of({Channel::none, 1}), std::nullopt);
+    EXPECT_EQ(client::slot_of({Channel::at, 31}), 31);
+    EXPECT_EQ(client::slot_of({Channel::at, 32}), std::nullopt);
+    EXPECT_EQ(client::slot_of({Channel::qmi, 1}), 33);
+    EXPECT_EQ(client::slot_of({Channel::at, 0}), std::nullopt);
+    EXPECT_EQ(client::slot_of({Channel::none, 1}), std::nullopt);
 }
 
 } // namespace
