@@ -8,18 +8,6 @@
 
 namespace daemons
 {
-namespace
-{
-
-struct flock whole_file()
-{
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    return lock;
-}
-
-} // namespace
 
 ServiceLock::~ServiceLock()
 {
@@ -37,8 +25,7 @@ bool ServiceLock::take()
         if (fd_ >= 0)
             fchmod(fd_, 0666); // whatever the umask: the next server may be another user's
     }
-    struct flock lock = whole_file();
-    if (fd_ >= 0 && fcntl(fd_, F_SETLK, &lock) == 0)
+    if (fd_ >= 0 && lockf(fd_, F_TLOCK, 0) == 0)
         return true;
     if (fd_ >= 0 && (errno == EACCES || errno == EAGAIN))
         name_holder();
@@ -50,7 +37,8 @@ bool ServiceLock::take()
 // The number of a process in another sandbox means nothing here.
 void ServiceLock::name_holder() const
 {
-    struct flock lock = whole_file();
+    struct flock lock = {}; // of the whole file
+    lock.l_type = F_WRLCK;
     const bool known = fcntl(fd_, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK && lock.l_pid > 0;
     warnx("%s already served by %s; stop it first (%s)", what_,
           known ? ("process " + std::to_string(lock.l_pid)).c_str() : "another sandbox",

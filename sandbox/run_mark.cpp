@@ -36,10 +36,7 @@ bool is_locked(const char *path)
     const int file = open(path, O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
     if (file == -1)
         return false;
-    struct flock lock = {};
-    lock.l_type = F_WRLCK;
-    lock.l_whence = SEEK_SET;
-    const bool locked = fcntl(file, F_GETLK, &lock) == 0 && lock.l_type != F_UNLCK;
+    const bool locked = lockf(file, F_TEST, 0) != 0;
     close(file);
     return locked;
 }
