@@ -45,7 +45,8 @@ bool is_ready(Channel channel)
 
 void remove_queue(key_t key)
 {
-    if (msgctl(msgget(key, 0), IPC_RMID, nullptr) != 0)
+    const int queue = msgget(key, 0);
+    if (queue == -1 || msgctl(queue, IPC_RMID, nullptr) != 0)
         throw std::system_error(errno, std::generic_category(),
                                 "can't remove message queue " + std::to_string(key));
 }
