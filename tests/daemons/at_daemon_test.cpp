@@ -249,6 +249,8 @@ TEST_F(AtDaemon, PrintsEachRecordWithoutSecrets)
     ask(10, {"1", "00102", control_key, "PN"});
     ask(11, {control_key});
     ask(12, {std::string(30, '7')});
+    send(record_of(12, {"1234"}), CMIF_AT_PAYLOAD - 1);
+    EXPECT_EQ(reply(12), answer::incorrect_parameters);
     ask(17, {"001\n2", "\x1b[2J"});
     set_functionality(4);
     ask(5);
@@ -268,6 +270,8 @@ TEST_F(AtDaemon, PrintsEachRecordWithoutSecrets)
               "AT -> 11 shared_CMIF_set_NetworkPersonalizationUNLock key=\"****\"\n"
               "AT <- 11 shared_CMIF_set_NetworkPersonalizationUNLock ret_code=0 (ok)\n"
               "AT -> 12 shared_CMIF_set_EntermobilePIN (malformed: a field without its end)\n"
+              "AT <- 12 shared_CMIF_set_EntermobilePIN ret_code=50 (incorrect_parameters)\n"
+              "AT -> 12 shared_CMIF_set_EntermobilePIN (malformed: wrong size)\n"
               "AT <- 12 shared_CMIF_set_EntermobilePIN ret_code=50 (incorrect_parameters)\n"
               "AT -> 17 shared_CMIF_SetNetworkProvider numeric=\"001?2\" technology=\"?[2J\"\n"
               "AT <- 17 shared_CMIF_SetNetworkProvider ret_code=50 (incorrect_parameters)\n"

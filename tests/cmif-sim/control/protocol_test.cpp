@@ -19,6 +19,17 @@ class Control : public FaultyServer
 {
 protected:
     pid_t box() { return server->process().process(); }
+    // What the action reports when it fails.
+    template <class Action>
+    static std::string error_of(const Action &action)
+    {
+        try {
+            action();
+        } catch (const std::exception &error) {
+            return error.what();
+        }
+        return "";
+    }
     static fs::path directory() { return "/tmp/cmif-sim-" + std::to_string(geteuid()); }
     std::string socket_path() { return directory() / std::to_string(box()); }
 };
@@ -99,8 +110,9 @@ TEST_F(Control, RefusesADirectoryThatOthersMayUse)
 {
     start();
     fs::permissions(directory(), fs::perms::group_exec, fs::perm_options::add);
-    EXPECT_THROW(cmif_sim::find_boxes(), std::runtime_error);
-    EXPECT_THROW(cmif_sim::connect_to_box(box()), std::runtime_error);
+    const std::string error = directory().string() + " is not this user's alone";
+    EXPECT_EQ(error_of([] { cmif_sim::find_boxes(); }), error);
+    EXPECT_EQ(error_of([&] { cmif_sim::connect_to_box(box()); }), error);
     fs::permissions(directory(), fs::perms::owner_all);
     EXPECT_EQ(cmif_sim::find_boxes().size(), 1U);
 }
@@ -110,8 +122,19 @@ TEST_F(Control, RefusesALinkInPlaceOfTheSocket)
     start();
     fs::rename(socket_path(), socket_path() + "x");
     fs::create_symlink(socket_path() + "x", socket_path());
-    EXPECT_THROW(cmif_sim::connect_to_box(box()), std::runtime_error);
+    EXPECT_EQ(error_of([&] { cmif_sim::connect_to_box(box()); }),
+              socket_path() + " is not this user's alone");
     fs::remove(socket_path() + "x");
+}
+
+// A process that closes each connection at once.
+TEST_F(Control, NamesTheRouterThatDoesNotRespond)
+{
+    const cmif_sim::BoxSocket socket;
+    std::thread other([&] { close(accept(socket.file(), nullptr, nullptr)); });
+    EXPECT_EQ(error_of([] { cmif_sim::ask_box(getpid(), "status"); }),
+              "the router of process " + std::to_string(getpid()) + " does not respond");
+    other.join();
 }
 
 TEST_F(Control, RunsWithoutItWhereTheDirectoryIsNotOurs)
@@ -156,6 +179,22 @@ TEST_F(Control, LetsNoTimePassOnAManualClock)
     EXPECT_TRUE(payload(at_replies(), 12));
     command("advance 2min");
     EXPECT_EQ(get("lte_network_reg_status_state"), "1");
+}
+
+// Sixteen replies to a full queue, each of which is dropped after a second.
+TEST_F(Control, AdvancesWithoutARequestThatTakesTooLong)
+{
+    cmif_sim::ServerOptions options = both();
+    options.manual_clock = true;
+    start(options);
+    command("fault at foreign 100000");
+    command("fault at 4 twice\nfault at 4 twice\nfault at 4 twice\nfault at 4 twice");
+    send_at(4);
+    while (server->errors().empty())
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const Answer failed = give("advance 1s");
+    EXPECT_EQ(failed.status, 1);
+    EXPECT_EQ(failed.text, "1: a request was still at work after 10 s\n");
 }
 
 TEST_F(Control, AdvancesAManualClockOnly)
