@@ -23,28 +23,28 @@ bool is_space(char c)
     return c == ' ' || c == '\t' || c == '\r';
 }
 
-// Takes the quoted word that begins at `place`, and moves on to its end.
-std::string take_quoted(std::string_view line, std::size_t &place)
+// Takes the quoted word that begins at `position`, and moves on to its end.
+std::string take_quoted(std::string_view line, std::size_t &position)
 {
-    const std::size_t begin = place++;
+    const std::size_t begin = position++;
     std::string text;
-    for (; place < line.size() && line[place] != '"'; ++place) {
-        if (line[place] == '\\' && place + 1 < line.size())
-            ++place;
-        text += line[place];
+    for (; position < line.size() && line[position] != '"'; ++position) {
+        if (line[position] == '\\' && position + 1 < line.size())
+            ++position;
+        text += line[position];
     }
-    if (place == line.size())
+    if (position == line.size())
         throw ScriptError(begin + 1, "the closing \" is missing");
-    ++place;
+    ++position;
     return text;
 }
 
-std::string take_plain(std::string_view line, std::size_t &place)
+std::string take_plain(std::string_view line, std::size_t &position)
 {
-    const std::size_t begin = place;
-    while (place < line.size() && !is_space(line[place]))
-        ++place;
-    return std::string(line.substr(begin, place - begin));
+    const std::size_t begin = position;
+    while (position < line.size() && !is_space(line[position]))
+        ++position;
+    return std::string(line.substr(begin, position - begin));
 }
 
 template <class Number>
@@ -81,18 +81,18 @@ std::string quoted(const std::string &text)
 
 Words::Words(std::string_view line) : length_(line.size()), comment_(line.size())
 {
-    for (std::size_t place = 0; place < line.size();) {
-        if (is_space(line[place])) {
-            ++place;
+    for (std::size_t position = 0; position < line.size();) {
+        if (is_space(line[position])) {
+            ++position;
             continue;
         }
-        if (line[place] == '#') {
-            comment_ = place;
+        if (line[position] == '#') {
+            comment_ = position;
             return;
         }
-        const std::size_t column = place + 1;
+        const std::size_t column = position + 1;
         words_.push_back(
-            {line[place] == '"' ? take_quoted(line, place) : take_plain(line, place), column});
+            {line[position] == '"' ? take_quoted(line, position) : take_plain(line, position), column});
     }
 }
 
