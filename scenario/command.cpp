@@ -35,7 +35,8 @@ Action parse_command(const Commands &commands, Words &words)
         std::find_if(commands.begin(), commands.end(),
                      [&](const Command &candidate) { return candidate.name == name.text; });
     if (command == commands.end())
-        words.refuse("a command", rule_of(commands));
+        throw ScriptError(name.column,
+                          "unknown command " + quoted(name.text) + "; it is " + rule_of(commands));
     Action action = command->parse(words);
     words.expect_end(usage_of(*command));
     return action;

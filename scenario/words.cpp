@@ -70,14 +70,13 @@ std::optional<std::chrono::milliseconds> parse_duration(std::string_view text)
     return std::chrono::duration_cast<std::chrono::milliseconds>(*count * unit->length);
 }
 
-// Of a word that may be of any length.
+} // namespace
+
 std::string quoted(const std::string &text)
 {
     constexpr std::size_t max_shown = 60;
     return text.size() <= max_shown ? "'" + text + "'" : "'" + text.substr(0, max_shown) + "...'";
 }
-
-} // namespace
 
 Words::Words(std::string_view line) : length_(line.size()), comment_(line.size())
 {
@@ -92,7 +91,8 @@ Words::Words(std::string_view line) : length_(line.size()), comment_(line.size()
         }
         const std::size_t column = position + 1;
         words_.push_back(
-            {line[position] == '"' ? take_quoted(line, position) : take_plain(line, position), column});
+            {line[position] == '"' ? take_quoted(line, position) : take_plain(line, position),
+             column});
     }
 }
 

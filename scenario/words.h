@@ -70,6 +70,9 @@ private:
     std::vector<Offer> offers_;
 };
 
+// In quotation marks for a message, which shows only the beginning of a long word.
+std::string quoted(const std::string &text);
+
 // "one of: a, b"
 template <class List>
 std::string one_of(const List &allowed)

@@ -90,7 +90,7 @@ printf 'state connected\nat 5 sim remove\nfrob\n' >"$work/bad"
 exits 2 cmif-sim run --scenario "$work/bad" -- echo reached
 writes_nothing
 grep -q "^$work/bad:2:4: the time is a number with its unit" "$work/err" || fail 'the place is not at the start'
-complains "$work/bad:3:1: a command is one of: "
+complains "$work/bad:3:1: unknown command 'frob'; it is one of: "
 exits 2 cmif-sim serve --scenario "$work/missing"
 complains "$work/missing: cannot be read: No such file or directory"
 printf 'fault at drop\n' >"$work/at"

@@ -70,7 +70,7 @@ TEST(Script, ReportsEverythingThatIsWrong)
 {
     EXPECT_EQ(
         errors_of("say fine\nsya x\nat 5 say x\n  every 1ms say x\nwhen rain say x\n"),
-        "f:2:1: a command is one of: say, not 'sya'\n"
+        "f:2:1: unknown command 'sya'; it is one of: say\n"
         "f:3:4: the time is a number with its unit: 250ms, 1.5s, 2min; at most 1440min, not "
         "'5'\n"
         "f:4:9: the time between two is at least 10ms, not '1ms'\n"
@@ -105,7 +105,7 @@ TEST(Script, IsReadFromAFile)
     std::ofstream(path) << "say a\nat 1s say b\n";
     EXPECT_EQ(read_script(path, commands).size(), 2U);
     std::ofstream(path) << "wrong\n";
-    EXPECT_EQ(errors_of_file(path), path + ":1:1: a command is one of: say, not 'wrong'");
+    EXPECT_EQ(errors_of_file(path), path + ":1:1: unknown command 'wrong'; it is one of: say");
     std::ofstream(path) << std::string(1024 * 1024, '#');
     EXPECT_EQ(errors_of_file(path), "no error");
     std::ofstream(path) << std::string(1024 * 1024 + 1, '#');

@@ -165,7 +165,7 @@ TEST(Commands, AreFoundByTheirFirstWord)
     EXPECT_EQ(error_of("set 7", run), "no error");
     EXPECT_EQ(done, 7);
     EXPECT_EQ(error_of("# nothing", run), "no error");
-    EXPECT_EQ(error_of("sett 8", run), "1: a command is one of: set, clear, not 'sett'");
+    EXPECT_EQ(error_of("sett 8", run), "1: unknown command 'sett'; it is one of: set, clear");
     EXPECT_EQ(error_of("set 8 9", run), "7: unexpected '9'; the command is: set N");
     EXPECT_EQ(error_of("clear 8", run), "7: unexpected '8'; the command is: clear");
     EXPECT_EQ(done, 7);

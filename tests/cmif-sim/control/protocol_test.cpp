@@ -48,7 +48,8 @@ TEST_F(Control, CarriesOutNothingIfOneLineIsWrong)
     EXPECT_EQ(wrong.status, 2);
     EXPECT_TRUE(wrong.text.starts_with("2:8: rsrp is a whole number from -140 to -44"))
         << wrong.text;
-    EXPECT_NE(wrong.text.find("\n4:1: a command is one of: "), std::string::npos) << wrong.text;
+    EXPECT_NE(wrong.text.find("\n4:1: unknown command 'frob'; it is one of: "), std::string::npos)
+        << wrong.text;
     EXPECT_EQ(get("lte_sim_status"), "SIM PIN");
     EXPECT_EQ(status().find("fault"), std::string::npos);
 }

@@ -112,7 +112,8 @@ TEST(ScenarioRuns, AWrongScenarioStartsNothing)
     std::ofstream("/tmp/bad.cmif") << "state registered\n  sgnal auto\nat 5 handover\n";
     const Outcome run = shell("$S run --scenario /tmp/bad.cmif -- touch /tmp/started");
     EXPECT_EQ(run.status, 2);
-    EXPECT_TRUE(run.errors.starts_with("/tmp/bad.cmif:2:3: a command is one of: signal, "))
+    EXPECT_TRUE(run.errors.starts_with(
+        "/tmp/bad.cmif:2:3: unknown command 'sgnal'; it is one of: signal, "))
         << run.errors;
     EXPECT_TRUE(contains(run.errors, "/tmp/bad.cmif:3:4: the time is a number with its unit"))
         << run.errors;
