@@ -30,7 +30,7 @@ struct RingPlace {
 // std::system_error, whose text names the file.
 RingPlace start_recording(const std::string &file, const RecordingOptions &options);
 
-// Of this process and those that it forks. Fails with std::system_error.
+// Records this process and those that it forks. Fails with std::system_error.
 std::unique_ptr<Recording> open_recording(const RingPlace &place);
 
 } // namespace cmif_record

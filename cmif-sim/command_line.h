@@ -13,11 +13,11 @@ namespace cmif_sim
 
 const cli::Program &tables();
 
-// Of `run` and `serve`. Fails with UsageError, and with scenario::BadScript if the scenario can't
-// be read.
+// Returns the options of `run` and `serve`. Fails with UsageError, and with scenario::BadScript if
+// the scenario can't be read.
 ServerOptions server_options(const cli::Arguments &given);
 
-// Of `ctl`, `status` and `enter`. Fails with UsageError.
+// Returns the box that `ctl`, `status` and `enter` are for. Fails with UsageError.
 std::optional<pid_t> chosen_box(const cli::Arguments &given);
 
 } // namespace cmif_sim

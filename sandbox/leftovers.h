@@ -9,7 +9,7 @@ namespace sandbox
 inline constexpr const char *at_service_lock = "/tmp/cmif-sim-at.lock";
 inline constexpr const char *qmi_service_lock = "/tmp/cmif-sim-qmi.lock";
 
-// Whether there are any; if so, prints which, and how to remove them.
+// Returns whether there are any; if so, prints which, and how to remove them.
 bool report_leftovers();
 
 // Removes them all.

@@ -23,7 +23,7 @@ namespace sandbox
 int run_in_sandbox(const std::function<int()> &work,
                    const std::vector<std::string> &visible_paths = {});
 
-// Whether this process is in a run that has no namespaces.
+// Returns whether this process is in a run that has no namespaces.
 bool shares_namespaces();
 
 } // namespace sandbox

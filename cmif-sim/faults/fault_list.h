@@ -41,7 +41,7 @@ private:
     std::vector<Fault> armed_;
 };
 
-// Whether it waits for no request: it acts when it is given, or when its event happens.
+// Returns whether it acts without a request: when it is given, or when its event happens.
 bool acts_at_once(const Fault &fault);
 
 } // namespace cmif_sim

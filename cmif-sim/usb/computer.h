@@ -10,7 +10,7 @@
 namespace cmif_sim
 {
 
-// Of `usb`: what the simulation needs, without daemons.
+// Returns the options for `usb`, whose simulation has no daemons.
 ServerOptions usb_options(ServerOptions options);
 
 // The exit status of `command`, or 1 with a message when the box can't be made.

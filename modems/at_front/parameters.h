@@ -14,13 +14,13 @@ class Parameters
 {
 public:
     Parameters() = default;
-    // Nothing when a quotation mark has no partner.
+    // Returns nothing when a quotation mark is not closed.
     static std::optional<Parameters> parse(std::string_view text);
 
     std::size_t count() const { return values_.size(); }
     bool has(std::size_t index) const { return index < values_.size() && values_[index]; }
     std::string text(std::size_t index) const { return has(index) ? *values_[index] : ""; }
-    // Nothing for what is there but is not a number.
+    // Return nothing for a field that is not a number.
     std::optional<int> number(std::size_t index) const;
     std::optional<int> number(std::size_t index, int otherwise) const;
     // A number of this range, or `otherwise` for an empty field.

@@ -26,7 +26,7 @@ Octets ucs2_of(std::string_view utf8);
 std::string text_of_ucs2(const Octets &octets);
 
 std::string hexadecimal(const Octets &octets);
-// Nothing for an odd number of digits, or for other characters.
+// Returns nothing for an odd number of digits, or for other characters.
 std::optional<Octets> octets_of(std::string_view hexadecimal);
 
 } // namespace at_front

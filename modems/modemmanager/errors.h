@@ -15,10 +15,10 @@ using daemons::CmeError;
 // By its D-Bus name.
 CmeError error_of(std::string_view name);
 
-// Of a call that failed, here or on the other side.
+// Returns the error code for a call that failed, here or on the other side.
 CmeError error_of(const GError &error);
 
-// Whether the user of this program may not do it.
+// Returns whether the error of this name denies the call to this program's user.
 bool is_denial(std::string_view name);
 
 } // namespace modem_manager

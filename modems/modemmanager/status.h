@@ -26,10 +26,10 @@ void add_network(const ModemView &view, const LocalState &local, daemons::ModemS
 void add_signal(const ModemView &view, daemons::ModemStatus &status);
 void add_connection(const ModemView &view, const LocalState &local, daemons::ModemStatus &status);
 
-// Of the connection that the status has; it goes on while nothing else changes.
+// Adds how long the status's connection is up, which grows while nothing else changes.
 void add_uptime(const LocalState &local, daemons::ModemStatus &status);
 
-// Of the serving cell in the answer to GetCellInfo.
+// Returns the serving cell's values from the answer to GetCellInfo.
 CellInfo cell_info_of(const Value &cells);
 
 } // namespace modem_manager

@@ -51,7 +51,7 @@ inline Value find(const Dictionary &dictionary, std::string_view name)
     return entry == dictionary.end() ? Value() : entry->second;
 }
 
-// Whether D-Bus can carry the text.
+// Returns whether D-Bus can carry the text.
 bool is_carried(std::string_view text);
 
 // A dictionary to send, a{sv}, from floating values.
