@@ -120,7 +120,7 @@ TEST_F(Sent, IsWithdrawnAloneAndTheRestKeepsItsOrder)
     EXPECT_EQ(replies.count(enter_pin), 0);
 }
 
-// The other may have noted who read the queue before, and not have taken its request yet.
+// The other may have noted the last reader of the queue, and not have taken its request yet.
 TEST_F(Sent, IsWithdrawnAfterAnotherWithdrawal)
 {
     send("a");
