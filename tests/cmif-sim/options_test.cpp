@@ -45,7 +45,7 @@ TEST(Options, AreRefusedWithStatus2AndAReason)
     }
 }
 
-TEST(Options, AreAskedForWhenThereAreNone)
+TEST(Options, AreRequiredWhenNoneAreGiven)
 {
     const Outcome refused = shell("$S");
     EXPECT_EQ(refused.status, 2);

@@ -103,7 +103,7 @@ TEST_F(OwnStore, OfARunThatWasKilledAtOnceIsRemoved)
     EXPECT_FALSE(keeps("/tmp/cmif-run-empty1"));
 }
 
-TEST_F(OwnStore, IsTakenForNoFolderWithoutItsLock)
+TEST_F(OwnStore, DoesNotIncludeFoldersWithoutItsLockOrName)
 {
     fs::create_directory("/tmp/cmif-run-others");
     std::ofstream("/tmp/cmif-run-others/file") << "mine";
@@ -112,7 +112,7 @@ TEST_F(OwnStore, IsTakenForNoFolderWithoutItsLock)
     EXPECT_TRUE(keeps("/tmp/cmif-other-name"));
 }
 
-TEST_F(OwnStore, OfAnotherUserIsKept)
+TEST_F(OwnStore, OfAnotherUserIsNotRemoved)
 {
     make_folder("/tmp/cmif-run-theirs");
     if (chown("/tmp/cmif-run-theirs", 65534, 65534) != 0)
@@ -120,7 +120,7 @@ TEST_F(OwnStore, OfAnotherUserIsKept)
     EXPECT_TRUE(keeps("/tmp/cmif-run-theirs"));
 }
 
-TEST_F(OwnStore, IsNotWhatALinkNames)
+TEST_F(OwnStore, IsNotFollowedThroughALink)
 {
     make_folder("/tmp/elsewhere");
     fs::create_directory_symlink("/tmp/elsewhere", "/tmp/cmif-run-linked");

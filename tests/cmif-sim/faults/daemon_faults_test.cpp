@@ -77,7 +77,7 @@ TEST_F(DaemonFault, ADeadOneIsRestarted)
     EXPECT_TRUE(exists(at_daemon()));
 }
 
-TEST_F(DaemonFault, ARestartTakesAwayStaleRepliesAndRenewsTheMarker)
+TEST_F(DaemonFault, ARestartRemovesStaleRepliesAndRenewsTheMarker)
 {
     const pid_t qmi = qmi_daemon();
     command("fault qmi 6 stale 2");

@@ -18,7 +18,7 @@ protected:
 };
 
 // The clock does not wait for what can't go on.
-TEST_F(FrozenByTheManualClock, AReplyKeepsNoTimeFromPassing)
+TEST_F(FrozenByTheManualClock, AReplyDoesNotStopTime)
 {
     command("fault at 4 delay 2s");
     send_at(4);

@@ -142,7 +142,7 @@ TEST_F(ReplyFault, AffectsTheGivenCodeAndSideOnly)
     expect_health();
 }
 
-TEST_F(ReplyFault, LastsAsLongAsItIsToldTo)
+TEST_F(ReplyFault, LastsAsLongAsGiven)
 {
     command("fault at ret 13 next 2");
     EXPECT_EQ(number_at(at_reply(), at_text), 13);

@@ -114,7 +114,7 @@ TEST_F(ReplayTest, GivesEqualRequestsTheirRepliesInOrder)
     EXPECT_FALSE(take(request(4), 0ms));
 }
 
-TEST_F(ReplayTest, TellsRequestsByTheirFields)
+TEST_F(ReplayTest, DistinguishesRequestsByTheirFields)
 {
     record({request(12, {{"pin", "\"0000\""}}), reply(12, "wrong"),
             request(12, {{"pin", "\"1234\""}}), reply(12, "right")});

@@ -32,7 +32,7 @@ TEST(ScenarioRuns, EveryExampleRunsToItsEnd)
     EXPECT_EQ(count, 12);
 }
 
-TEST(ScenarioRuns, AStaleReplyIsNobodysAnswer)
+TEST(ScenarioRuns, AStaleReplyIsNotTakenForTheAnswer)
 {
     const Outcome calls = beside("stale-reply", "",
                                  "echo 0000 | cmifctl sim enter-pin -; echo exit $?; "
@@ -51,7 +51,7 @@ TEST(ScenarioRuns, AFrozenDaemonAnswersWhenItGoesOn)
     EXPECT_TRUE(contains(calls.output, "exit 0\n")) << calls.output << calls.errors;
 }
 
-TEST(ScenarioRuns, ALateAnswerIsNotTheNextCallers)
+TEST(ScenarioRuns, ALateReplyIsNotTakenForTheNextAnswer)
 {
     const Outcome calls = beside("late-answers", "--pace 0.1",
                                  "cmifctl --timeout 0.3 sim retries; echo exit $?; "
@@ -71,7 +71,7 @@ TEST(ScenarioRuns, ADaemonThatDiesInASearchComesBack)
 }
 
 // What is printed, each record and each key, and the recording.
-TEST(ScenarioRuns, RepeatThemselvesByTheByte)
+TEST(ScenarioRuns, RepeatByteForByte)
 {
     std::string first;
     for (int i = 0; i < 4; ++i) {
