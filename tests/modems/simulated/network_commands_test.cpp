@@ -138,7 +138,7 @@ TEST_F(NetworkCommands, RoamAndHome)
     clock.advance(3s);
     EXPECT_EQ(status().registration, Registration::home);
     EXPECT_EQ(error("roam 26201"),
-              "6: the network is one of: 00101, 00102, 00103, 99970, 99971, not '26201'");
+              "6: the network is one of: 00101, 00102, 99970, 99971, 00103, not '26201'");
 }
 
 TEST_F(NetworkCommands, AHandoverChangesTheCellAndNothingElse)
