@@ -138,7 +138,7 @@ TEST_F(Control, NamesTheRouterThatDoesNotRespond)
     other.join();
 }
 
-TEST_F(Control, RunsWithoutItWhereTheDirectoryIsNotOurs)
+TEST_F(Control, IsNotAvailableWithoutADirectoryOfThisUser)
 {
     fs::remove_all(directory());
     std::ofstream(directory()) << "";
