@@ -50,7 +50,7 @@
 
 /* The version of this header; the build takes its own from here. */
 #define CMIF_VERSION_MAJOR 1
-#define CMIF_VERSION_MINOR 0
+#define CMIF_VERSION_MINOR 1
 #define CMIF_VERSION_PATCH 0
 
 #if defined(__GNUC__)

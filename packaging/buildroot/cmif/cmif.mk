@@ -4,7 +4,7 @@
 #
 ################################################################################
 
-CMIF_VERSION = 1.0.0
+CMIF_VERSION = 1.1.0
 CMIF_SITE = $(BR2_EXTERNAL_CMIF_PATH)/../..
 CMIF_SITE_METHOD = local
 CMIF_OVERRIDE_SRCDIR_RSYNC_EXCLUSIONS = --exclude=/build # what was built here by hand

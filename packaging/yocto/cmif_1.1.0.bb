@@ -1,7 +1,7 @@
 # CMIF for Yocto: the library, and cmifctl, cmif-record and cmifd over the platform's store.
 #
 # Put this file into a layer's recipes-connectivity/cmif/, and the sources into its files/:
-#     git archive --prefix=cmif-1.0.0/ -o files/cmif-1.0.0.tar.gz HEAD
+#     git archive --prefix=cmif-1.1.0/ -o files/cmif-1.1.0.tar.gz HEAD
 # In a configuration file of the layer, name the recipe that provides the platform's store and its
 # library; a platform without one may begin with examples/file_store.
 #     CMIF_STORE_RECIPE = "tarn-nvram-config"
