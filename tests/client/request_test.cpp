@@ -61,7 +61,7 @@ TEST_F(Queue, NothingIsSentWhileAnEarlierReplyIsDue)
     EXPECT_NE(std::string(failure.what()).find("has not answered an earlier call (request 12)"),
               std::string::npos)
         << failure.what();
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": false})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":false,"sent":false})");
     EXPECT_EQ(letters(), "");
 }
 

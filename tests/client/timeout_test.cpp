@@ -19,7 +19,7 @@ TEST_F(Timeout, ALateCallIsKilledAndItsRequestWithdrawn)
     EXPECT_EQ(failure.status(), Exit::no_answer);
     EXPECT_STREQ(failure.what(), "the AT daemon did not answer call (request 12) within 0.3 s; "
                                  "the daemon had not picked up the request; it was withdrawn");
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": true, "sent": true})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":true,"sent":true})");
     EXPECT_EQ(letters(), "");
 }
 
@@ -34,7 +34,7 @@ TEST_F(Timeout, ATakenRequestIsReportedAsTaken)
     EXPECT_NE(
         std::string(failure.what()).find("had picked up the request and may still carry it out"),
         std::string::npos);
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":false,"sent":true})");
 }
 
 TEST_F(Timeout, AnAnswerThatTheCallDidNotPassOnIsReported)
@@ -53,7 +53,7 @@ TEST_F(Timeout, AnAnswerThatTheCallDidNotPassOnIsReported)
     EXPECT_EQ(failure.status(), Exit::no_answer);
     EXPECT_STREQ(failure.what(), "the AT daemon has answered call (request 12), but the call did "
                                  "not end within 0.3 s; its result is not known");
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":false,"sent":true})");
 }
 
 // Records of another program that no caller ever takes.
@@ -86,7 +86,7 @@ TEST_F(Timeout, AFullRequestQueueIsNamed)
     const Failure failure = failure_of(entering("a"), {.timeout = 0.3});
     EXPECT_STREQ(failure.what(), "the AT daemon did not answer call (request 12) within 0.3 s; "
                                  "nothing was sent; its request queue is full");
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": false})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":false,"sent":false})");
 }
 
 // The first caller was killed; the kernel gives only the oldest request of a code back.
@@ -97,7 +97,7 @@ TEST_F(Timeout, ARequestAfterOneOfAKilledCallerIsNotReportedAsTaken)
     EXPECT_NE(std::string(failure.what()).find("still waits behind another one of its code"),
               std::string::npos)
         << failure.what();
-    EXPECT_EQ(failure.details(), Json::parse(R"({"withdrawn": false, "sent": true})"));
+    EXPECT_EQ(failure.details().dump(), R"({"withdrawn":false,"sent":true})");
     EXPECT_EQ(letters(), "xa");
 }
 
