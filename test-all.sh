@@ -122,8 +122,8 @@ run() {
         ;;
     packages)
         install debhelper dpkg-dev libglib2.0-dev lintian mmdebstrap pkgconf
-        step "build in two folders, and as part of a project" tests/packages/folders
-        step "Debian packages" tests/packages/debian
+        step "build in two folders, and as part of a project" tests/install/folders
+        step "Debian packages" tests/packaging/debian_packages
         ;;
     store)
         install $managed jq make python3-jsonschema python3-kconfiglib
