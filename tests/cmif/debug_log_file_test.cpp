@@ -70,7 +70,7 @@ TEST(DebugLogFile, MessagesAreCutAt255Characters)
 TEST(DebugLogFile, FormatsAndAddsNothing)
 {
     const DebugLogFile log;
-    shared_debug_lte_write_log_file("[%s] %d %% %5.1f|", "a%sb", -3, 2.5);
+    EXPECT_EQ(shared_debug_lte_write_log_file("[%s] %d %% %5.1f|", "a%sb", -3, 2.5), 0);
     write_log("%d%n");
     write_log("\n\n");
     write_log("");
