@@ -42,7 +42,6 @@ OwnedDatabase *retire(const Database *used)
     if (database == nullptr || database != used ||
         !current.compare_exchange_strong(database, nullptr))
         return nullptr;
-    database->older = retired;
     while (!retired.compare_exchange_weak(database->older, database)) {}
     return database;
 }
