@@ -23,6 +23,7 @@ public:
         EXPECT_EQ(pipe(ends), 0);
         process_ = fork();
         if (process_ == 0) {
+            close(ends[0]);
             setenv("CMIF_STORE", store, 1);
             host_store_announce();
             require(write(ends[1], "", 1) == 1);
@@ -53,6 +54,32 @@ TEST(HostStoreAnnouncement, LastsAsLongAsItsDaemon)
     EXPECT_STREQ(host_store_announced(), "");
     const Announcer next("/tmp/b");
     EXPECT_STREQ(host_store_announced(), "/tmp/b");
+}
+
+// With standard input closed, the file gets the descriptor 0.
+TEST(HostStoreAnnouncement, MayBeDescriptor0)
+{
+    const Announcer daemon("/tmp/first");
+    close(STDIN_FILENO);
+    EXPECT_STREQ(host_store_announced(), "/tmp/first");
+    const Announcer other("/tmp/second");
+    EXPECT_STREQ(host_store_announced(), "/tmp/first");
+}
+
+TEST(HostStoreAnnouncement, LeavesNoDescriptorOpenToAReaderOrAStartedProgram)
+{
+    constexpr const char *none_is_open =
+        "test -z \"$(find /proc/self/fd/ -lname '*store-in-use')\"";
+    EXPECT_EQ(in_child([] {
+                  host_store_announce();
+                  require(std::system(none_is_open) == 0);
+              }),
+              0);
+    const Announcer daemon("/tmp/a-store");
+    const int next = dup(STDERR_FILENO);
+    close(next);
+    EXPECT_STREQ(host_store_announced(), "/tmp/a-store");
+    EXPECT_EQ(dup(STDERR_FILENO), next);
 }
 
 TEST(HostStoreAnnouncement, IsReadByEveryUser)
@@ -132,11 +159,13 @@ TEST(HostStoreAnnouncement, OfRootTakesThePlaceOfAnotherUsers)
 {
     if (geteuid() != 0)
         GTEST_SKIP() << "needs root";
-    const Forged file(0644, F_WRLCK);
-    file.belongs_to(65534);
-    EXPECT_STREQ(host_store_announced(), "/tmp/forged");
-    const Announcer daemon("/tmp/a-store");
-    EXPECT_STREQ(host_store_announced(), "/tmp/a-store");
+    for (const uid_t user : {1U, 65534U}) {
+        const Forged file(0644, F_WRLCK);
+        file.belongs_to(user);
+        EXPECT_STREQ(host_store_announced(), "/tmp/forged") << user;
+        const Announcer daemon("/tmp/a-store");
+        EXPECT_STREQ(host_store_announced(), "/tmp/a-store") << user;
+    }
 }
 
 } // namespace

@@ -191,12 +191,12 @@ TEST_F(HostStoreDirectory, WaitsForAnotherProcessThatHoldsTheLock)
 // The thread that waits opens nothing itself: LMDB allows one opening in each process.
 TEST_F(HostStoreDirectory, IsOpenedOnceByThreadsThatUseItFirstAtTheSameTime)
 {
-    fs::create_directory(store());
+    ASSERT_EQ(in_child([] { require(set("key", "value") == 0); }), 0);
     const int lock = open(store().c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     ASSERT_EQ(flock(lock, LOCK_EX), 0);
     std::vector<std::thread> threads;
     for (int number = 0; number < 4; ++number)
-        threads.emplace_back([] { EXPECT_EQ(get("key"), ""); });
+        threads.emplace_back([] { EXPECT_EQ(get("key"), "value"); });
     std::this_thread::sleep_for(std::chrono::milliseconds(100));
     close(lock);
     for (std::thread &thread : threads)

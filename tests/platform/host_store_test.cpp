@@ -2,6 +2,9 @@
 #include "in_child.h"
 #include "tests/support/store_directory.h"
 
+#include <ctime>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <vector>
 
 namespace
@@ -148,6 +151,36 @@ TEST_F(HostStore, TheRunningConfigurationOutlivesItsProcesses)
 {
     EXPECT_EQ(in_child([] { require(set("unsaved", "1") == 0); }), 0);
     EXPECT_EQ(get("unsaved"), "1");
+}
+
+double seconds(const timespec &time)
+{
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+timespec now()
+{
+    timespec time = {};
+    clock_gettime(CLOCK_REALTIME, &time);
+    return time;
+}
+
+// Half a second more or less than full ones, so that the fractions count.
+TEST_F(HostStore, ItsAgeIsTheTimeSinceTheLastChange)
+{
+    EXPECT_LT(host_store_age(), 0);
+    EXPECT_FALSE(std::filesystem::exists(store()));
+    set("key", "value");
+    const timespec before = now(),
+                   changed{before.tv_sec - 100, (before.tv_nsec + 500000000) % 1000000000};
+    const timespec times[] = {changed, changed};
+    ASSERT_EQ(utimensat(AT_FDCWD, database().c_str(), times, 0), 0);
+    const double age = host_store_age();
+    EXPECT_GE(age, seconds(before) - seconds(changed) - 0.001);
+    EXPECT_LE(age, seconds(now()) - seconds(changed) + 0.001);
+    const timespec later{before.tv_sec + 3600, 0}, future[] = {later, later};
+    ASSERT_EQ(utimensat(AT_FDCWD, database().c_str(), future, 0), 0);
+    EXPECT_EQ(host_store_age(), 0);
 }
 
 TEST_F(HostStore, TheListIsSortedAndItsCallbackMayUseTheStore)
