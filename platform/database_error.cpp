@@ -46,10 +46,8 @@ std::string reason(int result, const std::string &readers)
     case store_is_full:
         return "the store is full";
     case MDB_MAP_FULL:
-        return readers.empty() ? "the store is full"
-                               : "no room is left for changes while these processes read and do "
-                                 "not go on: " +
-                                     readers;
+        return "no room is left for changes while these processes read and do not go on: " +
+               readers;
     case EAGAIN: // LMDB locks a byte for the number of each process that reads
         return "a process of another PID namespace that reads the store has the number of this "
                "one, " +
@@ -65,8 +63,7 @@ std::string remedy(int result, const std::string &readers, const std::string &fi
     case store_is_full:
         return "unset some keys, or restart cmif-sim";
     case MDB_MAP_FULL:
-        return readers.empty() ? "unset some keys, or restart cmif-sim"
-                               : "continue them (kill -CONT " + readers + ") or end them";
+        return "continue them (kill -CONT " + readers + ") or end them";
     case MDB_READERS_FULL:
         return "end some of the programs that use the store";
     case EAGAIN:
@@ -94,6 +91,8 @@ bool check(int result, const Database &database)
     if (result == 0)
         return true;
     const std::string readers = result == MDB_MAP_FULL ? late_readers(database.lmdb) : "";
+    if (result == MDB_MAP_FULL && readers.empty())
+        result = store_is_full;
     report_error(database.file, reason(result, readers), remedy(result, readers, database.file));
     return false;
 }
