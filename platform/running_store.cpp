@@ -64,10 +64,7 @@ bool write_value(std::string_view key, std::string_view value)
 
 bool read_all(Entries &entries)
 {
-    return with_table(MDB_RDONLY, [&](const Table &table) {
-        entries.clear(); // a transaction may be tried twice
-        return table.list(entries);
-    });
+    return with_table(MDB_RDONLY, [&](const Table &table) { return table.list(entries); });
 }
 
 bool reload_saved()

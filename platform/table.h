@@ -21,7 +21,7 @@ struct Table {
     int find(std::string_view key, std::string_view &value) const;
     // Sets the key, or removes it if `value` is empty.
     int change(std::string_view key, std::string_view value) const;
-    // Appends all entries, sorted by key.
+    // Appends all entries, sorted by key; none if the result is store_was_deleted.
     int list(Entries &entries) const;
     // Replaces everything by `entries`, and marks the table as loaded.
     int load(const Entries &entries) const;
