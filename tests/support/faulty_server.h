@@ -8,6 +8,14 @@
 class FaultyServer : public QmiServer
 {
 protected:
+    // Another router in place of the one that runs, with delays: 1 as a modem has them.
+    void start_at_pace(double pace)
+    {
+        server.reset();
+        cmif_sim::ServerOptions options = both();
+        options.pace = pace;
+        start(options);
+    }
     cmif_sim::Answer give(const std::string &lines)
     {
         return cmif_sim::ask_box(server->process().process(), "run", lines);

@@ -104,10 +104,7 @@ TEST_F(DaemonFault, DiesOfARequest)
 
 TEST_F(DaemonFault, DiesInASearchWhoseResultIsLost)
 {
-    server.reset();
-    cmif_sim::ServerOptions options = both();
-    options.pace = 0.1;
-    start(options);
+    start_at_pace(0.1);
     EXPECT_EQ(ask_at(12, {"1234"}), answer::ok);
     command("fault at die after searching\nfault at restart after search-done");
     send_at(24);
@@ -155,10 +152,7 @@ TEST_F(DaemonFault, FreezesWithARequestInHand)
 
 TEST_F(DaemonFault, AFrozenOneSendsNoReply)
 {
-    server.reset();
-    cmif_sim::ServerOptions options = both();
-    options.pace = 0.1;
-    start(options);
+    start_at_pace(0.1);
     command("fault at 4 delay 2s");
     send_at(4);
     std::this_thread::sleep_for(50ms);
@@ -170,10 +164,7 @@ TEST_F(DaemonFault, AFrozenOneSendsNoReply)
 
 TEST_F(DaemonFault, ADelayedReplyDiesWithItsDaemon)
 {
-    server.reset();
-    cmif_sim::ServerOptions options = both();
-    options.pace = 1;
-    start(options);
+    start_at_pace(1);
     command("fault at 4 delay 60s");
     send_at(4);
     std::this_thread::sleep_for(50ms);
@@ -185,10 +176,7 @@ TEST_F(DaemonFault, ADelayedReplyDiesWithItsDaemon)
 
 TEST_F(DaemonFault, EndsPromptlyInTheMiddleOfADelay)
 {
-    server.reset();
-    cmif_sim::ServerOptions options = both();
-    options.pace = 1;
-    start(options);
+    start_at_pace(1);
     command("fault all delay 60s");
     send_at(4);
     QmiServer::send(6, "");

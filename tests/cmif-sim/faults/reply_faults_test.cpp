@@ -44,10 +44,7 @@ protected:
 
 TEST_F(ReplyFault, DelaysByTheTimeOfTheSimulation)
 {
-    server.reset();
-    cmif_sim::ServerOptions options = both();
-    options.pace = 0.1;
-    start(options);
+    start_at_pace(0.1);
     command("fault at 4 delay 5s");
     send_at(counters);
     EXPECT_FALSE(payload(at_replies(), counters, 300ms));
